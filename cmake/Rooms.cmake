@@ -1,0 +1,51 @@
+# How a room (a top-level folder) becomes a library, and a unit test a program.
+
+# Flags of every target: the standard, the warnings and what we ask of Qt.
+add_library(tamber_common INTERFACE)
+target_compile_features(tamber_common INTERFACE cxx_std_17)
+target_compile_options(tamber_common INTERFACE
+    -Wall -Wextra -Wpedantic -Wold-style-cast -Woverloaded-virtual -Werror)
+target_compile_definitions(tamber_common INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_URL_CAST_FROM_STRING
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    QT_DISABLE_DEPRECATED_BEFORE=0x050F00
+    $<$<BOOL:${TAMBER_ASSERTS}>:QT_FORCE_ASSERTS>)
+
+# Each room is seen through an include folder that holds nothing but a link to
+# the room itself. So "device/vxmsg.h" is found by those that link the room, and
+# an include of a room that a target may not use does not compile.
+function(tamber_room_includes target scope room)
+    set(view "${PROJECT_BINARY_DIR}/rooms/${room}")
+    file(MAKE_DIRECTORY "${view}")
+    file(CREATE_LINK "${PROJECT_SOURCE_DIR}/${room}" "${view}/${room}" SYMBOLIC)
+    target_include_directories(${target} ${scope} "${view}")
+endfunction()
+
+# tamber_room(<room> SOURCES <files...> LINKS <targets...>)
+# makes the library tamber_<room> of the folder <room>.
+function(tamber_room room)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(tamber_${room} STATIC ${arg_SOURCES})
+    tamber_room_includes(tamber_${room} PUBLIC ${room})
+    target_link_libraries(tamber_${room} PUBLIC tamber_common ${arg_LINKS})
+endfunction()
+
+# tamber_test(<name> [DISPLAY] [TIMEOUT <seconds>] SOURCES <files...> LINKS <targets...>)
+# makes a QtTest program of its own. DISPLAY: it opens windows, and gets a
+# virtual display that nobody else uses.
+function(tamber_test name)
+    cmake_parse_arguments(arg "DISPLAY" "TIMEOUT" "SOURCES;LINKS" ${ARGN})
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE tamber_common tamber_testing Qt5::Test ${arg_LINKS})
+    set(launcher "${PROJECT_SOURCE_DIR}/tests/in-private-home")
+    if(arg_DISPLAY)
+        list(APPEND launcher "${PROJECT_SOURCE_DIR}/tests/on-private-display")
+    endif()
+    add_test(NAME ${name} COMMAND ${launcher} $<TARGET_FILE:${name}>)
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+endfunction()

@@ -1,0 +1,34 @@
+#include "device/platformtransport.h"
+
+namespace {
+
+/// For platforms without a kernel driver of the Tamber: there is never a device.
+class NoDevice final : public Transport
+{
+public:
+    int find(TransportContext &context, int) override
+    {
+        context.device = nullptr;
+        return 1;
+    }
+    int transferOut(
+        TransportContext &, std::uint8_t, std::uint16_t, std::uint16_t, std::uint16_t,
+        const std::uint8_t *) override
+    {
+        return 1;
+    }
+    int transferIn(
+        TransportContext &, std::uint8_t, std::uint16_t, std::uint16_t, std::uint16_t,
+        std::uint8_t *) override
+    {
+        return 1;
+    }
+    int sampleRate(TransportContext &, std::uint32_t &) override { return 1; }
+};
+
+} // namespace
+
+std::unique_ptr<Transport> platformTransport()
+{
+    return std::make_unique<NoDevice>();
+}

@@ -1,0 +1,436 @@
+#include "device/qvxdevice.h"
+
+#include <QThread>
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr unsigned long stopTimeout = 2000;      // milliseconds
+constexpr unsigned long terminateTimeout = 1000; // milliseconds
+
+bool isNumber(int value, int from, int to)
+{
+    return value >= from && value <= to;
+}
+
+} // namespace
+
+bool QVXDevice::Route::operator==(const Route &o) const
+{
+    return in_type == o.in_type && in_ch == o.in_ch && out_type == o.out_type && out_ch == o.out_ch;
+}
+
+bool QVXDevice::Eq::operator==(const Eq &o) const
+{
+    return ch_type == o.ch_type && ch_no == o.ch_no && on == o.on && band == o.band &&
+           gain == o.gain && freq == o.freq && q == o.q;
+}
+
+bool QVXDevice::Comp::operator==(const Comp &o) const
+{
+    return ch_type == o.ch_type && ch_no == o.ch_no && on == o.on && threshold == o.threshold &&
+           ratio == o.ratio && attack == o.attack && release == o.release && gain == o.gain &&
+           link == o.link;
+}
+
+bool QVXDevice::Parameter::operator==(const Parameter &o) const
+{
+    return ch_type == o.ch_type && ch_no == o.ch_no && data == o.data;
+}
+
+QVXDevice::Caches::Caches() : meters{}
+{
+    for (int i = 0; i < vxctl::meterCount; ++i) {
+        const bool input = i < inputCount;
+        vxctl::MeterRecord &record = meters[static_cast<std::size_t>(i)];
+        record.ch_type = input ? vxctl::channelInput : vxctl::channelMaster;
+        record.ch_no = static_cast<std::uint8_t>(input ? i + 1 : i - inputCount + 1);
+    }
+}
+
+QVXDevice::QVXDevice(Transport &transport, QObject *parent)
+    : QObject(parent), m_unit(transport), m_thread(new QThread), m_selected(m_unit.foundAtStart())
+{
+    m_caches.productName = m_unit.productNameAtStart();
+    m_thread->setObjectName(QStringLiteral("device"));
+    m_unit.moveToThread(m_thread);
+    connectWorker();
+    m_thread->start();
+}
+
+QVXDevice::~QVXDevice()
+{
+    assertGuiThread();
+    m_thread->requestInterruption();
+    m_thread->quit();
+    if (!m_thread->wait(stopTimeout)) {
+        m_thread->terminate();
+        m_thread->wait(terminateTimeout);
+    }
+    delete m_thread;
+}
+
+void QVXDevice::connectWorker()
+{
+    // Queued signals carry their arguments by type name; a reference is a name of its own.
+    qRegisterMetaType<QString>("QString&");
+
+    connect(this, &QVXDevice::sig_deselect, &m_unit, &QVXDeviceUnit::deselect);
+    connect(&m_unit, &QVXDeviceUnit::ret_deselect, this, &QVXDevice::recv_deselect);
+    connect(this, &QVXDevice::sig_is_selected, &m_unit, &QVXDeviceUnit::is_selected);
+    connect(&m_unit, &QVXDeviceUnit::ret_is_selected, this, &QVXDevice::recv_is_selected);
+    connect(this, &QVXDevice::sig_get_version, &m_unit, &QVXDeviceUnit::get_version);
+    connect(this, &QVXDevice::sig_get_build, &m_unit, &QVXDeviceUnit::get_build);
+    connect(this, &QVXDevice::sig_get_sample_rate, &m_unit, &QVXDeviceUnit::get_sample_rate);
+    connect(this, &QVXDevice::sig_get_product_name, &m_unit, &QVXDeviceUnit::get_product_name);
+    connect(&m_unit, &QVXDeviceUnit::ret_get_product_name, this, &QVXDevice::recv_get_product_name);
+    connect(this, &QVXDevice::sig_get_debugprint, &m_unit, &QVXDeviceUnit::get_debugprint);
+    connect(&m_unit, &QVXDeviceUnit::ret_get_debugprint, this, &QVXDevice::recv_get_debugprint);
+    connect(this, &QVXDevice::sig_set_assign_ch, &m_unit, &QVXDeviceUnit::set_assign_ch);
+    connect(&m_unit, &QVXDeviceUnit::ret_set_assign_ch, this, &QVXDevice::recv_set_assign_ch);
+    connect(this, &QVXDevice::sig_set_eq, &m_unit, &QVXDeviceUnit::set_eq);
+    connect(&m_unit, &QVXDeviceUnit::ret_set_eq, this, &QVXDevice::recv_set_eq);
+    connect(this, &QVXDevice::sig_set_comp, &m_unit, &QVXDeviceUnit::set_comp);
+    connect(&m_unit, &QVXDeviceUnit::ret_set_comp, this, &QVXDevice::recv_set_comp);
+    connect(this, &QVXDevice::sig_set_fader, &m_unit, &QVXDeviceUnit::set_fader);
+    connect(&m_unit, &QVXDeviceUnit::ret_set_fader, this, &QVXDevice::recv_set_fader);
+    connect(this, &QVXDevice::sig_set_pan, &m_unit, &QVXDeviceUnit::set_pan);
+    connect(&m_unit, &QVXDeviceUnit::ret_set_pan, this, &QVXDevice::recv_set_pan);
+    connect(this, &QVXDevice::sig_set_mute, &m_unit, &QVXDeviceUnit::set_mute);
+    connect(&m_unit, &QVXDeviceUnit::ret_set_mute, this, &QVXDevice::recv_set_mute);
+    connect(this, &QVXDevice::sig_set_solo, &m_unit, &QVXDeviceUnit::set_solo);
+    connect(&m_unit, &QVXDeviceUnit::ret_set_solo, this, &QVXDevice::recv_set_solo);
+    connect(this, &QVXDevice::sig_set_phase, &m_unit, &QVXDeviceUnit::set_phase);
+    connect(&m_unit, &QVXDeviceUnit::ret_set_phase, this, &QVXDevice::recv_set_phase);
+    connect(this, &QVXDevice::sig_set_send_stereobus, &m_unit, &QVXDeviceUnit::set_send_stereobus);
+    connect(this, &QVXDevice::sig_set_truebypass, &m_unit, &QVXDeviceUnit::set_truebypass);
+    connect(this, &QVXDevice::sig_get_meter, &m_unit, &QVXDeviceUnit::get_meter);
+    connect(&m_unit, &QVXDeviceUnit::ret_get_meter, this, &QVXDevice::recv_get_meter);
+    connect(this, &QVXDevice::sig_get_grmeter, &m_unit, &QVXDeviceUnit::get_grmeter);
+    connect(&m_unit, &QVXDeviceUnit::ret_get_grmeter, this, &QVXDevice::recv_get_grmeter);
+}
+
+void QVXDevice::assertGuiThread() const
+{
+    Q_ASSERT(QThread::currentThread() == thread());
+}
+
+int QVXDevice::inputIndex(int ch_type, unsigned char ch_no)
+{
+    const bool known = ch_type == vxctl::channelInput && isNumber(ch_no, 1, inputCount);
+    return known ? ch_no - 1 : -1;
+}
+
+int QVXDevice::faderIndex(int ch_type, unsigned char ch_no)
+{
+    if (ch_type == vxctl::channelMaster && isNumber(ch_no, 1, 2)) return inputCount + ch_no - 1;
+    return inputIndex(ch_type, ch_no);
+}
+
+bool QVXDevice::get_version(std::uint16_t &version)
+{
+    assertGuiThread();
+    version = m_unit.version;
+    if (!m_unit.versionWaits.exchange(true)) emit sig_get_version();
+    return true;
+}
+
+bool QVXDevice::get_build(std::uint16_t &build)
+{
+    assertGuiThread();
+    build = m_unit.build;
+    if (!m_unit.buildWaits.exchange(true)) emit sig_get_build();
+    return true;
+}
+
+bool QVXDevice::get_sample_rate(std::uint32_t &rate)
+{
+    assertGuiThread();
+    rate = m_unit.sample_rate;
+    if (!m_unit.sampleRateWaits.exchange(true)) emit sig_get_sample_rate();
+    return true;
+}
+
+bool QVXDevice::is_selected()
+{
+    assertGuiThread();
+    if (!m_caches.selectionAsked) {
+        m_caches.selectionAsked = true;
+        emit sig_is_selected();
+    }
+    return m_selected;
+}
+
+bool QVXDevice::deselect()
+{
+    assertGuiThread();
+    if (!m_caches.deselectAsked) {
+        m_caches.deselectAsked = true;
+        m_deselected = false;
+        emit sig_deselect();
+    }
+    return m_deselected;
+}
+
+bool QVXDevice::get_product_name(QString &name)
+{
+    assertGuiThread();
+    name = m_caches.productName;
+    if (wantsRequest(m_caches.textRefresh)) emit sig_get_product_name();
+    return true;
+}
+
+bool QVXDevice::get_debugprint(QString &text)
+{
+    assertGuiThread();
+    text = m_caches.debugText;
+    if (wantsRequest(m_caches.textRefresh)) emit sig_get_debugprint();
+    return true;
+}
+
+bool QVXDevice::set_assign_ch(int in_type, unsigned char in_ch, int out_type, unsigned char out_ch)
+{
+    assertGuiThread();
+    if (out_type != vxctl::channelLineOut || !isNumber(out_ch, 1, lineOutCount)) return false;
+    const bool changed = m_caches.route.set(
+        out_ch - 1, {in_type, in_ch, out_type, out_ch}, [this](const Route &v) { emitRoute(v); });
+    return !changed || m_caches.route.ret();
+}
+
+bool QVXDevice::set_eq(
+    int ch_type, unsigned char ch_no, unsigned char on, int band, unsigned char gain,
+    unsigned char freq, unsigned char q)
+{
+    assertGuiThread();
+    const int index = inputIndex(ch_type, ch_no);
+    if (index < 0 || !isNumber(band, 1, bandCount)) return false;
+    const bool changed = m_caches.eq.set(
+        index * bandCount + band - 1, {ch_type, ch_no, on, band - 1, gain, freq, q},
+        [this](const Eq &v) { emitEq(v); });
+    return !changed || m_caches.eq.ret();
+}
+
+bool QVXDevice::set_comp(
+    int ch_type, unsigned char ch_no, unsigned char on, unsigned char threshold,
+    unsigned char ratio, unsigned char attack, unsigned char release, unsigned char gain, int link)
+{
+    assertGuiThread();
+    const int index = inputIndex(ch_type, ch_no);
+    if (index < 0) return false;
+    const bool changed = m_caches.comp.set(
+        index, {ch_type, ch_no, on, threshold, ratio, attack, release, gain, link},
+        [this](const Comp &v) { emitComp(v); });
+    return !changed || m_caches.comp.ret();
+}
+
+template <int Size>
+bool QVXDevice::setParameter(
+    Parameters<Size> &table, int index, const Parameter &values, ParameterSignal send)
+{
+    assertGuiThread();
+    if (index < 0) return false;
+    const bool changed = table.set(index, values, [this, send](const Parameter &v) {
+        emit(this->*send)(v.ch_type, v.ch_no, v.data);
+    });
+    return !changed || table.ret();
+}
+
+bool QVXDevice::set_fader(int ch_type, unsigned char ch_no, unsigned char data)
+{
+    return setParameter(
+        m_caches.fader, faderIndex(ch_type, ch_no), {ch_type, ch_no, data},
+        &QVXDevice::sig_set_fader);
+}
+
+bool QVXDevice::set_pan(int ch_type, unsigned char ch_no, unsigned char data)
+{
+    return setParameter(
+        m_caches.pan, inputIndex(ch_type, ch_no), {ch_type, ch_no, data}, &QVXDevice::sig_set_pan);
+}
+
+bool QVXDevice::set_mute(int ch_type, unsigned char ch_no, unsigned char data)
+{
+    return setParameter(
+        m_caches.mute, faderIndex(ch_type, ch_no), {ch_type, ch_no, data},
+        &QVXDevice::sig_set_mute);
+}
+
+bool QVXDevice::set_solo(int ch_type, unsigned char ch_no, unsigned char data)
+{
+    return setParameter(
+        m_caches.solo, inputIndex(ch_type, ch_no), {ch_type, ch_no, data},
+        &QVXDevice::sig_set_solo);
+}
+
+bool QVXDevice::set_phase(int ch_type, unsigned char ch_no, unsigned char data)
+{
+    return setParameter(
+        m_caches.phase, inputIndex(ch_type, ch_no), {ch_type, ch_no, data},
+        &QVXDevice::sig_set_phase);
+}
+
+void QVXDevice::set_send_stereobus(unsigned char on)
+{
+    assertGuiThread();
+    emit sig_set_send_stereobus(on);
+}
+
+void QVXDevice::set_truebypass(unsigned char on)
+{
+    assertGuiThread();
+    emit sig_set_truebypass(on);
+}
+
+bool QVXDevice::get_meter(vxctl::MeterRecord *records, int wanted, int &count)
+{
+    assertGuiThread();
+    const int copied = std::clamp(wanted, 0, vxctl::meterCount);
+    std::copy_n(m_caches.meters.begin(), copied, records);
+    count = m_caches.meterNum;
+    if (wantsRequest(m_caches.meterRefresh)) emit sig_get_meter();
+    return m_meterRet;
+}
+
+bool QVXDevice::get_grmeter(int ch_type, unsigned char ch_no, unsigned int &meter)
+{
+    assertGuiThread();
+    const int index = inputIndex(ch_type, ch_no);
+    if (index < 0) return false;
+    GainReduction &entry = m_caches.gainReduction[static_cast<std::size_t>(index)];
+    meter = entry.value;
+    if (wantsRequest(entry.refresh)) emit sig_get_grmeter(ch_type, ch_no);
+    return entry.ret;
+}
+
+void QVXDevice::reset()
+{
+    assertGuiThread();
+    m_caches = Caches();
+}
+
+void QVXDevice::emitRoute(const Route &v)
+{
+    emit sig_set_assign_ch(v.in_type, v.in_ch, v.out_type, v.out_ch);
+}
+
+void QVXDevice::emitEq(const Eq &v)
+{
+    emit sig_set_eq(v.ch_type, v.ch_no, v.on, v.band, v.gain, v.freq, v.q);
+}
+
+void QVXDevice::emitComp(const Comp &v)
+{
+    emit sig_set_comp(
+        v.ch_type, v.ch_no, v.on, v.threshold, v.ratio, v.attack, v.release, v.gain, v.link);
+}
+
+template <int Size>
+void QVXDevice::answered(Parameters<Size> &table, bool ret, ParameterSignal send)
+{
+    assertGuiThread();
+    table.answered(
+        ret, [this, send](const Parameter &v) { emit(this->*send)(v.ch_type, v.ch_no, v.data); });
+}
+
+void QVXDevice::recv_deselect(bool ret)
+{
+    assertGuiThread();
+    m_caches.deselectAsked = false;
+    m_deselected = ret;
+}
+
+void QVXDevice::recv_is_selected(bool ret)
+{
+    assertGuiThread();
+    m_caches.selectionAsked = false;
+    m_selected = ret;
+}
+
+void QVXDevice::recv_get_debugprint(bool, QString &dbg)
+{
+    assertGuiThread();
+    m_caches.debugText += dbg;
+    if (wantsAnother(m_caches.textRefresh)) emit sig_get_debugprint();
+}
+
+void QVXDevice::recv_get_product_name(bool, QString &name)
+{
+    assertGuiThread();
+    m_caches.productName = name;
+    if (wantsAnother(m_caches.textRefresh)) emit sig_get_product_name();
+}
+
+void QVXDevice::recv_set_assign_ch(bool ret)
+{
+    assertGuiThread();
+    m_caches.route.answered(ret, [this](const Route &v) { emitRoute(v); });
+}
+
+void QVXDevice::recv_set_eq(bool ret)
+{
+    assertGuiThread();
+    // Wider than the others: of every channel one waiting band goes out.
+    m_caches.eq.answered(ret, bandCount, [this](const Eq &v) { emitEq(v); });
+}
+
+void QVXDevice::recv_set_comp(bool ret)
+{
+    assertGuiThread();
+    m_caches.comp.answered(ret, [this](const Comp &v) { emitComp(v); });
+}
+
+void QVXDevice::recv_set_fader(bool ret)
+{
+    answered(m_caches.fader, ret, &QVXDevice::sig_set_fader);
+}
+
+void QVXDevice::recv_set_pan(bool ret)
+{
+    answered(m_caches.pan, ret, &QVXDevice::sig_set_pan);
+}
+
+void QVXDevice::recv_set_mute(bool ret)
+{
+    answered(m_caches.mute, ret, &QVXDevice::sig_set_mute);
+}
+
+void QVXDevice::recv_set_solo(bool ret)
+{
+    answered(m_caches.solo, ret, &QVXDevice::sig_set_solo);
+}
+
+void QVXDevice::recv_set_phase(bool ret)
+{
+    answered(m_caches.phase, ret, &QVXDevice::sig_set_phase);
+}
+
+void QVXDevice::recv_get_meter(bool ret, QByteArray meter, int num)
+{
+    assertGuiThread();
+    m_meterRet = ret;
+    const std::size_t size =
+        std::min<std::size_t>(static_cast<std::size_t>(meter.size()), sizeof m_caches.meters);
+    std::memcpy(m_caches.meters.data(), meter.constData(), size);
+    m_caches.meterNum = num;
+    if (wantsAnother(m_caches.meterRefresh)) emit sig_get_meter();
+}
+
+void QVXDevice::recv_get_grmeter(bool ret, int ch_type, unsigned char ch_no, unsigned int meter)
+{
+    assertGuiThread();
+    const int index = inputIndex(ch_type, ch_no);
+    if (index < 0) return;
+    GainReduction &entry = m_caches.gainReduction[static_cast<std::size_t>(index)];
+    entry.ret = ret;
+    entry.value = meter;
+    if (entry.refresh != Refresh::Again) entry.refresh = Refresh::Idle;
+    for (std::size_t i = 0; i < m_caches.gainReduction.size(); ++i) {
+        GainReduction &waiting = m_caches.gainReduction[i];
+        if (waiting.refresh != Refresh::Again) continue;
+        waiting.refresh = Refresh::Busy;
+        emit sig_get_grmeter(vxctl::channelInput, static_cast<unsigned char>(i + 1));
+        return;
+    }
+}

@@ -1,0 +1,222 @@
+#pragma once
+
+#include "device/qvxdeviceunit.h"
+#include "device/requesttable.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+#include <array>
+
+class QThread;
+
+/// The device as the rest of the program sees it. Every call returns at once with the last known
+/// answer and, where needed, asks the worker for a fresh one. GUI thread only.
+///
+/// Setters drop a value that equals the last one asked for, and keep at most one request of a kind
+/// with the worker; what changes meanwhile is sent after its answer, with the newest values. A
+/// failed request is not sent again until its value changes or reset() forgets it.
+class QVXDevice : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Looks for the device, reads its identity (this once on the calling thread) and starts the
+    /// worker thread. The transport must outlive the object.
+    explicit QVXDevice(Transport &transport, QObject *parent = nullptr);
+    /// Stops the worker: waits up to 2000 ms for it, then terminates it and waits up to 1000 ms.
+    ~QVXDevice() override;
+
+    /// @name Identity
+    /// They hand out what the worker read last (0 when it never could) and ask it to read again;
+    /// always true.
+    ///@{
+    bool get_version(std::uint16_t &version);
+    bool get_build(std::uint16_t &build);
+    bool get_sample_rate(std::uint32_t &rate); ///< hertz
+    ///@}
+
+    /// Whether a device was there at the previous call, or at construction; asks anew.
+    bool is_selected();
+    /// Forgets the device, so that the next request looks for it anew. Clears the answer of the
+    /// call before and returns it: false until the worker has answered.
+    bool deselect();
+
+    /// The text known so far; asks for a new one. Always true.
+    bool get_product_name(QString &name);
+    bool get_debugprint(QString &text);
+
+    /// @name Setters
+    /// False for a channel that the parameter does not have. True when nothing is to be sent, else
+    /// the result of the last request of that kind.
+    ///@{
+    /// out_type 1, out_ch 1 to 8.
+    bool set_assign_ch(int in_type, unsigned char in_ch, int out_type, unsigned char out_ch);
+    /// Inputs. Bands count from 1: low, high, high-mid, low-mid.
+    bool set_eq(
+        int ch_type, unsigned char ch_no, unsigned char on, int band, unsigned char gain,
+        unsigned char freq, unsigned char q);
+    /// Inputs. link is 1 for a linked pair.
+    bool set_comp(
+        int ch_type, unsigned char ch_no, unsigned char on, unsigned char threshold,
+        unsigned char ratio, unsigned char attack, unsigned char release, unsigned char gain,
+        int link);
+    /// Inputs and master. Whole dB as a two's complement byte, -127 for silence.
+    bool set_fader(int ch_type, unsigned char ch_no, unsigned char data);
+    /// Inputs. -127 left to 127 right as a two's complement byte.
+    bool set_pan(int ch_type, unsigned char ch_no, unsigned char data);
+    bool set_mute(int ch_type, unsigned char ch_no, unsigned char data);  ///< inputs and master
+    bool set_solo(int ch_type, unsigned char ch_no, unsigned char data);  ///< inputs
+    bool set_phase(int ch_type, unsigned char ch_no, unsigned char data); ///< inputs
+    ///@}
+
+    /// Sent at once, whatever was sent before.
+    void set_send_stereobus(unsigned char on);
+    void set_truebypass(unsigned char on);
+
+    /// Copies the last meter list to the caller: at most 18 records of vxctl::MeterRecord, and no
+    /// more than wanted; count is how many the device sent. True when the last list came whole.
+    bool get_meter(vxctl::MeterRecord *records, int wanted, int &count);
+    /// The last gain reduction of an input, linear, 32768 for none; false for any other channel.
+    bool get_grmeter(int ch_type, unsigned char ch_no, unsigned int &meter);
+
+    /// Forgets all values that were sent and all that were received, so that nothing is dropped as
+    /// unchanged. Whether a device is there, and whether the meters answer, stays known.
+    void reset();
+
+signals:
+    void sig_deselect();
+    void sig_is_selected();
+    void sig_get_version();
+    void sig_get_build();
+    void sig_get_sample_rate();
+    void sig_get_debugprint();
+    void sig_get_product_name();
+    void sig_set_assign_ch(int in_type, unsigned char in_ch, int out_type, unsigned char out_ch);
+    void sig_set_eq(
+        int ch_type, unsigned char ch_no, unsigned char on, int band, unsigned char gain,
+        unsigned char freq, unsigned char q);
+    void sig_set_comp(
+        int ch_type, unsigned char ch_no, unsigned char on, unsigned char threshold,
+        unsigned char ratio, unsigned char attack, unsigned char release, unsigned char gain,
+        int link);
+    void sig_set_fader(int ch_type, unsigned char ch_no, unsigned char data);
+    void sig_set_pan(int ch_type, unsigned char ch_no, unsigned char data);
+    void sig_set_mute(int ch_type, unsigned char ch_no, unsigned char data);
+    void sig_set_solo(int ch_type, unsigned char ch_no, unsigned char data);
+    void sig_set_phase(int ch_type, unsigned char ch_no, unsigned char data);
+    void sig_set_send_stereobus(unsigned char on);
+    void sig_set_truebypass(unsigned char on);
+    void sig_get_meter();
+    void sig_get_grmeter(int ch_type, unsigned char ch_no);
+
+private slots:
+    void recv_deselect(bool ret);
+    void recv_is_selected(bool ret);
+    void recv_get_debugprint(bool ret, QString &dbg);
+    void recv_get_product_name(bool ret, QString &name);
+    void recv_set_assign_ch(bool ret);
+    void recv_set_eq(bool ret);
+    void recv_set_comp(bool ret);
+    void recv_set_fader(bool ret);
+    void recv_set_pan(bool ret);
+    void recv_set_mute(bool ret);
+    void recv_set_solo(bool ret);
+    void recv_set_phase(bool ret);
+    void recv_get_meter(bool ret, QByteArray meter, int num);
+    void recv_get_grmeter(bool ret, int ch_type, unsigned char ch_no, unsigned int meter);
+
+private:
+    static constexpr int inputCount = 16;
+    static constexpr int faderCount = 18; // with the two sides of the master
+    static constexpr int lineOutCount = 8;
+    static constexpr int bandCount = 4;
+
+    struct Route
+    {
+        int in_type;
+        unsigned char in_ch;
+        int out_type;
+        unsigned char out_ch;
+        bool operator==(const Route &o) const;
+    };
+    struct Eq
+    {
+        int ch_type;
+        unsigned char ch_no, on;
+        int band; // as the command counts it, from 0
+        unsigned char gain, freq, q;
+        bool operator==(const Eq &o) const;
+    };
+    struct Comp
+    {
+        int ch_type;
+        unsigned char ch_no, on, threshold, ratio, attack, release, gain;
+        int link;
+        bool operator==(const Comp &o) const;
+    };
+    struct Parameter
+    {
+        int ch_type;
+        unsigned char ch_no, data;
+        bool operator==(const Parameter &o) const;
+    };
+    template <int Size>
+    using Parameters = RequestTable<Parameter, Size>;
+    using ParameterSignal = void (QVXDevice::*)(int, unsigned char, unsigned char);
+
+    struct GainReduction
+    {
+        Refresh refresh = Refresh::Idle;
+        bool ret = false;
+        unsigned int value = 0;
+    };
+
+    /// Everything that reset() forgets.
+    struct Caches
+    {
+        RequestTable<Route, lineOutCount> route;
+        RequestTable<Eq, inputCount * bandCount> eq;
+        RequestTable<Comp, inputCount> comp;
+        Parameters<faderCount> fader;
+        Parameters<faderCount> mute;
+        Parameters<inputCount> pan;
+        Parameters<inputCount> solo;
+        Parameters<inputCount> phase;
+
+        std::array<vxctl::MeterRecord, vxctl::meterCount> meters;
+        int meterNum = 0;
+        Refresh meterRefresh = Refresh::Idle;
+        std::array<GainReduction, inputCount> gainReduction;
+
+        QString productName;
+        QString debugText;
+        Refresh textRefresh = Refresh::Idle;
+
+        bool selectionAsked = false;
+        bool deselectAsked = false;
+
+        Caches();
+    };
+
+    static int inputIndex(int ch_type, unsigned char ch_no);
+    static int faderIndex(int ch_type, unsigned char ch_no);
+    void assertGuiThread() const;
+    void connectWorker();
+    void emitRoute(const Route &v);
+    void emitEq(const Eq &v);
+    void emitComp(const Comp &v);
+    template <int Size>
+    bool
+    setParameter(Parameters<Size> &table, int index, const Parameter &values, ParameterSignal send);
+    template <int Size>
+    void answered(Parameters<Size> &table, bool ret, ParameterSignal send);
+
+    QVXDeviceUnit m_unit;
+    QThread *m_thread;
+    Caches m_caches;
+    bool m_selected;
+    bool m_deselected = false;
+    bool m_meterRet = true;
+};
