@@ -1,0 +1,31 @@
+#pragma once
+
+#include "device/transport.h"
+#include "simulator/simulatedtamber.h"
+
+namespace simulator {
+
+/// The transport that ends at a simulated device. Transfers take the time that they take over a
+/// cable. Any thread, one request at a time.
+class SimulatedTransport final : public Transport
+{
+public:
+    /// The device must outlive the transport.
+    explicit SimulatedTransport(SimulatedTamber &device) : m_device(device) {}
+
+    int find(TransportContext &context, int index) override;
+    int transferOut(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, const std::uint8_t *data) override;
+    int transferIn(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, std::uint8_t *data) override;
+    int sampleRate(TransportContext &device, std::uint32_t &rate) override;
+
+private:
+    bool reach();
+
+    SimulatedTamber &m_device;
+};
+
+} // namespace simulator

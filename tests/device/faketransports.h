@@ -1,0 +1,134 @@
+#pragma once
+
+#include "device/transport.h"
+#include "simulator/deviceclock.h"
+
+#include <QByteArray>
+#include <QFile>
+#include <QList>
+
+#include <cstdio>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <unistd.h>
+
+/// Counts the waits instead of waiting; a simulated device's time passes with them.
+class CountingClock final : public Clock
+{
+public:
+    explicit CountingClock(simulator::DeviceClock *device = nullptr) : m_device(device) {}
+
+    bool sleep(int milliseconds) override
+    {
+        ++waits;
+        waited += milliseconds;
+        if (m_device) m_device->pass(std::chrono::milliseconds(milliseconds));
+        return !stopping();
+    }
+    bool stopping() const override { return stopAfter >= 0 && waits >= stopAfter; }
+
+    int waits = 0;
+    int waited = 0; ///< milliseconds
+    int stopAfter = -1;
+
+private:
+    simulator::DeviceClock *m_device;
+};
+
+/// Keeps what was sent and hands out scripted answers, or those of the transport behind it. It can
+/// fail from its n-th transfer on, and hold every request up. Any thread, the members while held.
+class RecordedTransport : public Transport
+{
+public:
+    explicit RecordedTransport(Transport *behind = nullptr) : m_behind(behind) {}
+
+    std::deque<QByteArray> answers; ///< one a read
+    QByteArray steady;              ///< the answer when those are used up
+    int failFrom = 0;               ///< the first transfer that fails, from 1
+    int failures = 1 << 30;         ///< how many do
+    QByteArray calls;               ///< a letter a request: Find, Out, In, Rate
+    QList<QByteArray> sent;         ///< in hexadecimal, what was accepted
+    int unexpected = 0;             ///< transfers that no command makes
+
+    /// While this is held, all requests wait.
+    std::unique_lock<std::mutex> hold() { return std::unique_lock(m_mutex); }
+    /// What was sent since the last time.
+    QList<QByteArray> takeSent()
+    {
+        const auto lock = hold();
+        return std::exchange(sent, {});
+    }
+
+    int find(TransportContext &context, int index) override
+    {
+        const auto lock = hold();
+        calls += 'F';
+        context.device = &context;
+        return m_behind ? m_behind->find(context, index) : 0;
+    }
+    int transferOut(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, const std::uint8_t *data) override
+    {
+        const auto lock = hold();
+        if (request != requestSend || value != 0 || index != 0) ++unexpected;
+        if (fails('O')) return 1;
+        if (m_behind && m_behind->transferOut(device, request, value, index, length, data) != 0)
+            return 1;
+        sent += QByteArray(reinterpret_cast<const char *>(data), length).toHex(' ');
+        return 0;
+    }
+    int transferIn(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, std::uint8_t *data) override
+    {
+        const auto lock = hold();
+        if (request != requestFetch || value != 0 || index != 0 || length != 64) ++unexpected;
+        if (fails('I')) return 1;
+        if (m_behind) return m_behind->transferIn(device, request, value, index, length, data);
+        QByteArray answer = steady;
+        if (!answers.empty()) {
+            answer = answers.front();
+            answers.pop_front();
+        }
+        for (int i = 0; i < length; ++i)
+            data[i] = static_cast<std::uint8_t>(i < answer.size() ? answer.at(i) : 0);
+        return 0;
+    }
+    int sampleRate(TransportContext &device, std::uint32_t &rate) override
+    {
+        const auto lock = hold();
+        if (fails('R')) return 1;
+        rate = 96000;
+        return m_behind ? m_behind->sampleRate(device, rate) : 0;
+    }
+
+private:
+    bool fails(char call)
+    {
+        calls += call;
+        const int n = calls.size() - calls.count('F');
+        return failFrom > 0 && n >= failFrom && n < failFrom + failures;
+    }
+
+    Transport *m_behind;
+    std::mutex m_mutex;
+};
+
+/// What is written to standard output meanwhile.
+inline QByteArray capturedOutput(const std::function<void()> &act)
+{
+    std::FILE *const file = std::tmpfile();
+    std::fflush(stdout);
+    const int terminal = ::dup(STDOUT_FILENO);
+    ::dup2(::fileno(file), STDOUT_FILENO);
+    act();
+    std::fflush(stdout);
+    ::dup2(terminal, STDOUT_FILENO);
+    ::close(terminal);
+    std::rewind(file);
+    QFile reader;
+    reader.open(file, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle);
+    return reader.readAll();
+}

@@ -1,0 +1,383 @@
+#include "device/platformtransport.h"
+#include "device/qvxdevice.h"
+#include "simulator/simulatedtransport.h"
+#include "tests/device/faketransports.h"
+
+#include <QtTest>
+
+namespace {
+
+constexpr int input = vxctl::channelInput;
+constexpr int master = vxctl::channelMaster;
+constexpr int lineOut = vxctl::channelLineOut;
+
+/// The facade with its worker thread, on a simulated device with a recorder on its cable.
+struct Panel
+{
+    Panel() { transport.takeSent(); }
+
+    /// Everything that was sent until all requests were worked off, but for the mark put in for it.
+    QByteArray sent()
+    {
+        const QByteArray mark("44 02 01 00 00");
+        QList<QByteArray> all, last;
+        do {
+            device.set_send_stereobus(1);
+            last = {};
+            const bool marked = QTest::qWaitFor([&] {
+                last += transport.takeSent();
+                return last.contains(mark);
+            });
+            if (!marked) return "The worker hangs.";
+            last.removeOne(mark);
+            all += last;
+            QCoreApplication::processEvents(); // the answers may let more go out
+        } while (!last.isEmpty());
+        return all.join('|');
+    }
+    std::uint32_t rate()
+    {
+        std::uint32_t hertz = 1;
+        return device.get_sample_rate(hertz) ? hertz : 1;
+    }
+
+    simulator::SteppedClock time;
+    simulator::SimulatedTamber tamber{time};
+    simulator::SimulatedTransport cable{tamber};
+    RecordedTransport transport{&cable};
+    QVXDevice device{transport};
+};
+
+QByteArray parameter(int type, int number, const char *tag, int value)
+{
+    const auto hex = [](int n) { return QByteArray(1, static_cast<char>(n)).toHex(); };
+    return "61 02 " + hex(type) + " 62 02 " + hex(number) + ' ' + tag + " 02 " + hex(value) +
+           " 00 00";
+}
+
+QByteArray eq(int number, int band)
+{
+    return parameter(input, number, "51", band).chopped(6) +
+           " 52 02 03 53 02 04 54 02 00 55 02 01 00 00";
+}
+
+} // namespace
+
+class TestQVXDevice : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void onlyTheNewestValueFollows();
+    void kindsDoNotWaitForOneAnother();
+    void resultsOfSetters();
+    void refusedChannels();
+    void eqBands();
+    void resetForgets();
+    void meters();
+    void gainReduction();
+    void identity();
+    void identityRequestsDoNotPileUp();
+    void texts();
+    void presence();
+    void withoutADevice();
+    void stopsWhileTheDeviceIsSlow();
+    void stopsWhileTheDeviceIsBusy();
+};
+
+void TestQVXDevice::onlyTheNewestValueFollows()
+{
+    Panel panel;
+    for (unsigned char step = 0; step < 50; ++step)
+        panel.device.set_fader(input, 3, step / 10);
+    QCOMPARE(panel.sent(), parameter(input, 3, "81", 0) + '|' + parameter(input, 3, "81", 4));
+
+    // Of several that wait the lowest goes first, the master last.
+    QByteArray wanted = parameter(input, 9, "81", 1);
+    panel.device.set_fader(input, 9, 1);
+    panel.device.set_fader(master, 1, 3);
+    for (unsigned char number : {16, 4, 9})
+        panel.device.set_fader(input, number, 3);
+    for (int number : {4, 9, 16})
+        wanted += '|' + parameter(input, number, "81", 3);
+    QCOMPARE(panel.sent(), wanted + '|' + parameter(master, 1, "81", 3));
+}
+
+void TestQVXDevice::kindsDoNotWaitForOneAnother()
+{
+    Panel panel;
+    panel.device.set_truebypass(1); // sent whatever was sent before
+    panel.device.set_truebypass(1);
+    panel.device.set_pan(input, 3, 0x81);
+    panel.device.set_phase(input, 3, 1);
+    panel.device.set_mute(master, 2, 1);
+    panel.device.set_solo(input, 3, 1);
+    panel.device.set_comp(input, 3, 1, 10, 2, 5, 7, 4, 0);
+    panel.device.set_assign_ch(vxctl::channelComputer, 8, lineOut, 2);
+    panel.device.set_send_stereobus(0);
+    const QList<QByteArray> wanted{
+        "45 02 01 00 00",
+        "45 02 01 00 00",
+        parameter(input, 3, "82", 0x81),
+        parameter(input, 3, "85", 1),
+        parameter(master, 2, "83", 1),
+        parameter(input, 3, "84", 1),
+        "61 02 04 62 02 03 91 02 0a 92 02 02 93 02 05 94 02 07 95 02 04 96 02 00 97 02 01 00 00",
+        "61 02 03 62 02 08 41 01 61 02 01 62 02 02 42 01 43 01 00 00",
+        "44 02 00 00 00"};
+    QCOMPARE(panel.sent(), wanted.join('|'));
+}
+
+void TestQVXDevice::resultsOfSetters()
+{
+    Panel panel;
+    panel.device.set_pan(input, 1, 0); // the middle is a value like any other
+    QVERIFY(panel.device.set_pan(input, 1, 0));
+    QCOMPARE(panel.sent(), parameter(input, 1, "82", 0));
+    QVERIFY(panel.device.set_pan(input, 1, 2)); // the last one succeeded
+    panel.sent();
+    panel.device.set_pan(input, 1, 0x80); // the device refuses -128
+    panel.sent();
+    QVERIFY(panel.device.set_pan(input, 1, 0x80));
+    QCOMPARE(panel.sent(), QByteArray());
+    QCOMPARE(panel.tamber.refused(), std::uint64_t{10}); // it was not tried again
+    QVERIFY(!panel.device.set_pan(input, 1, 3));
+    QCOMPARE(panel.sent(), parameter(input, 1, "82", 3));
+    QVERIFY(panel.device.set_pan(input, 1, 4));
+}
+
+void TestQVXDevice::refusedChannels()
+{
+    Panel panel;
+    QVXDevice &d = panel.device;
+    unsigned int value = 0;
+    const bool accepted[] = {
+        d.set_comp(master, 1, 1, 0, 0, 0, 0, 0, 0),
+        d.set_comp(input, 17, 1, 0, 0, 0, 0, 0, 0),
+        d.set_eq(input, 0, 1, 1, 0, 0, 0),
+        d.set_eq(input, 1, 1, 0, 0, 0, 0),
+        d.set_eq(input, 1, 1, 5, 0, 0, 0),
+        d.set_eq(master, 1, 1, 1, 0, 0, 0),
+        d.set_fader(master, 3, 0),
+        d.set_fader(lineOut, 1, 0),
+        d.set_fader(input, 17, 0),
+        d.set_mute(input, 0, 1),
+        d.set_mute(-1, 1, 1),
+        d.set_pan(master, 1, 0),
+        d.set_solo(master, 2, 1),
+        d.set_phase(input, 255, 1),
+        d.set_assign_ch(master, 1, lineOut, 9),
+        d.set_assign_ch(master, 1, lineOut, 0),
+        d.set_assign_ch(input, 1, master, 1),
+        d.get_grmeter(master, 1, value),
+    };
+    QCOMPARE(std::count(std::begin(accepted), std::end(accepted), true), 0);
+    QCOMPARE(panel.sent(), QByteArray());
+}
+
+void TestQVXDevice::eqBands()
+{
+    Panel panel;
+    QByteArray wanted = eq(1, 0);
+    panel.device.set_eq(input, 1, 1, 1, 3, 4, 0);
+    for (unsigned char number = 16; number >= 1; --number)
+        for (int band : {4, 3})
+            panel.device.set_eq(input, number, 1, band, 3, 4, 0);
+    // One answer lets the lowest waiting band of every channel go.
+    for (int band : {2, 3})
+        for (int number = 1; number <= 16; ++number)
+            wanted += '|' + eq(number, band);
+    QCOMPARE(panel.sent(), wanted);
+}
+
+void TestQVXDevice::resetForgets()
+{
+    Panel panel;
+    const auto send = [&](unsigned char value) {
+        panel.device.set_fader(input, 1, value);
+        panel.device.set_fader(input, 2, value);
+    };
+    send(6);
+    const QByteArray once = panel.sent();
+    panel.device.reset();
+    send(6);
+    QCOMPARE(panel.sent(), once);
+
+    send(5);
+    panel.device.reset(); // also in the midst of a request nothing sticks
+    send(4);
+    send(3);
+    panel.sent();
+    QCOMPARE(panel.tamber.state().inputs[0].fader, 3);
+    QCOMPARE(panel.tamber.state().inputs[1].fader, 3);
+    QVERIFY(panel.device.is_selected());
+}
+
+void TestQVXDevice::meters()
+{
+    Panel panel;
+    std::array<vxctl::MeterRecord, 20> list;
+    const auto get = [&](int wanted) {
+        list.fill({9, 9, 9, 9});
+        int count = -1;
+        return panel.device.get_meter(list.data(), wanted, count) ? count : -1;
+    };
+    QCOMPARE(get(18), 0);
+    QCOMPARE(int(list[15].ch_no), 16);
+    QCOMPARE(int(list[17].ch_type), master);
+    QCOMPARE(int(list[4].level), 0);
+    QTRY_COMPARE(get(20), 18);
+    QVERIFY(list[4].level > 10000); // a steady tone
+    QCOMPARE(int(list[17].ch_no), 2);
+    QCOMPARE(int(list[18].ch_no), 9);
+    get(1);
+    QCOMPARE(int(list[1].ch_no), 9);
+
+    panel.sent();
+    for (int i = 0; i < 30; ++i) // while one is under way they make one more
+        get(18);
+    QCOMPARE(panel.sent(), QByteArray("71 01 00 00|71 01 00 00"));
+
+    panel.tamber.setPlugged(false);
+    QTRY_COMPARE(get(18), -1);
+    panel.device.reset();
+    QCOMPARE(get(18), -1); // that they failed is not forgotten
+}
+
+void TestQVXDevice::gainReduction()
+{
+    Panel panel;
+    const auto get = [&](unsigned char number) {
+        unsigned int value = 1;
+        return panel.device.get_grmeter(input, number, value) ? int(value) : -int(value);
+    };
+    for (unsigned char number : {16, 2, 16, 2, 16})
+        QCOMPARE(get(number), 0);
+    const QByteArray of2("62 02 02 61 02 04 b1 01 00 00"), of16("62 02 10 61 02 04 b1 01 00 00");
+    QCOMPARE(panel.sent(), of16 + '|' + of2 + '|' + of2 + '|' + of16);
+    QCOMPARE(get(2), 32767);
+    QCOMPARE(get(16), 32767);
+    QCOMPARE(get(3), 0); // nobody asked for it
+}
+
+void TestQVXDevice::identity()
+{
+    Panel panel;
+    std::uint16_t version = 0, build = 0;
+    QVERIFY(panel.device.get_version(version) && panel.device.get_build(build));
+    QCOMPARE(int(version), 102);
+    QCOMPARE(int(build), 34);
+    QCOMPARE(panel.rate(), 0u);
+    panel.sent();
+    panel.tamber.setSampleRate(96000);
+    QCOMPARE(panel.rate(), 48000u); // one call late
+    panel.sent();
+    QCOMPARE(panel.rate(), 96000u);
+    panel.tamber.setPlugged(false);
+    QTRY_COMPARE(panel.rate(), 0u);
+}
+
+void TestQVXDevice::identityRequestsDoNotPileUp()
+{
+    Panel panel;
+    const QSignalSpy presence(&panel.device, &QVXDevice::sig_is_selected);
+    auto held = panel.transport.hold();
+    std::uint16_t number = 0;
+    for (int i = 0; i < 100; ++i) {
+        panel.device.get_version(number);
+        panel.device.get_build(number);
+        panel.rate();
+        panel.device.is_selected();
+        if (i == 50) QThread::msleep(20); // time for the worker to begin with the first
+    }
+    QCOMPARE(presence.count(), 1);
+    held.unlock();
+    const int identities = panel.sent().count("31 01 00 00");
+    QVERIFY(identities == 2 || identities == 3); // the one begun may be asked for anew
+    held.lock();
+    QCOMPARE(panel.transport.calls.count('R'), 1);
+}
+
+void TestQVXDevice::texts()
+{
+    Panel panel;
+    QString text;
+    const auto name = [&] { return panel.device.get_product_name(text) ? text : QString(); };
+    const auto said = [&] { return panel.device.get_debugprint(text) ? text : QString(); };
+    QCOMPARE(name(), QStringLiteral("Tamber")); // read at the start
+    panel.device.reset();
+    QCOMPARE(name(), QString());
+    QTRY_COMPARE(name(), QStringLiteral("Tamber"));
+    panel.sent();
+    panel.tamber.say("one ");
+    QTRY_COMPARE(said(), QStringLiteral("one "));
+    panel.sent();
+    panel.tamber.say("two");
+    QTRY_COMPARE(said(), QStringLiteral("one two"));
+}
+
+void TestQVXDevice::presence()
+{
+    Panel panel;
+    QVERIFY(panel.device.is_selected());
+    panel.tamber.setPlugged(false);
+    QVERIFY(!panel.device.deselect());
+    QTRY_VERIFY(!panel.device.is_selected());
+    panel.device.reset();
+    QVERIFY(!panel.device.is_selected());
+    panel.tamber.setPlugged(true);
+    QTRY_VERIFY(panel.device.is_selected());
+    panel.device.set_mute(input, 1, 1);
+    QCOMPARE(panel.sent(), parameter(input, 1, "83", 1));
+}
+
+void TestQVXDevice::withoutADevice()
+{
+    const std::unique_ptr<Transport> transport = platformTransport();
+    QVXDevice device(*transport);
+    std::uint16_t version = 1;
+    QVERIFY(!device.is_selected());
+    QVERIFY(device.get_version(version));
+    QCOMPARE(int(version), 0);
+    vxctl::MeterRecord list[vxctl::meterCount];
+    int count = 0;
+    QVERIFY(device.get_meter(list, vxctl::meterCount, count)); // nothing has failed so far
+    QTRY_VERIFY(!device.get_meter(list, vxctl::meterCount, count));
+    QVERIFY(!device.set_fader(input, 1, 1));
+    QVERIFY(!device.is_selected());
+}
+
+void TestQVXDevice::stopsWhileTheDeviceIsSlow()
+{
+    simulator::RealClock time;
+    simulator::SimulatedTamber tamber(time);
+    simulator::SimulatedTransport cable(tamber);
+    auto device = std::make_unique<QVXDevice>(cable);
+    const std::uint64_t before = tamber.taken();
+    tamber.setFault(simulator::Fault::Slow);
+    for (int i = 0; i < 200; ++i)
+        device->set_send_stereobus(i % 2);
+    QTRY_COMPARE(tamber.taken(), before + 1);
+    QElapsedTimer timer;
+    timer.start();
+    device.reset();
+    QVERIFY(timer.elapsed() < 1500);
+    QVERIFY(tamber.taken() <= before + 2); // with the one that was just on its way
+}
+
+void TestQVXDevice::stopsWhileTheDeviceIsBusy()
+{
+    QElapsedTimer timer;
+    for (int lifetime : {0, 50}) {
+        Panel panel;
+        panel.tamber.setFault(simulator::Fault::Busy); // every command polls half a second
+        for (unsigned char number = 1; number <= 16; ++number)
+            panel.device.set_mute(input, number, 1);
+        QTest::qWait(lifetime);
+        timer.start();
+    }
+    QVERIFY(timer.elapsed() < 300);
+}
+
+QTEST_GUILESS_MAIN(TestQVXDevice)
+#include "test_qvxdevice.moc"

@@ -1,0 +1,170 @@
+#include "device/qvxdeviceunit.h"
+#include "simulator/simulatedtransport.h"
+#include "tests/device/faketransports.h"
+
+#include <QThread>
+#include <QtTest>
+
+#include <thread>
+
+using Unit = QVXDeviceUnit;
+
+namespace {
+
+/// A slot with arguments that a device accepts.
+struct Slot
+{
+    const char *name;
+    void (*run)(Unit &);
+    bool usesDevice = true;
+};
+
+const Slot unitSlots[] = {
+    {"select_default", [](Unit &u) { u.select_default(); }},
+    {"get_debugprint", [](Unit &u) { u.get_debugprint(); }},
+    {"get_product_name", [](Unit &u) { u.get_product_name(); }},
+    {"set_assign_ch", [](Unit &u) { u.set_assign_ch(2, 1, 1, 8); }},
+    {"set_eq", [](Unit &u) { u.set_eq(4, 1, 1, 0, 0xF4, 31, 1); }},
+    {"set_comp", [](Unit &u) { u.set_comp(4, 2, 1, 10, 2, 5, 7, 0, 1); }},
+    {"set_fader", [](Unit &u) { u.set_fader(2, 2, 0xFA); }},
+    {"set_pan", [](Unit &u) { u.set_pan(4, 3, 0x81); }},
+    {"set_mute", [](Unit &u) { u.set_mute(4, 4, 1); }},
+    {"set_solo", [](Unit &u) { u.set_solo(4, 5, 1); }},
+    {"set_phase", [](Unit &u) { u.set_phase(4, 6, 1); }},
+    {"get_version", [](Unit &u) { u.get_version(); }},
+    {"get_build", [](Unit &u) { u.get_build(); }},
+    {"get_meter", [](Unit &u) { u.get_meter(); }},
+    {"get_grmeter", [](Unit &u) { u.get_grmeter(4, 16); }},
+    {"get_sample_rate", [](Unit &u) { u.get_sample_rate(); }},
+    {"is_selected", [](Unit &u) { u.is_selected(); }, false},
+    {"deselect", [](Unit &u) { u.deselect(); }, false},
+};
+
+/// A device that always says who it is.
+struct Talkative : RecordedTransport
+{
+    Talkative() { steady = QByteArray::fromHex("32 03 66 00 33 03 22 00 34 05 01 54"); }
+};
+
+/// The answer of a slot, "none" when there was not exactly one.
+QByteArray answer(Unit &unit, const Slot &slot)
+{
+    const QMetaObject &meta = *unit.metaObject();
+    QByteArray answers;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const QMetaMethod method = meta.method(i);
+        if (method.name() != QByteArray("ret_") + slot.name) continue;
+        const QSignalSpy spy(&unit, QByteArray("2") + method.methodSignature());
+        slot.run(unit);
+        for (const QList<QVariant> &arguments : spy)
+            answers += arguments.first().toBool() ? "true" : "false";
+    }
+    return answers.isEmpty() ? "none" : answers;
+}
+
+} // namespace
+
+class TestQVXDeviceUnit : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void slotsAnswer();
+    void construction();
+    void commandsArePaced();
+    void stopping();
+};
+
+void TestQVXDeviceUnit::initTestCase()
+{
+    qRegisterMetaType<QString>("QString&");
+    qRegisterMetaType<std::uint16_t>("uint16_t");
+    qRegisterMetaType<std::uint32_t>("uint32_t");
+}
+
+void TestQVXDeviceUnit::slotsAnswer()
+{
+    simulator::SteppedClock time;
+    simulator::SimulatedTamber device(time);
+    simulator::SimulatedTransport cable(device);
+    RecordedTransport transport(&cable);
+    Unit unit(transport);
+    for (const bool plugged : {true, false, true}) {
+        device.setPlugged(plugged);
+        unit.deselect(); // as the panel does when the meters fail
+        for (const Slot &slot : unitSlots) {
+            transport.calls.clear();
+            const bool result = plugged || slot.name == QByteArray("deselect");
+            QVERIFY2(answer(unit, slot) == (result ? "true" : "false"), slot.name);
+            if (!result) QVERIFY2(transport.calls == "F", slot.name); // one search, no more
+        }
+        unit.set_send_stereobus(1);
+        unit.set_truebypass(1);
+        QCOMPARE(device.state().stereoBus, plugged);
+        QCOMPARE(device.state().trueBypass, plugged);
+        QCOMPARE(unit.sample_rate.load(), plugged ? 48000u : 0u);
+        QCOMPARE(int(unit.version), 102); // the last one read stays
+    }
+    const simulator::MixerState state = device.state();
+    QCOMPARE(int(state.lineOuts[7].type), 2);
+    QCOMPARE(int(state.inputs[0].eq.bands[0].gain), -12);
+    QVERIFY(state.inputs[1].comp.link);
+    QCOMPARE(state.master[1].fader, -6);
+    QCOMPARE(state.inputs[2].pan, -127);
+    QVERIFY(state.inputs[3].mute && state.inputs[4].solo && state.inputs[5].phase);
+}
+
+void TestQVXDeviceUnit::construction()
+{
+    simulator::SteppedClock time;
+    simulator::SimulatedTamber device(time);
+    simulator::SimulatedTransport transport(device);
+    const Unit there(transport);
+    QVERIFY(there.foundAtStart());
+    QCOMPARE(int(there.version), 102);
+    QCOMPARE(int(there.build), 34);
+    QCOMPARE(there.productNameAtStart(), QStringLiteral("Tamber"));
+
+    device.setFault(simulator::Fault::ShortRead);
+    const Unit mute(transport);
+    QVERIFY(mute.foundAtStart());
+    QCOMPARE(int(mute.version), 0);
+    QCOMPARE(mute.productNameAtStart(), QString());
+}
+
+void TestQVXDeviceUnit::commandsArePaced()
+{
+    Talkative transport;
+    Unit unit(transport);
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i < 20; ++i)
+        unit.set_fader(4, 1, static_cast<unsigned char>(i));
+    unit.set_truebypass(1); // paced as well, though nobody waits for its answer
+    QVERIFY(timer.elapsed() >= 21 * 10);
+}
+
+void TestQVXDeviceUnit::stopping()
+{
+    Talkative transport;
+    QByteArray wrong;
+    qint64 elapsed = 0;
+    std::thread([&] {
+        Unit unit(transport);
+        transport.calls.clear();
+        QThread::currentThread()->requestInterruption();
+        QElapsedTimer timer;
+        timer.start();
+        for (const Slot &slot : unitSlots)
+            if (slot.usesDevice && answer(unit, slot) != "false") wrong += slot.name;
+        unit.set_truebypass(1);
+        elapsed = timer.elapsed();
+    }).join();
+    QCOMPARE(wrong, QByteArray());
+    QCOMPARE(transport.calls, QByteArray());
+    QVERIFY(elapsed < 16 * 10);
+}
+
+QTEST_GUILESS_MAIN(TestQVXDeviceUnit)
+#include "test_qvxdeviceunit.moc"

@@ -1,0 +1,171 @@
+#include "device/vxmsg.h"
+#include "tests/device/faketransports.h"
+
+#include <QRegularExpression>
+#include <QtTest>
+
+#include <random>
+#include <vector>
+
+using namespace vxmsg;
+
+namespace {
+
+/// A buffer on the heap, exactly as large as it says, so that a step beyond its end is noticed.
+struct HeapBuffer
+{
+    explicit HeapBuffer(int size) : HeapBuffer(QByteArray(size, 0)) {}
+    explicit HeapBuffer(const QByteArray &content) : bytes(content.begin(), content.end())
+    {
+        init(buffer, bytes.data(), static_cast<std::uint8_t>(bytes.size()));
+    }
+    QByteArray written() const
+    {
+        return QByteArray(reinterpret_cast<const char *>(bytes.data()), buffer.position).toHex(' ');
+    }
+
+    std::vector<std::uint8_t> bytes;
+    Buffer buffer{};
+};
+
+const std::vector<std::uint8_t> text(64, 'x');
+
+} // namespace
+
+class TestVxmsg : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void numbers_data();
+    void numbers();
+    void bytes();
+    void refusedItems();
+    void cutOffItems();
+    void invalidFormatIsLogged();
+    void anyBytesAreSafe();
+};
+
+void TestVxmsg::numbers_data()
+{
+    QTest::addColumn<int>("format");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<quint32>("number");
+    QTest::addColumn<quint32>("stored");
+    QTest::addColumn<QByteArray>("wire");
+    QTest::newRow("flag") << 1 << 2 << 7u << 0u << QByteArray("a1 01");
+    QTest::newRow("u8") << 2 << 3 << 0xFFFFFFFAu << 0xFAu << QByteArray("a1 02 fa");
+    QTest::newRow("u16") << 3 << 4 << 0x12348001u << 0x8001u << QByteArray("a1 03 01 80");
+    QTest::newRow("u32") << 4 << 6 << 0x89ABCDEFu << 0x89ABCDEFu << QByteArray("a1 04 ef cd ab 89");
+}
+
+void TestVxmsg::numbers()
+{
+    QFETCH(int, format);
+    QFETCH(int, size);
+    QFETCH(quint32, number);
+    QFETCH(QByteArray, wire);
+    const auto code = static_cast<std::uint8_t>(format);
+    for (int capacity = 0; capacity <= 64; ++capacity) {
+        HeapBuffer made(capacity);
+        const bool fits = capacity >= size;
+        QCOMPARE(append(made.buffer, 0xA1, code, number), fits ? 0 : 1);
+        QCOMPARE(made.written(), fits ? wire : QByteArray());
+        // The end item is left out where it finds no room.
+        const bool ended = capacity - made.buffer.position >= 2;
+        QCOMPARE(append(made.buffer, tagEnd, formatEnd), 0);
+        QCOMPARE(int(made.buffer.position), (fits ? size : 0) + (ended ? 2 : 0));
+
+        Item item{};
+        reset(made.buffer);
+        QCOMPARE(next(made.buffer, item), fits ? 0 : 1);
+        if (!fits) continue;
+        QCOMPARE(int(item.tag), 0xA1);
+        QCOMPARE(int(item.format), format);
+        QCOMPARE(int(item.length), size - 2);
+        QTEST(item.number, "stored");
+        QVERIFY(!item.bytes);
+        QCOMPARE(next(made.buffer, item), 1);
+    }
+}
+
+void TestVxmsg::bytes()
+{
+    for (int capacity = 0; capacity <= 64; ++capacity) {
+        HeapBuffer filled(capacity); // a length of 0 takes all the room
+        QCOMPARE(append(filled.buffer, 0x34, text.data(), 0), capacity < 3 ? 1 : 0);
+        QCOMPARE(int(filled.buffer.position), capacity < 3 ? 0 : capacity);
+    }
+    HeapBuffer full(64);
+    QCOMPARE(append(full.buffer, 0x25, text.data(), 62), 1);
+    QCOMPARE(append(full.buffer, 0x25, text.data(), 61), 0);
+    QCOMPARE(append(full.buffer, tagEnd, formatEnd), 0);
+    QCOMPARE(full.written(), "25 05 3d " + QByteArray(61, 'x').toHex(' '));
+    Item item;
+    reset(full.buffer);
+    QCOMPARE(next(full.buffer, item), 0);
+    QCOMPARE(int(item.length), 61);
+    QCOMPARE(item.bytes, full.bytes.data() + 3);
+    QCOMPARE(next(full.buffer, item), 1);
+}
+
+void TestVxmsg::refusedItems()
+{
+    HeapBuffer whole(64);
+    QCOMPARE(append(whole.buffer, 0x81, formatEnd), 1);
+    QCOMPARE(append(whole.buffer, 0x81, formatBytes, 1), 1);
+    QCOMPARE(append(whole.buffer, 0x81, 6, 1), 1);
+    QCOMPARE(append(whole.buffer, 0x34, nullptr, 4), 1);
+    QCOMPARE(int(whole.buffer.position), 0);
+}
+
+void TestVxmsg::cutOffItems()
+{
+    for (const char *wire :
+         {"", "81", "81 02", "72 03 01", "21 04 01 02 03", "34 05", "34 05 04 41 42 43",
+          "34 05 ff 41", "00 00", "07 00 81 02 01", "81 06 01", "81 ff 01"}) {
+        // Behind a good item, which must still be handed out.
+        HeapBuffer part("\x71\x01" + QByteArray::fromHex(wire));
+        Item item;
+        QCOMPARE(next(part.buffer, item), 0);
+        QVERIFY2(next(part.buffer, item) == 1 && next(part.buffer, item) == 1, wire);
+        QCOMPARE(int(part.buffer.position), 2);
+    }
+}
+
+void TestVxmsg::invalidFormatIsLogged()
+{
+    const QByteArray line = capturedOutput([] {
+        HeapBuffer part(QByteArray("\x31\x07\x01\x02", 4));
+        Item item;
+        next(part.buffer, item);
+    });
+    static const QRegularExpression form(
+        QStringLiteral("\\A\\.\\.\\\\vxtest\\\\vxmsg:[1-9]\\d*:ERROR 0x7\\n\\z"));
+    QVERIFY2(form.match(QString::fromLatin1(line)).hasMatch(), line);
+}
+
+void TestVxmsg::anyBytesAreSafe()
+{
+    std::mt19937 random(2);
+    bool inside = true;
+    capturedOutput([&] {
+        for (int round = 0; round < 50000; ++round) {
+            QByteArray content(static_cast<int>(random() % 65), '\0');
+            for (char &byte : content)
+                byte = static_cast<char>(random() % (random() % 2 ? 8 : 256));
+            HeapBuffer any(content);
+            int at = 0;
+            for (Item item; next(any.buffer, item) == 0; at = any.buffer.position) {
+                if (any.buffer.position < at + 2 || any.buffer.position > content.size())
+                    inside = false;
+                for (int i = 0; item.bytes && i < item.length; ++i)
+                    if (char(item.bytes[i]) != content.at(at + 3 + i)) inside = false;
+            }
+        }
+    });
+    QVERIFY(inside);
+}
+
+QTEST_APPLESS_MAIN(TestVxmsg)
+#include "test_vxmsg.moc"
