@@ -1,0 +1,84 @@
+#pragma once
+
+#include "storage/keys.h"
+
+#include <QElapsedTimer>
+#include <QSettings>
+#include <QString>
+#include <QTimer>
+
+/// The live settings file: the whole state of the panel, one INI file per user. The only place
+/// that knows its groups and keys. GUI thread only; it may be made before the application object.
+///
+/// Writing is write-through: a change is on disk as soon as the event loop is reached, or 50 ms
+/// after the previous write where that is later, so that a drag costs twenty writes a second.
+/// The file is replaced whole, never written in place.
+///
+/// A file that cannot be read is not touched until something is written: reads answer the
+/// defaults, the log says so, and a copy of the file is kept beside it.
+class Settings
+{
+public:
+    /// Opens the file of this organisation and application in the user's settings folder.
+    Settings(const char *organisation, const char *application);
+    ~Settings();
+    Settings(const Settings &) = delete;
+    Settings &operator=(const Settings &) = delete;
+
+    /// @name Values of a strip; the group is the strip's key
+    /// A missing key, or an integer that is no number, reads as its default: 157, false or "".
+    ///@{
+    int read(const QString &group, storage::IntegerKey key) const;
+    bool read(const QString &group, storage::SwitchKey key) const;
+    QString read(const QString &group, storage::TextKey key) const;
+    void write(const QString &group, storage::IntegerKey key, int value);
+    void write(const QString &group, storage::SwitchKey key, bool value);
+    void write(const QString &group, storage::TextKey key, const QString &value);
+    void write(
+        const QString &group, const storage::PositionKeys &keys, int position, const QString &text);
+    ///@}
+
+    /// @name Values outside the strips
+    ///@{
+    int read(const storage::IntegerSetting &setting) const;
+    bool read(const storage::SwitchSetting &setting) const;
+    QString read(const storage::TextSetting &setting) const;
+    void write(const storage::IntegerSetting &setting, int value);
+    void write(const storage::SwitchSetting &setting, bool value);
+    void write(const storage::TextSetting &setting, const QString &value);
+    ///@}
+
+    /// Writes what has changed to disk now. A failure is logged once, and the write is tried again
+    /// until it succeeds.
+    void flush();
+
+    QString fileName() const { return m_store.fileName(); }
+
+private:
+    /// An INI store that leaves the moment of writing to its owner.
+    class Store final : public QSettings
+    {
+    public:
+        Store(Settings &owner, const QString &organisation, const QString &application);
+
+    protected:
+        bool event(QEvent *event) override;
+
+    private:
+        Settings &m_owner;
+    };
+
+    void open();
+    void flushSoon();
+    void noteResult(bool written);
+    QVariant value(const QString &group, const char *key, const QVariant &missing) const;
+    int integer(const QString &group, const char *key) const;
+    void setValue(const QString &group, const char *key, const QVariant &value);
+
+    Store m_store;
+    QTimer m_timer;
+    QElapsedTimer m_sinceFlush;
+    bool m_ignoresFile = false; ///< nothing was written yet over a file that cannot be read
+    bool m_changed = false;     ///< something is not on disk yet
+    bool m_failing = false;     ///< the last write did not succeed
+};

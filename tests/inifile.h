@@ -1,0 +1,40 @@
+#pragma once
+
+#include "tests/shorthand.h"
+
+#include <QFile>
+#include <QMap>
+
+/// A settings file as it lies on disk, read without the store and its caches: "Group/key" and the
+/// value as it is written there, without quotes.
+using IniContent = QMap<QString, QString>;
+
+inline QByteArray bytesOf(const QString &fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline IniContent readIni(const QString &fileName)
+{
+    IniContent content;
+    QString group;
+    for (const QString &line : QString::fromUtf8(bytesOf(fileName)).split(QLatin1Char('\n'))) {
+        if (line.startsWith(QLatin1Char('['))) group = line.mid(1, line.length() - 2) + "/"_s;
+        const int equals = line.indexOf(QLatin1Char('='));
+        if (equals < 0) continue;
+        QString value = line.mid(equals + 1);
+        if (value.startsWith(QLatin1Char('"'))) value = value.mid(1, value.length() - 2);
+        content.insert(group + line.left(equals), value);
+    }
+    return content;
+}
+
+/// "Group/key=value" of each entry, in their order: for comparisons that show what differs.
+inline QStringList entriesOf(const IniContent &content)
+{
+    QStringList entries;
+    for (auto entry = content.begin(); entry != content.end(); ++entry)
+        entries += entry.key() + QLatin1Char('=') + *entry;
+    return entries;
+}

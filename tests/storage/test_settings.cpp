@@ -1,0 +1,404 @@
+#include "storage/settings.h"
+#include "tests/inifile.h"
+#include "tests/patience.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QTextStream>
+#include <QtTest>
+
+#include <memory>
+#include <sys/stat.h>
+
+namespace key = storage::strip;
+
+namespace {
+
+constexpr char organisation[] = "TestOrganisation";
+constexpr char childVariable[] = "TAMBER_TEST_WRITER";
+constexpr int flushPause = 60; // milliseconds after which the next change is written at once
+
+const QString track3 = QStringLiteral("Track3");
+
+/// A settings file of its own for each test.
+struct File
+{
+    File() : name("file" + QByteArray::number(++count)) {}
+    explicit File(const QByteArray &content) : File()
+    {
+        QDir().mkpath(folder());
+        QFile file(path());
+        file.open(QIODevice::WriteOnly);
+        file.write(content);
+    }
+    std::unique_ptr<Settings> open() const
+    {
+        return std::make_unique<Settings>(organisation, name.constData());
+    }
+    QString folder() const
+    {
+        return qEnvironmentVariable("XDG_CONFIG_HOME") + "/"_s + QLatin1String(organisation);
+    }
+    QString path() const { return folder() + "/%1.ini"_s.arg(QLatin1String(name)); }
+    QByteArray bytes() const { return bytesOf(path()); }
+    IniContent content() const { return readIni(path()); }
+    ino_t inode() const
+    {
+        struct stat info = {};
+        return stat(qPrintable(path()), &info) == 0 ? info.st_ino : 0;
+    }
+    /// The files beside this one that hold these bytes.
+    int copies(const QByteArray &wanted) const
+    {
+        int equal = 0;
+        for (const QString &other : QDir(folder()).entryList({QLatin1String(name) + ".ini.*"_s}))
+            equal += bytesOf(QDir(folder()).filePath(other)) == wanted;
+        return equal;
+    }
+
+    static int count;
+    const QByteArray name;
+};
+
+int File::count = 0;
+
+/// Collects the warnings while it lives.
+struct WarningLog
+{
+    WarningLog() { qInstallMessageHandler(note); }
+    ~WarningLog() { qInstallMessageHandler(nullptr); }
+    static int count(const QString &text) { return warnings().filter(text).size(); }
+
+private:
+    static QStringList &warnings()
+    {
+        static QStringList all;
+        return all;
+    }
+    static void note(QtMsgType type, const QMessageLogContext &, const QString &text)
+    {
+        if (type == QtWarningMsg) warnings() += text;
+    }
+};
+
+} // namespace
+
+class TestSettings : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void defaults();
+    void textIsKept_data();
+    void textIsKept();
+    void namesInTheFile();
+    void integerThatIsNoNumber_data();
+    void integerThatIsNoNumber();
+    void damagedFile_data();
+    void damagedFile();
+    void emptyFile();
+    void cutOffFileKeepsWhatIsReadable();
+    void folderInTheFilesPlace();
+    void settingsFolderThatCannotBe();
+    void changeIsOnDiskWithTheNextEvent();
+    void burst();
+    void killedProcessLosesNothing();
+};
+
+void TestSettings::initTestCase()
+{
+    QVERIFY2(
+        qEnvironmentVariable("XDG_CONFIG_HOME").contains("tamber-test."_s),
+        "run it with tests/in-private-home, it writes settings files");
+}
+
+void TestSettings::defaults()
+{
+    const File file;
+    const auto settings = file.open();
+    for (const auto &number :
+         {storage::windowPage, storage::audioPerformance, storage::digitalOutputFormat})
+        QCOMPARE(settings->read(number), 157);
+    for (const auto &out : storage::lineOuts)
+        QCOMPARE(settings->read(out), 157);
+    QCOMPARE(settings->read(storage::informationSeen), false);
+    QCOMPARE(settings->read(storage::trueBypass), false);
+    QCOMPARE(settings->read(storage::stereoBus), true);
+    QCOMPARE(settings->read(storage::updateAddress), QString());
+    for (const auto &control : {key::fader, key::pan, key::compRelease, key::eqHighGain}) {
+        QCOMPARE(settings->read(track3, control.position), 157);
+        QCOMPARE(settings->read(track3, control.text), QString());
+    }
+    for (const auto &toggle : {key::select, key::phase, key::mute, key::link, key::eqLowCut})
+        QCOMPARE(settings->read(track3, toggle), false);
+    settings->flush();
+    QVERIFY2(!QFile::exists(file.path()), "reading must not store the defaults");
+}
+
+void TestSettings::textIsKept_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char *text :
+         {"infinity ", "  Snare  ", "Kick, in, out", "\"Big\" 12\" tom",
+          "a=b;[c]\\d %20 @Invalid()", "one\ntwo\ttabbed", "Flügel Größe", "ピアノ 左",
+          "Guitar 🎸 1", "0012", "bell \a delete \177", ""})
+        QTest::newRow(text) << QString::fromUtf8(text);
+}
+
+/// The file is read under another name, so that no cache of the store can answer.
+void TestSettings::textIsKept()
+{
+    QFETCH(QString, text);
+    const File file;
+    const auto settings = file.open();
+    settings->write(track3, key::name, text);
+    settings->write(track3, key::fader, 245, text);
+    settings->flush();
+    const auto again = File(file.bytes()).open();
+    QCOMPARE(again->read(track3, key::name), text);
+    QCOMPARE(again->read(track3, key::fader.text), text);
+    QCOMPARE(again->read(track3, key::fader.position), 245);
+    for (const QChar half : {QChar(0xDFB8), QChar(0xD83C)}) {
+        settings->write(track3, key::name, half + text);
+        settings->flush();
+        QCOMPARE(File(file.bytes()).open()->read(track3, key::fader.text), text);
+    }
+}
+
+/// What other versions of the panel and copied scenes know.
+void TestSettings::namesInTheFile()
+{
+    const File file;
+    {
+        const auto settings = file.open();
+        settings->write("Track1_2_R"_s, key::pan, 79, "C"_s);
+        settings->write("Master"_s, key::mute, false);
+        settings->write(track3, key::name, "Größe"_s);
+        settings->write(track3, key::eqHighMidQ, 64, "1.00"_s);
+        settings->write(track3, key::eqLowGain, 63, "0"_s);
+        settings->write(storage::audioPerformance, 1);
+        settings->write(storage::stereoBus, false);
+        settings->write(storage::softwareMark, "4.01"_s);
+        for (int i = 0; i < 8; ++i)
+            settings->write(storage::lineOuts[i], -i);
+    }
+    const QStringList expected = {
+        "Interface/AudioPeformanceIndex=1"_s,
+        "LineOutSettings/LineOut1=0"_s,
+        "LineOutSettings/LineOut2=-1"_s,
+        "LineOutSettings/LineOut3=-2"_s,
+        "LineOutSettings/LineOut4=-3"_s,
+        "LineOutSettings/LineOut5=-4"_s,
+        "LineOutSettings/LineOut6=-5"_s,
+        "LineOutSettings/LineOut7=-6"_s,
+        "LineOutSettings/LineOut8=-7"_s,
+        "Master/Mute=false"_s,
+        "Misc/ComputerOutToStereoBus=false"_s,
+        "Track1_2_R/Pan_pos=79"_s,
+        "Track1_2_R/Pan_value=C"_s,
+        "Track3/EqHighMidQFreqPos=64"_s,
+        "Track3/EqHighMidQFreqText=1.00"_s,
+        "Track3/EqLowGainPos=63"_s,
+        "Track3/EqLowGainValue=0"_s,
+        "Track3/Name=Größe"_s,
+        "Update/SoftDialog=4.01"_s};
+    QCOMPARE(entriesOf(file.content()), expected);
+    const auto again = File(file.bytes()).open();
+    QCOMPARE(again->read(storage::stereoBus), false);
+    QCOMPARE(again->read(storage::lineOuts[7]), -7);
+}
+
+void TestSettings::integerThatIsNoNumber_data()
+{
+    QTest::addColumn<QByteArray>("value");
+    for (const char *value : {"", "abc", "12abc", "1.5", "99999999999", "\"infinity \"", "1, 2"})
+        QTest::newRow(value) << QByteArray(value);
+}
+
+void TestSettings::integerThatIsNoNumber()
+{
+    QFETCH(QByteArray, value);
+    const auto settings = File("[Track3]\nFader_pos=" + value + "\nPan_pos=7\n").open();
+    QCOMPARE(settings->read(track3, key::fader.position), 157);
+    QCOMPARE(settings->read(track3, key::pan.position), 7);
+}
+
+void TestSettings::damagedFile_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    const QByteArray good = "[Track3]\nFader_pos=150\n";
+    QTest::newRow("binary") << QByteArray("\0\1\2\xFF\xFE=\n", 7) + good;
+    QTest::newRow("zeroes of a lost block") << QByteArray(4096, '\0');
+    QTest::newRow("zeroes at the end") << good + QByteArray(512, '\0');
+    QTest::newRow("text without a setting") << QByteArray("Dear diary,\ntoday it rained.\n");
+}
+
+/// The panel starts with the defaults, leaves the file as it is until the first write, and keeps
+/// one copy of it.
+void TestSettings::damagedFile()
+{
+    QFETCH(QByteArray, content);
+    const File file(content);
+    const WarningLog log;
+    for (int start = 1; start <= 2; ++start) {
+        const auto settings = file.open();
+        QVERIFY(log.count(file.path()) >= start);
+        QCOMPARE(settings->read(track3, key::fader.position), 157);
+        QCOMPARE(settings->read(storage::stereoBus), true);
+        QCoreApplication::processEvents();
+        settings->flush();
+        QCOMPARE(file.bytes(), content);
+        QCOMPARE(file.copies(content), 1);
+    }
+    {
+        const auto settings = file.open();
+        settings->write(track3, key::pan, 3, "L17"_s);
+        QCOMPARE(settings->read(track3, key::fader.position), 157);
+    }
+    const QStringList expected = {"Track3/Pan_pos=3"_s, "Track3/Pan_value=L17"_s};
+    QCOMPARE(entriesOf(file.content()), expected);
+    QCOMPARE(file.copies(content), 1);
+    QCOMPARE(file.open()->read(track3, key::pan.position), 3);
+}
+
+/// An empty file holds nothing that could be lost: no copy and no complaint.
+void TestSettings::emptyFile()
+{
+    const File file("");
+    const WarningLog log;
+    const auto settings = file.open();
+    QCOMPARE(settings->read(track3, key::fader.position), 157);
+    settings->write(track3, key::mute, true);
+    settings->flush();
+    QCOMPARE(entriesOf(file.content()), QStringList{"Track3/Mute=true"_s});
+    QCOMPARE(log.count(file.path()), 0);
+    QCOMPARE(file.copies(""), 0);
+}
+
+void TestSettings::cutOffFileKeepsWhatIsReadable()
+{
+    const QByteArray whole = "[Track3]\nFader_pos=187\nFader_value=-16\n[Track4]\nMute=true\n"
+                             "Name=Snare top\nPan_pos=81\n";
+    const WarningLog log;
+    // In a value, in a key, before a value.
+    for (const char *lastBytes : {"Snare t", "Pan_p", "Pan_pos="}) {
+        const int end = whole.indexOf(lastBytes) + static_cast<int>(qstrlen(lastBytes));
+        const File file(whole.left(end));
+        const auto settings = file.open();
+        QVERIFY(log.count(file.path()) >= 1);
+        QCOMPARE(file.bytes(), whole.left(end));
+        QCOMPARE(file.copies(whole.left(end)), 1);
+        QCOMPARE(settings->read(track3, key::fader.position), 187);
+        QCOMPARE(settings->read("Track4"_s, key::pan.position), 157);
+        settings->write(track3, key::solo, true);
+        settings->flush();
+        QCOMPARE(file.content().value("Track3/Solo"_s), "true"_s);
+        QCOMPARE(file.content().value("Track3/Fader_value"_s), "-16"_s);
+        QCOMPARE(file.content().value("Track4/Mute"_s), "true"_s);
+    }
+}
+
+/// Nothing can be written until the obstacle is gone; then the store catches up by itself.
+void TestSettings::folderInTheFilesPlace()
+{
+    const File file;
+    QVERIFY(QDir().mkpath(file.path()));
+    const WarningLog log;
+    const auto settings = file.open();
+    QVERIFY(log.count(file.path()) >= 1);
+    settings->write(track3, key::fader, 187, "-16"_s);
+    settings->flush();
+    QCOMPARE(settings->read(track3, key::fader.position), 187);
+    QVERIFY(QDir().rmdir(file.path()));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        file.content().value("Track3/Fader_pos"_s), "187"_s, 10000 * slowness);
+}
+
+void TestSettings::settingsFolderThatCannotBe()
+{
+    QFile blocked(qEnvironmentVariable("XDG_CONFIG_HOME") + "/Blocked"_s);
+    QVERIFY(blocked.open(QIODevice::WriteOnly));
+    const WarningLog log;
+    Settings settings("Blocked", "Settings");
+    QCOMPARE(settings.read(track3, key::pan.position), 157);
+    for (int i = 0; i < 3; ++i) {
+        settings.write(track3, key::pan, i, "L20"_s);
+        settings.flush();
+    }
+    QCOMPARE(settings.read(track3, key::pan.position), 2);
+    QCOMPARE(log.count(settings.fileName()), 1);
+    QCOMPARE(bytesOf(blocked.fileName()), QByteArray());
+}
+
+void TestSettings::changeIsOnDiskWithTheNextEvent()
+{
+    const File file;
+    const auto settings = file.open();
+    for (const int position : {150, 160}) {
+        settings->write(track3, key::fader.position, position);
+        QCoreApplication::processEvents();
+        QCOMPARE(file.content().value("Track3/Fader_pos"_s), QString::number(position));
+        QTest::qSleep(flushPause);
+    }
+}
+
+/// A drag replaces the file about twenty times a second, and its last change is on disk soon.
+void TestSettings::burst()
+{
+    const File file;
+    const auto settings = file.open();
+    QElapsedTimer time;
+    time.start();
+    int replaced = 0;
+    ino_t last = 0;
+    for (int i = 0; i < 200; ++i) {
+        settings->write(track3, key::fader.position, i);
+        QCoreApplication::processEvents();
+        if (file.inode() != last) ++replaced;
+        last = file.inode();
+    }
+    const qint64 allowed = time.elapsed() / 50 + 2;
+    QVERIFY2(replaced <= allowed, qPrintable("%1 > %2"_s.arg(replaced).arg(allowed)));
+    QTRY_COMPARE_WITH_TIMEOUT(file.content().value("Track3/Fader_pos"_s), "199"_s, 300 * slowness);
+}
+
+/// The child process of the test below: changes one thing and another one right after, says so and
+/// waits for its end.
+static int runWriter()
+{
+    Settings settings(organisation, "killed");
+    QTimer::singleShot(0, [&] { settings.write(track3, key::mute, true); });
+    QTimer::singleShot(5, [&] {
+        settings.write(track3, key::solo, true);
+        QTextStream(stdout) << "changed\n";
+    });
+    return QCoreApplication::exec();
+}
+
+void TestSettings::killedProcessLosesNothing()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(childVariable), "1"_s);
+    QProcess writer;
+    writer.setProcessEnvironment(environment);
+    writer.start(QCoreApplication::applicationFilePath(), {});
+    QTRY_VERIFY_WITH_TIMEOUT(writer.canReadLine(), 20000 * slowness);
+    QTest::qSleep(100 * slowness);
+    writer.kill();
+    QVERIFY(writer.waitForFinished(20000));
+    QCOMPARE(writer.exitStatus(), QProcess::CrashExit);
+    const QStringList expected = {"Track3/Mute=true"_s, "Track3/Solo=true"_s};
+    QCOMPARE(entriesOf(readIni(File().folder() + "/killed.ini"_s)), expected);
+}
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    if (qEnvironmentVariableIsSet(childVariable)) return runWriter();
+    TestSettings test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "test_settings.moc"
