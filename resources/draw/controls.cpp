@@ -1,0 +1,86 @@
+#include "controls.h"
+
+#include "sheet.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+
+namespace colour = sheet::colour;
+
+namespace {
+
+void body(QPainter &painter, const QRectF &area, qreal radius)
+{
+    QLinearGradient shade(area.topLeft(), area.bottomLeft());
+    shade.setColorAt(0, QColor::fromRgba(colour::capTop));
+    shade.setColorAt(1, QColor::fromRgba(colour::capBottom));
+    painter.setPen(QPen(QColor::fromRgba(colour::capEdge), 1));
+    painter.setBrush(shade);
+    painter.drawRoundedRect(area.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+}
+
+} // namespace
+
+namespace controls {
+
+void faderCap(QPainter &painter)
+{
+    body(painter, QRectF(1, 1, 18, 29), 3);
+    for (const int row : {6, 9, 21, 24}) {
+        sheet::fill(painter, QRectF(4, row, 12, 1), colour::capEdge);
+        sheet::fill(painter, QRectF(4, row + 1, 12, 0.5), colour::tick);
+    }
+    // The value is read at row 15: the scale's ticks lie on the same row.
+    sheet::fill(painter, QRectF(2, 13, 16, 5), colour::capEdge);
+    sheet::fill(painter, QRectF(2, 14, 16, 3), colour::text);
+}
+
+void panMarker(QPainter &painter, bool centred)
+{
+    body(painter, QRectF(2, 0, 12, 12), 2.5);
+    sheet::fill(painter, QRectF(7, 2, 2, 8), centred ? colour::text : colour::accent);
+}
+
+void meterBar(QPainter &painter)
+{
+    // Two rows a decibel: the last 2 dB red, amber from -10 dB, green below.
+    QLinearGradient zones(0, 0, 0, 107);
+    zones.setColorAt(0.0, QColor::fromRgba(colour::red));
+    zones.setColorAt(0.045, QColor::fromRgba(colour::red));
+    zones.setColorAt(0.055, QColor::fromRgba(colour::amber));
+    zones.setColorAt(0.12, QColor::fromRgba(colour::amber));
+    zones.setColorAt(0.28, QColor::fromRgba(colour::green));
+    zones.setColorAt(1.0, QColor::fromRgba(colour::green).darker(135));
+    painter.fillRect(QRectF(0, 0, 6, 107), zones);
+}
+
+void checkMark(QPainter &painter)
+{
+    painter.setPen(
+        QPen(QColor::fromRgba(colour::gap), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(QPolygonF({{2.5, 6.5}, {5, 9}, {9.5, 3.5}}));
+}
+
+void downArrow(QPainter &painter)
+{
+    painter.setPen(
+        QPen(QColor::fromRgba(colour::number), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(QPolygonF({{1.5, 1}, {5, 4.5}, {8.5, 1}}));
+}
+
+void icon(QPainter &painter)
+{
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor::fromRgba(colour::surface));
+    painter.drawRoundedRect(QRectF(8, 8, 240, 240), 44, 44);
+    const qreal capRows[] = {92, 150, 62};
+    for (int i = 0; i < 3; ++i) {
+        const qreal middle = 72 + 56 * i;
+        painter.setBrush(QColor::fromRgba(colour::well));
+        painter.drawRoundedRect(QRectF(middle - 6, 48, 12, 160), 6, 6);
+        painter.setBrush(QColor::fromRgba(i == 1 ? colour::accent : colour::text));
+        painter.drawRoundedRect(QRectF(middle - 20, capRows[i] - 16, 40, 40), 8, 8);
+    }
+}
+
+} // namespace controls

@@ -1,0 +1,15 @@
+#pragma once
+
+class QPainter;
+
+/// The parts that move or light up, and the marks of the stock widgets.
+namespace controls {
+
+void faderCap(QPainter &painter);                ///< 20 x 30
+void panMarker(QPainter &painter, bool centred); ///< 16 x 12
+void meterBar(QPainter &painter);                ///< 6 x 107, a full bar
+void checkMark(QPainter &painter);               ///< 12 x 12
+void downArrow(QPainter &painter);               ///< 10 x 6
+void icon(QPainter &painter);                    ///< 256 x 256
+
+} // namespace controls

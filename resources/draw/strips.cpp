@@ -1,0 +1,154 @@
+#include "strips.h"
+
+#include "sheet.h"
+
+#include <QFont>
+#include <QPainter>
+
+#include <initializer_list>
+
+namespace colour = sheet::colour;
+using sheet::fill;
+
+namespace {
+
+constexpr int headHeight = 32;
+constexpr int capWidth = 20;
+constexpr int capReadingRow = 15; // row of a cap at which its value is read
+constexpr int meterTop = 154;
+constexpr int meterRows = 107;
+constexpr int meterWidth = 6;
+constexpr int meterLevels[] = {0, 10, 20, 30, 40, 50};
+constexpr int panLineRow = 133;
+constexpr int separatorRow = 106;
+
+struct FaderMark
+{
+    const char *text;
+    qreal position; ///< of the cap
+    int size = 8;   ///< of the text, in pixels
+};
+
+constexpr FaderMark faderMarks[] = {
+    {"+6", 144}, {"0", 157},  {"6", 169.5}, {"12", 181},         {"20", 193},
+    {"30", 209}, {"40", 219}, {"60", 235},  {"\u221e", 245, 11},
+};
+
+void setFont(QPainter &painter, int pixels, QRgb rgb)
+{
+    QFont font(QStringLiteral("DejaVu Sans Condensed"));
+    font.setPixelSize(pixels);
+    painter.setFont(font);
+    painter.setPen(QColor::fromRgba(rgb));
+}
+
+void surface(QPainter &painter, int width, bool selected)
+{
+    const int right = width - 1; // the last column is the gap to the next strip
+    fill(painter, QRectF(0, 0, width, sheet::stripHeight), colour::gap);
+    fill(
+        painter, QRectF(0, 0, right, sheet::stripHeight),
+        selected ? colour::surfaceLit : colour::surface);
+    fill(painter, QRectF(0, 0, right, headHeight), selected ? colour::headLit : colour::head);
+    if (selected) fill(painter, QRectF(0, 0, right, 2), colour::accent);
+    fill(painter, QRectF(0, headHeight, right, 1), colour::line);
+}
+
+void separator(QPainter &painter, int row, int width)
+{
+    fill(painter, QRectF(4, row, width - 9, 1), colour::line);
+}
+
+/// Groove, ticks and numbers of a fader whose cap lies in columns cap to cap + 19.
+void faderScale(QPainter &painter, int cap)
+{
+    const qreal middle = cap + capWidth / 2.0;
+    for (const FaderMark &mark : faderMarks) {
+        const qreal row = mark.position + capReadingRow;
+        const bool unity = mark.position == 157;
+        fill(painter, QRectF(cap + 2, row, capWidth - 4, 1), unity ? colour::text : colour::tick);
+        setFont(painter, mark.size, unity ? colour::text : colour::number);
+        painter.drawText(
+            QRectF(cap - 14, row - 5.5, 13, 12), Qt::AlignRight | Qt::AlignVCenter,
+            QString::fromUtf8(mark.text));
+    }
+    fill(painter, QRectF(middle - 3, 156, 6, 108), colour::line);
+    fill(painter, QRectF(middle - 2, 157, 4, 106), colour::well);
+}
+
+void meterWell(QPainter &painter, int left)
+{
+    fill(painter, QRectF(left - 1, meterTop - 1, meterWidth + 2, meterRows + 2), colour::line);
+    fill(painter, QRectF(left, meterTop, meterWidth, meterRows), colour::well);
+}
+
+/// Ticks every 10 dB below full scale, two rows a decibel, to the right of a meter.
+void meterTicks(QPainter &painter, int left)
+{
+    for (const int level : meterLevels) {
+        fill(painter, QRectF(left, meterTop + 2 * level, 3, 1), colour::tick);
+    }
+}
+
+void meterNumbers(QPainter &painter, int left)
+{
+    setFont(painter, 8, colour::number);
+    for (const int level : meterLevels) {
+        painter.drawText(
+            QRectF(left, meterTop + 2 * level - 5.5, 14, 12), Qt::AlignLeft | Qt::AlignVCenter,
+            QString::number(-level));
+    }
+}
+
+/// The line that a pan marker travels, its centre tick and the letters of its ends.
+void panLine(QPainter &painter, int left)
+{
+    setFont(painter, 10, colour::number);
+    painter.drawText(QRectF(left + 4, 112, 10, 13), Qt::AlignCenter, QStringLiteral("L"));
+    painter.drawText(QRectF(left + 42, 112, 10, 13), Qt::AlignCenter, QStringLiteral("R"));
+    fill(painter, QRectF(left + 27, 125, 2, 3), colour::tick);
+    fill(painter, QRectF(left + 4, panLineRow, 48, 2), colour::well);
+}
+
+} // namespace
+
+namespace strips {
+
+void mono(QPainter &painter, bool selected)
+{
+    surface(painter, sheet::stripWidth, selected);
+    separator(painter, separatorRow, sheet::stripWidth);
+    panLine(painter, 0);
+    faderScale(painter, 12);
+    meterWell(painter, 37);
+    meterTicks(painter, 45);
+}
+
+void pair(QPainter &painter, bool selected)
+{
+    surface(painter, sheet::pairWidth, selected);
+    separator(painter, separatorRow, sheet::pairWidth);
+    panLine(painter, 0);
+    panLine(painter, sheet::stripWidth);
+    faderScale(painter, 35);
+    meterWell(painter, 63);
+    meterWell(painter, 75);
+    meterTicks(painter, 83);
+    meterNumbers(painter, 88);
+}
+
+void master(QPainter &painter)
+{
+    surface(painter, sheet::masterWidth + 1, false);
+    separator(painter, separatorRow, sheet::masterWidth + 1);
+    faderScale(painter, 17);
+    meterWell(painter, 43);
+    meterWell(painter, 52);
+    meterTicks(painter, 60);
+    meterNumbers(painter, 64);
+    setFont(painter, 9, colour::number);
+    painter.drawText(QRectF(41, 134, 10, 12), Qt::AlignCenter, QStringLiteral("L"));
+    painter.drawText(QRectF(50, 134, 10, 12), Qt::AlignCenter, QStringLiteral("R"));
+}
+
+} // namespace strips

@@ -1,0 +1,12 @@
+#pragma once
+
+class QPainter;
+
+/// Backgrounds of the strips: surface, grooves, scales and meter wells.
+namespace strips {
+
+void mono(QPainter &painter, bool selected); ///< 59 wide
+void pair(QPainter &painter, bool selected); ///< 118 wide
+void master(QPainter &painter);              ///< 78 wide
+
+} // namespace strips

@@ -1,0 +1,29 @@
+#include "widgets/fader.h"
+
+#include "widgets/sharppixmap.h"
+
+#include <QMouseEvent>
+
+fader::fader(QWidget *parent) : StepControl(Travel::Vertical, parent)
+{
+    setPixmap(sharpPixmap(QStringLiteral(":/Resource/track/fader.png")));
+    setFixedSize(20, 30);
+}
+
+void fader::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) return StepControl::mousePressEvent(event);
+    emit Faderknob_Pressed(event);
+}
+
+void fader::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) return StepControl::mouseDoubleClickEvent(event);
+    emit Faderknob_DoubleClicked(event);
+}
+
+void fader::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!(event->buttons() & Qt::LeftButton)) return StepControl::mouseMoveEvent(event);
+    emit Faderknob_Moved(event);
+}

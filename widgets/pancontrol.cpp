@@ -1,0 +1,45 @@
+#include "widgets/pancontrol.h"
+
+#include "widgets/sharppixmap.h"
+
+#include <QMouseEvent>
+
+PanControl::PanControl(QWidget *parent)
+    : StepControl(Travel::Horizontal, parent),
+      m_centreImage(sharpPixmap(QStringLiteral(":Resource/track/PAN_c.png"))),
+      m_sideImage(sharpPixmap(QStringLiteral(":Resource/track/PAN.png")))
+{
+    setPixmap(m_centreImage);
+    setFixedSize(16, 12);
+}
+
+void PanControl::setCentred(bool centred)
+{
+    if (centred == m_centred) return;
+    m_centred = centred;
+    setPixmap(centred ? m_centreImage : m_sideImage);
+}
+
+void PanControl::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) return StepControl::mousePressEvent(event);
+    emit panknob_Pressed(event);
+}
+
+void PanControl::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) return StepControl::mouseReleaseEvent(event);
+    emit panknob_Released(event);
+}
+
+void PanControl::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) return StepControl::mouseDoubleClickEvent(event);
+    emit panknob_DoubleClicked(event);
+}
+
+void PanControl::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!(event->buttons() & Qt::LeftButton)) return StepControl::mouseMoveEvent(event);
+    emit panknob_Moved(event);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "widgets/stepcontrol.h"
+
+#include <QPixmap>
+
+/// The marker of a pan control, 16 x 12 pixels. Like the fader's cap it passes the gestures of the
+/// left mouse button on and computes nothing. GUI thread only.
+class PanControl : public StepControl
+{
+    Q_OBJECT
+
+public:
+    explicit PanControl(QWidget *parent = nullptr);
+
+    /// Chooses the image: the quiet one of the centre, or the lit one.
+    void setCentred(bool centred);
+
+signals:
+    void panknob_Pressed(QMouseEvent *event);
+    void panknob_Moved(QMouseEvent *event);
+    void panknob_Released(QMouseEvent *event);
+    void panknob_DoubleClicked(QMouseEvent *event);
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+
+private:
+    const QPixmap m_centreImage;
+    const QPixmap m_sideImage;
+    bool m_centred = true;
+};
