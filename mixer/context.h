@@ -1,0 +1,28 @@
+#pragma once
+
+#include "mixer/stripview.h"
+
+class QVXDevice;
+class Settings;
+
+namespace mixer {
+
+/// What every rule of the mixer works on: the stored state, the device and the widgets of the
+/// strips. The rules own none of them. GUI thread only.
+struct Context
+{
+    Settings &settings;
+    QVXDevice &device;
+    MixerView view;
+
+    const StripView &viewOf(const StripId &strip) const;
+
+    /// Whether a pair is linked, and so its page shows the stereo strip.
+    bool isLinked(const StripId &pair) const;
+
+    /// Whether a strip is on the page that its pair shows; the master always is. A strip that is
+    /// not shown keeps its values but must not send them.
+    bool isShown(const StripId &strip) const;
+};
+
+} // namespace mixer
