@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QVXDevice;
+
+/// The Interface page: what the panel and the device are. GUI thread only.
+class InterfacePage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit InterfacePage(QWidget *parent = nullptr);
+
+    /// Shows what the device answered last and asks it anew; "No Device" without one.
+    void refresh(QVXDevice &device);
+
+private:
+    QLabel *m_firmware;
+    QLabel *m_device;
+};

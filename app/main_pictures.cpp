@@ -1,0 +1,133 @@
+// tamber-pictures [FOLDER]: renders every page of the panel into FOLDER (build/pictures without
+// one), at 1x and, as NAME@2x.png, at 2x. The pages show a session in the middle of work, on a
+// simulated device and with settings of its own.
+
+#include "app/constants.h"
+#include "app/mainwindow.h"
+#include "app/program.h"
+#include "mixer/faderscale.h"
+#include "mixer/panscale.h"
+#include "mixer/strip.h"
+#include "simulator/simulatedtransport.h"
+#include "storage/settings.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QStackedWidget>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <vector>
+
+namespace {
+
+constexpr char scaleVariable[] = "QT_SCALE_FACTOR";
+
+struct Channel
+{
+    mixer::StripId strip;
+    const char *name;
+    int fader;
+    int pan; ///< only of a mono strip
+    std::vector<storage::SwitchKey> on;
+};
+
+void writeSession(Settings &settings)
+{
+    namespace key = storage::strip;
+    const std::vector<Channel> channels = {
+        {mixer::track(1), "Kick", 160, 20, {key::comp, key::eq}},
+        {mixer::track(2), "Snare", 166, 75, {key::comp, key::eq, key::phase}},
+        {mixer::track(3), "Hi-hat", 187, 11, {key::eq}},
+        {mixer::track(4), "Floor tom", 172, 94, {}},
+        {mixer::track(5), "Bass", 163, 20, {key::comp, key::select}},
+        {mixer::track(6), "Organ", 184, 84, {}},
+        {mixer::pair(7), "Keys", 170, 0, {key::link, key::eq}},
+        {mixer::track(9), "Gtr L", 175, 2, {}},
+        {mixer::track(10), "Gtr R", 175, 97, {}},
+        {mixer::track(11), "Voice", 157, 20, {key::comp, key::eq}},
+        {mixer::track(12), "Backing", 190, 69, {key::comp}},
+        {mixer::track(13), "Talk", 245, 20, {key::mute}},
+        {mixer::track(14), "Room", 201, 79, {}},
+        {mixer::track(15), "", 245, 20, {}},
+        {mixer::track(16), "", 245, 79, {}},
+        {mixer::master(), "", 163, 0, {}},
+    };
+    for (const Channel &channel : channels) {
+        const QString &group = channel.strip.key();
+        const auto fader = static_cast<std::uint16_t>(channel.fader);
+        const auto pan = static_cast<std::uint16_t>(channel.pan);
+        settings.write(group, key::fader, fader, mixer::faderText(fader));
+        if (channel.strip.isMono()) settings.write(group, key::pan, pan, mixer::panText(pan));
+        settings.write(group, key::name, QLatin1String(channel.name));
+        for (const storage::SwitchKey on : channel.on)
+            settings.write(group, on, true);
+    }
+}
+
+/// Lets the window and its device come to rest.
+void settle(int milliseconds)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!timer.hasExpired(milliseconds))
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+int renderPages(const QString &folder, const QString &suffix)
+{
+    simulator::RealClock clock;
+    simulator::SimulatedTamber tamber(clock);
+    simulator::SimulatedTransport transport(tamber);
+    Settings settings(constants::demoOrganisation, constants::settingsFile);
+    writeSession(settings);
+    MainWindow window(settings, transport, constants::demoOrganisation);
+    window.show();
+    settle(1500);
+
+    auto *pages = window.findChild<QStackedWidget *>(QStringLiteral("sW_pages"));
+    const char *names[] = {"mixer", "interface", "output"};
+    for (int i = 0; i < pages->count(); ++i) {
+        pages->setCurrentIndex(i);
+        settle(100);
+        const QString file = QDir(folder).filePath(QLatin1String(names[i]) + suffix);
+        if (window.grab().save(file)) continue;
+        QTextStream(stderr) << "cannot write " << file << '\n';
+        return 1;
+    }
+    return 0;
+}
+
+/// The scale of a program is fixed when it starts: so each scale is a process of its own.
+int renderAllScales(const QString &folder)
+{
+    for (const char *scale : {"1", "2"}) {
+        qputenv(scaleVariable, scale);
+        const int code = QProcess::execute(QCoreApplication::applicationFilePath(), {folder});
+        if (code != 0) return 1;
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QByteArray scale = qgetenv(scaleVariable);
+    const QString folder = QDir::current().filePath(
+        argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("build/pictures"));
+    if (scale.isEmpty()) {
+        const QCoreApplication application(argc, argv);
+        if (!QDir().mkpath(folder)) return 1;
+        return renderAllScales(folder);
+    }
+
+    const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    const QApplication application(argc, argv);
+    applyLook();
+    return renderPages(folder, scale == "1" ? QStringLiteral(".png") : QStringLiteral("@2x.png"));
+}

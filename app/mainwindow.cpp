@@ -1,0 +1,147 @@
+#include "app/mainwindow.h"
+
+#include "app/constants.h"
+#include "app/interfacepage.h"
+#include "app/mixerpage.h"
+#include "app/outputpage.h"
+#include "storage/settings.h"
+#include "widgets/fader.h"
+#include "widgets/pancontrol.h"
+
+#include <QLayout>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QSettings>
+#include <QStackedWidget>
+
+namespace {
+
+/// Connects a mouse signal to the slot of the control that is named after it, as in
+/// "faderKnob3" and "Moved" to faderKnob3_Moved.
+void connectByName(QObject *control, const char *signal, QObject *receiver, const char *gesture)
+{
+    const QByteArray slot = control->objectName().toLatin1() + '_' + gesture + "(QMouseEvent*)";
+    QObject::connect(control, signal, receiver, QByteArray::number(QSLOT_CODE) + slot);
+}
+
+QSettings geometryStore(const QString &organisation)
+{
+    return QSettings(organisation, QLatin1String(constants::applicationName));
+}
+
+} // namespace
+
+MainWindow::MainWindow(
+    Settings &settings, Transport &transport, const char *organisation, QWidget *parent)
+    : QMainWindow(parent), m_settings(settings), m_organisation(QLatin1String(organisation)),
+      m_pages(new QStackedWidget(this)), m_mixerPage(new MixerPage(m_pages)),
+      m_interfacePage(new InterfacePage(m_pages)), m_device(transport),
+      m_mixer(settings, m_device, m_mixerPage->view())
+{
+    setWindowTitle(QLatin1String(constants::windowTitle));
+    m_pages->setObjectName(QStringLiteral("sW_pages"));
+    m_pages->addWidget(m_mixerPage);
+    m_pages->addWidget(m_interfacePage);
+    m_pages->addWidget(new OutputPage(m_pages));
+    setCentralWidget(m_pages);
+    buildMenus();
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+    restoreWindowGeometry();
+
+    QMetaObject::connectSlotsByName(this);
+    connectStrips();
+    m_mixer.showAll();
+    m_mixer.sendAll();
+    restorePage();
+}
+
+MainWindow::~MainWindow()
+{
+    storeWindowGeometry();
+    m_settings.flush();
+}
+
+void MainWindow::buildMenus()
+{
+    QMenu *view = menuBar()->addMenu(tr("&View"));
+    QAction *minimize = view->addAction(tr("&Minimize"), this, &MainWindow::showMinimized);
+    minimize->setObjectName(QStringLiteral("actionMinimize"));
+    minimize->setShortcut(Qt::CTRL | Qt::Key_M);
+    QAction *close = view->addAction(tr("&Close"), this, &MainWindow::close);
+    close->setObjectName(QStringLiteral("actionClose"));
+    close->setShortcut(QKeySequence::Quit);
+}
+
+void MainWindow::restoreWindowGeometry()
+{
+    QSettings store = geometryStore(m_organisation);
+    restoreGeometry(store.value(QStringLiteral("Window/geometry")).toByteArray());
+}
+
+void MainWindow::storeWindowGeometry() const
+{
+    QSettings store = geometryStore(m_organisation);
+    store.setValue(QStringLiteral("Window/geometry"), saveGeometry());
+}
+
+void MainWindow::connectStrips()
+{
+    using mixer::StripKind;
+    for (const mixer::StripView &strip : m_mixerPage->view().strips) {
+        connectFader(strip);
+        if (strip.id.kind == StripKind::Master) continue;
+        connectName(strip);
+        const int number = mixer::channelNumber(strip.id.key());
+        connectPan(strip.sides[0].panKnob, mixer::track(number));
+        if (strip.id.kind == StripKind::Pair)
+            connectPan(strip.sides[1].panKnob, mixer::track(number + 1));
+    }
+}
+
+void MainWindow::connectFader(const mixer::StripView &strip)
+{
+    fader *knob = strip.faderKnob;
+    connectByName(knob, SIGNAL(Faderknob_Pressed(QMouseEvent *)), this, "Pressed");
+    connectByName(knob, SIGNAL(Faderknob_Moved(QMouseEvent *)), this, "Moved");
+    connectByName(knob, SIGNAL(Faderknob_DoubleClicked(QMouseEvent *)), this, "DoubleClicked");
+    const mixer::StripId id = strip.id;
+    connect(knob, &fader::stepped, this, [this, id](int n) { m_mixer.fader().step(id, n); });
+    connect(knob, &fader::resetRequested, this, [this, id] { m_mixer.fader().reset(id); });
+}
+
+void MainWindow::connectPan(PanControl *knob, const mixer::StripId &track)
+{
+    connectByName(knob, SIGNAL(panknob_Pressed(QMouseEvent *)), this, "Pressed");
+    connectByName(knob, SIGNAL(panknob_Moved(QMouseEvent *)), this, "Moved");
+    connectByName(knob, SIGNAL(panknob_Released(QMouseEvent *)), this, "Released");
+    connectByName(knob, SIGNAL(panknob_DoubleClicked(QMouseEvent *)), this, "DoubleClicked");
+    connect(
+        knob, &PanControl::stepped, this, [this, track](int n) { m_mixer.pan().step(track, n); });
+    connect(knob, &PanControl::resetRequested, this, [this, track] { m_mixer.pan().reset(track); });
+}
+
+void MainWindow::connectName(const mixer::StripView &strip)
+{
+    QLineEdit *edit = strip.name;
+    const mixer::StripId id = strip.id;
+    connect(edit, &QLineEdit::returnPressed, edit, [edit] { edit->clearFocus(); });
+    connect(edit, &QLineEdit::editingFinished, this, [this, edit, id] {
+        if (edit->isModified()) m_mixer.setName(id, edit->text());
+        edit->setModified(false);
+        edit->setCursorPosition(0);
+    });
+}
+
+void MainWindow::restorePage()
+{
+    // A stored index that is no page, as on a first start, leaves the page as it is.
+    m_pages->setCurrentIndex(m_settings.read(storage::windowPage));
+    m_interfacePage->refresh(m_device);
+}
+
+void MainWindow::openPage(Page page)
+{
+    m_pages->setCurrentIndex(static_cast<int>(page));
+    if (page == Page::Interface) m_interfacePage->refresh(m_device);
+    m_settings.write(storage::windowPage, static_cast<int>(page));
+}

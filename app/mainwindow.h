@@ -1,0 +1,63 @@
+#pragma once
+
+#include "app/pagebar.h"
+#include "app/stripslots.h"
+#include "device/qvxdevice.h"
+#include "mixer/mixer.h"
+
+#include <QMainWindow>
+#include <QMouseEvent>
+
+class InterfacePage;
+class MixerPage;
+class OutputPage;
+class QStackedWidget;
+class Settings;
+
+/// The program's window: the frame, the pages and the strips' slots. It owns the device facade and
+/// the rules of the mixer, and is the only class that knows all rooms. GUI thread only.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// Shows the stored state, and asks the device for it.
+    /// @param organisation where the geometry of the window is kept in the native settings store
+    /// The settings and the transport must outlive the window.
+    MainWindow(
+        Settings &settings, Transport &transport, const char *organisation,
+        QWidget *parent = nullptr);
+    /// Stores the window's geometry and what is not on disk yet.
+    ~MainWindow() override;
+
+public slots:
+    TAMBER_TRACKS(TAMBER_TRACK_SLOTS)
+    TAMBER_PAIRS(TAMBER_PAIR_SLOTS)
+    TAMBER_MASTER_SLOTS
+
+    void on_pB_ToInterfaceFromMixer_released() { openPage(Page::Interface); }
+    void on_pB_ToOutputFromMixer_released() { openPage(Page::Output); }
+    void on_pB_ToMixerFromInterface_released() { openPage(Page::Mixer); }
+    void on_pB_ToOutputFromInterface_released() { openPage(Page::Output); }
+    void on_pB_ToInterfaceFromOutput_released() { openPage(Page::Interface); }
+    void on_pB_ToMixerFromOutput_released() { openPage(Page::Mixer); }
+
+private:
+    void buildMenus();
+    void restoreWindowGeometry();
+    void storeWindowGeometry() const;
+    void connectStrips();
+    void connectFader(const mixer::StripView &strip);
+    void connectPan(PanControl *knob, const mixer::StripId &track);
+    void connectName(const mixer::StripView &strip);
+    void restorePage();
+    void openPage(Page page);
+
+    Settings &m_settings;
+    const QString m_organisation;
+    QStackedWidget *m_pages;
+    MixerPage *m_mixerPage;
+    InterfacePage *m_interfacePage;
+    QVXDevice m_device;
+    mixer::Mixer m_mixer;
+};

@@ -1,0 +1,90 @@
+#include "app/mixerpage.h"
+
+#include "app/pagebar.h"
+#include "app/stripbuilder.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int margin = 6;
+constexpr int gapBetweenPairs = 1;
+constexpr int gapBeforeMaster = 7;
+
+} // namespace
+
+MixerPage::MixerPage(QWidget *parent) : QWidget(parent)
+{
+    setAttribute(Qt::WA_StyledBackground);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(margin, margin, margin, margin);
+    column->setSpacing(margin);
+    column->addWidget(makePageBar(Page::Mixer, this));
+    column->addWidget(buildEditingArea());
+    column->addWidget(buildStrips());
+    column->addStretch();
+}
+
+QWidget *MixerPage::buildEditingArea()
+{
+    m_editingArea = new QFrame(this);
+    m_editingArea->setObjectName(QStringLiteral("editingArea"));
+    m_editingArea->setFixedHeight(editingAreaHeight);
+    auto *hint = new QLabel(
+        QStringLiteral("The equalizer and compressor are not part of this version yet"),
+        m_editingArea);
+    hint->setObjectName(QStringLiteral("label_EditingHint"));
+    hint->setAlignment(Qt::AlignCenter);
+    (new QVBoxLayout(m_editingArea))->addWidget(hint);
+    return m_editingArea;
+}
+
+QWidget *MixerPage::buildStrips()
+{
+    auto *strips = new QWidget(this);
+    auto *row = new QHBoxLayout(strips);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(gapBetweenPairs);
+    for (int pair = 0; pair < mixer::pairCount; ++pair)
+        row->addWidget(buildPairPlace(pair, strips));
+    row->addSpacing(gapBeforeMaster - gapBetweenPairs);
+    row->addWidget(buildMaster(strips));
+    row->addStretch();
+    return strips;
+}
+
+QWidget *MixerPage::buildPairPlace(int pairIndex, QWidget *parent)
+{
+    const int left = 2 * pairIndex + 1;
+    auto *pages = new QStackedWidget(parent);
+    pages->setObjectName(QStringLiteral("sW_channel%1_%2").arg(left).arg(left + 1));
+    pages->setFixedSize(2 * mixer::stripWidth, stripbuilder::stripHeight);
+    auto *mono = new QWidget(pages);
+    auto *stereo = new QWidget(pages);
+    pages->addWidget(mono);
+    pages->addWidget(stereo);
+
+    for (const int number : {left, left + 1}) {
+        mixer::StripView strip = stripbuilder::buildMono(number, mono);
+        m_view.strips[strip.id.index()] = strip;
+    }
+    mixer::StripView strip = stripbuilder::buildPair(left, stereo);
+    m_view.strips[strip.id.index()] = strip;
+    m_view.pairs[pairIndex] = {
+        pages, stripbuilder::buildLinkButton(left, false, mono),
+        stripbuilder::buildLinkButton(left, true, stereo)};
+    return pages;
+}
+
+QWidget *MixerPage::buildMaster(QWidget *parent)
+{
+    auto *place = new QWidget(parent);
+    place->setFixedSize(stripbuilder::masterWidth, stripbuilder::stripHeight);
+    mixer::StripView strip = stripbuilder::buildMaster(place);
+    m_view.strips[strip.id.index()] = strip;
+    return place;
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QWidget>
+
+/// The Output page. GUI thread only.
+class OutputPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit OutputPage(QWidget *parent = nullptr);
+};

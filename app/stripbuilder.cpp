@@ -1,0 +1,293 @@
+#include "app/stripbuilder.h"
+
+#include "app/stripcontrols.h"
+#include "widgets/channelcontrol.h"
+#include "widgets/fader.h"
+#include "widgets/pancontrol.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <utility>
+
+using namespace mixer;
+using namespace stripcontrols;
+
+namespace {
+
+struct SideLayout
+{
+    QRect phase;
+    QRect panText;
+    int panCentre; ///< left edge of the marker at the centre
+    int meterColumn;
+};
+
+/// Where the controls of a strip lie, from the strip's left edge.
+struct StripLayout
+{
+    QRect select, eq, comp, faderText, solo, mute, name;
+    SideLayout sides[2];
+    int sideCount;
+};
+
+// clang-format off
+constexpr StripLayout monoLayout = {
+    {4, 5, 49, 22}, {4, 60, 49, 19}, {4, 83, 49, 19},
+    {0, 277, 58, 16}, {4, 297, 23, 20}, {30, 297, 23, 20}, {2, 322, 54, 19},
+    {{{4, 37, 49, 19}, {6, 110, 45, 15}, 20, 37}},
+    1,
+};
+constexpr StripLayout pairLayout = {
+    {4, 5, 108, 22}, {4, 60, 108, 19}, {4, 83, 108, 19},
+    {0, 277, 117, 16}, {4, 297, 52, 20}, {60, 297, 52, 20}, {2, 322, 112, 19},
+    {{{4, 37, 52, 19}, {6, 110, 45, 15}, 20, 63},
+     {{60, 37, 52, 19}, {65, 110, 45, 15}, 79, 75}},
+    2,
+};
+constexpr QRect linkButton(4, 345, 108, 19);
+constexpr QRect masterTitle(4, 5, 70, 22);
+constexpr QRect masterFaderText(0, 277, 78, 16);
+constexpr QRect masterMute(4, 297, 70, 20);
+constexpr int masterMeterColumns[] = {43, 52};
+// clang-format on
+
+/// Builds a mono or stereo strip; the two differ in their layout and in their names alone.
+class StripBuilder
+{
+public:
+    StripBuilder(const StripLayout &layout, QPoint origin, QString key, QWidget *parent)
+        : m_layout(layout), m_origin(origin), m_key(std::move(key)), m_parent(parent)
+    {
+    }
+
+    StripView build(const StripId &id) const;
+
+private:
+    bool stereo() const { return m_layout.sideCount == 2; }
+    QRect at(const QRect &area) const { return area.translated(m_origin); }
+    QString channel() const;
+    QString sideKey(int side) const;
+    QString sideName(int side) const;
+
+    QPushButton *toggle(
+        const char *stem, const char *role, const QString &text, const char *what, const char *tip,
+        const QRect &area) const;
+    void buildHead(StripView &strip) const;
+    void buildPhase(SideView &view, int side) const;
+    void buildPan(SideView &view, int side) const;
+    void buildMeter(SideView &view, int side) const;
+    void buildFader(StripView &strip) const;
+    void buildFoot(StripView &strip) const;
+
+    const StripLayout &m_layout;
+    const QPoint m_origin;
+    const QString m_key; ///< "3" or "3_4", the end of the object names
+    QWidget *const m_parent;
+};
+
+/// "3" or "3-4", as it is shown.
+QString StripBuilder::channel() const
+{
+    return QString(m_key).replace(QLatin1Char('_'), QLatin1Char('-'));
+}
+
+QString StripBuilder::sideKey(int side) const
+{
+    if (!stereo()) return m_key;
+    return m_key + (side == 0 ? QLatin1String("_L") : QLatin1String("_R"));
+}
+
+QString StripBuilder::sideName(int side) const
+{
+    QString name = QStringLiteral("Channel %1").arg(channel());
+    if (!stereo()) return name;
+    return name + (side == 0 ? QLatin1String(" left") : QLatin1String(" right"));
+}
+
+QPushButton *StripBuilder::toggle(
+    const char *stem, const char *role, const QString &text, const char *what, const char *tip,
+    const QRect &area) const
+{
+    const Naming naming = {
+        QLatin1String(stem) + m_key,
+        QStringLiteral("Channel %1 %2").arg(channel(), QLatin1String(what)), QLatin1String(tip)};
+    return makeToggle(naming, role, text, at(area), m_parent);
+}
+
+void StripBuilder::buildHead(StripView &strip) const
+{
+    auto *frame =
+        new ChannelControl(stereo() ? QStringLiteral("stereo") : QStringLiteral("mono"), m_parent);
+    frame->move(m_origin);
+    strip.frame = frame;
+    strip.select = toggle(
+        "pB_Analog", "select", channel(), "select", "Show EQ and compressor of this strip",
+        m_layout.select);
+    for (int side = 0; side < m_layout.sideCount; ++side)
+        buildPhase(strip.sides[side], side);
+    strip.eq =
+        toggle("pB_EQ", "section", QStringLiteral("EQ"), "EQ", "Equalizer on or off", m_layout.eq);
+    strip.comp = toggle(
+        "pB_Comp", "section", QStringLiteral("COMP"), "compressor", "Compressor on or off",
+        m_layout.comp);
+}
+
+void StripBuilder::buildPhase(SideView &view, int side) const
+{
+    QString text = QStringLiteral(u"\u00d8");
+    if (stereo()) text += side == 0 ? QLatin1String(" L") : QLatin1String(" R");
+    view.phase = makeToggle(
+        {QLatin1String("pB_Phase") + sideKey(side), sideName(side) + QLatin1String(" phase"),
+         QStringLiteral("Phase: normal or inverted")},
+        "phase", text, at(m_layout.sides[side].phase), m_parent);
+}
+
+void StripBuilder::buildPan(SideView &view, int side) const
+{
+    const SideLayout &place = m_layout.sides[side];
+    const QString spoken = sideName(side) + QLatin1String(" pan");
+    view.panText = makeText(
+        {QLatin1String("label_Pan") + sideKey(side), spoken + QLatin1String(" value"), {}},
+        "panText", QStringLiteral("C"), at(place.panText), m_parent);
+    view.panText->hide();
+    view.panKnob = makePan(
+        {QLatin1String("panKnob") + sideKey(side), spoken,
+         QStringLiteral("Pan: drag, wheel or arrow keys; double click or Home: centre")},
+        place.panCentre + m_origin.x(), m_parent);
+}
+
+void StripBuilder::buildMeter(SideView &view, int side) const
+{
+    const int column = m_layout.sides[side].meterColumn + m_origin.x();
+    const QString spoken = sideName(side);
+    view.meter = makeMeter(
+        {QLatin1String("label_LevelMeter") + sideKey(side), spoken + QLatin1String(" level"), {}},
+        column, m_parent);
+    view.peak = makePeak(
+        {QLatin1String("label_Peak") + sideKey(side), spoken + QLatin1String(" peak"),
+         QStringLiteral("Level within 1 dB of full scale")},
+        column, m_parent);
+}
+
+void StripBuilder::buildFader(StripView &strip) const
+{
+    for (int side = 0; side < m_layout.sideCount; ++side)
+        buildMeter(strip.sides[side], side);
+    const QString spoken = QStringLiteral("Channel %1 fader").arg(channel());
+    strip.faderKnob = makeFader(
+        {QLatin1String("faderKnob") + m_key, spoken,
+         QStringLiteral("Fader: drag, wheel or arrow keys; double click or Home: 0 dB")},
+        strip.id.kind, m_parent);
+    strip.faderText = makeText(
+        {QLatin1String("label_Fader") + m_key, spoken + QLatin1String(" value"), {}}, "faderText",
+        QStringLiteral("0 dB"), at(m_layout.faderText), m_parent);
+}
+
+void StripBuilder::buildFoot(StripView &strip) const
+{
+    strip.solo = toggle(
+        "pB_Solo", "solo", stereo() ? QStringLiteral("SOLO") : QStringLiteral("S"), "solo",
+        "Solo: hear only the soloed strips", m_layout.solo);
+    strip.mute = toggle(
+        "pB_Mute", "mute", stereo() ? QStringLiteral("MUTE") : QStringLiteral("M"), "mute", "Mute",
+        m_layout.mute);
+    strip.name = new QLineEdit(m_parent);
+    apply(
+        {QLatin1String("lineEdit_Name") + m_key, QStringLiteral("Channel %1 name").arg(channel()),
+         QStringLiteral("Name of this strip")},
+        "name", strip.name);
+    strip.name->setAlignment(Qt::AlignCenter);
+    strip.name->setGeometry(at(m_layout.name));
+}
+
+StripView StripBuilder::build(const StripId &id) const
+{
+    StripView strip;
+    strip.id = id;
+    buildHead(strip);
+    for (int side = 0; side < m_layout.sideCount; ++side)
+        buildPan(strip.sides[side], side);
+    buildFader(strip);
+    buildFoot(strip);
+    return strip;
+}
+
+void buildMasterMeter(SideView &view, int side, QWidget *parent)
+{
+    const QString end = side == 0 ? QStringLiteral("_L") : QStringLiteral("_R");
+    const QString spoken =
+        side == 0 ? QStringLiteral("Master left") : QStringLiteral("Master right");
+    const int column = masterMeterColumns[side];
+    view.meter = makeMeter(
+        {QLatin1String("label_LevelMeterMaster") + end, spoken + QLatin1String(" level"), {}},
+        column, parent);
+    view.peak = makePeak(
+        {QLatin1String("label_PeakMaster") + end, spoken + QLatin1String(" peak"),
+         QStringLiteral("Level within 1 dB of full scale")},
+        column, parent);
+}
+
+QString pairKey(int left)
+{
+    return QStringLiteral("%1_%2").arg(left).arg(left + 1);
+}
+
+} // namespace
+
+namespace stripbuilder {
+
+StripView buildMono(int number, QWidget *parent)
+{
+    const QPoint origin(sideOf(number) == Side::Left ? 0 : stripWidth, 0);
+    return StripBuilder(monoLayout, origin, QString::number(number), parent).build(track(number));
+}
+
+StripView buildPair(int left, QWidget *parent)
+{
+    return StripBuilder(pairLayout, QPoint(), pairKey(left), parent).build(pair(left));
+}
+
+StripView buildMaster(QWidget *parent)
+{
+    StripView strip;
+    strip.id = master();
+    strip.frame = new ChannelControl(QStringLiteral("master"), parent);
+    makeText({{}, {}, {}}, "masterTitle", QStringLiteral("MASTER"), masterTitle, parent);
+    for (int side = 0; side < 2; ++side)
+        buildMasterMeter(strip.sides[side], side, parent);
+    strip.faderKnob = makeFader(
+        {QStringLiteral("masterFaderKnob"), QStringLiteral("Master fader"),
+         QStringLiteral("Fader: drag, wheel or arrow keys; double click or Home: 0 dB")},
+        StripKind::Master, parent);
+    strip.faderText = makeText(
+        {QStringLiteral("label_FaderMaster"), QStringLiteral("Master fader value"), {}},
+        "faderText", QStringLiteral("0 dB"), masterFaderText, parent);
+    strip.mute = makeToggle(
+        {QStringLiteral("pB_masterMute"), QStringLiteral("Master mute"), QStringLiteral("Mute")},
+        "mute", QStringLiteral("MUTE"), masterMute, parent);
+    return strip;
+}
+
+QPushButton *buildLinkButton(int left, bool linked, QWidget *parent)
+{
+    const QString channels = QStringLiteral("%1 and %2").arg(left).arg(left + 1);
+    auto *button = new QPushButton(QStringLiteral("LINK"), parent);
+    button->setGeometry(linkButton);
+    if (linked) {
+        apply(
+            {QLatin1String("pB_LinkOff") + pairKey(left),
+             QStringLiteral("Unlink channels ") + channels,
+             QStringLiteral("Linked: click for two mono strips")},
+            "linked", button);
+    } else {
+        apply(
+            {QLatin1String("pB_LinkOn") + pairKey(left),
+             QStringLiteral("Link channels ") + channels,
+             QStringLiteral("Link the two channels to a stereo strip")},
+            "link", button);
+    }
+    return button;
+}
+
+} // namespace stripbuilder

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "app/mainwindow.h"
+#include "device/tracetransport.h"
+#include "simulator/simulatedtransport.h"
+#include "storage/settings.h"
+#include "tests/inifile.h"
+
+#include <QDir>
+
+#include <memory>
+
+constexpr char testOrganisation[] = "TestPanel";
+
+/// The settings file of a panel of this name.
+inline QString settingsPath(const QByteArray &name)
+{
+    return "%1/%2/%3.ini"_s.arg(
+        qEnvironmentVariable("XDG_CONFIG_HOME"), QLatin1String(testOrganisation),
+        QLatin1String(name));
+}
+
+/// The main window with a simulated device, on a settings file of its own.
+struct Panel
+{
+    /// @param stored the content of the settings file beforehand, beside "start box seen"
+    explicit Panel(const QByteArray &name, const QByteArray &stored = QByteArray())
+        : path(prepare(name, stored)), settings(testOrganisation, name.constData()), tamber(clock),
+          transport(tracedWhereAsked(std::make_unique<simulator::SimulatedTransport>(tamber))),
+          window(settings, *transport, testOrganisation)
+    {
+    }
+
+    template <typename Widget = QWidget>
+    Widget *find(const QString &name) const
+    {
+        auto *widget = window.findChild<Widget *>(name);
+        if (!widget) qFatal("no %s", qPrintable(name));
+        return widget;
+    }
+
+    IniContent file()
+    {
+        settings.flush();
+        return readIni(path);
+    }
+
+    QString tracePath() const { return path + ".trace"_s; }
+
+    const QString path;
+    Settings settings;
+    simulator::RealClock clock;
+    simulator::SimulatedTamber tamber;
+    std::unique_ptr<Transport> transport;
+    MainWindow window;
+
+private:
+    QString prepare(const QByteArray &name, const QByteArray &stored)
+    {
+        const QString file = settingsPath(name);
+        QDir().mkpath(QFileInfo(file).path());
+        QFile ini(file);
+        if (!stored.isNull() || !ini.exists()) {
+            ini.open(QIODevice::WriteOnly);
+            ini.write("[Misc]\nInformation_Dialog=true\n" + stored);
+        }
+        qputenv("TAMBER_TRACE", (file + ".trace"_s).toLocal8Bit());
+        return file;
+    }
+};

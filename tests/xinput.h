@@ -1,0 +1,145 @@
+#pragma once
+
+#include <QByteArray>
+#include <QPoint>
+#include <QString>
+#include <QVector>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
+/// The X display as a user's hands and eyes have it: a pointer that any program takes for the real
+/// one, and the top-level windows of all programs. For displays without a window manager.
+class XDisplay
+{
+public:
+    XDisplay() : m_connection(xcb_connect(nullptr, nullptr))
+    {
+        m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+    }
+    ~XDisplay() { xcb_disconnect(m_connection); }
+    XDisplay(const XDisplay &) = delete;
+    XDisplay &operator=(const XDisplay &) = delete;
+
+    void movePointer(const QPoint &to) { fake(XCB_MOTION_NOTIFY, 0, to); }
+    void press() { fake(XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1); }
+    void release() { fake(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1); }
+    void click(const QPoint &at)
+    {
+        movePointer(at);
+        press();
+        release();
+    }
+
+    /// The visible top-level window of a process with this title, 0 if there is none.
+    xcb_window_t find(const QString &title, qint64 process)
+    {
+        for (const xcb_window_t window : stack()) {
+            const QByteArray id = property(window, "_NET_WM_PID");
+            if (id.size() == 4 && *reinterpret_cast<const qint32 *>(id.data()) == process &&
+                QString::fromUtf8(property(window, "_NET_WM_NAME")) == title && isShown(window))
+                return window;
+        }
+        return 0;
+    }
+
+    /// Whether any program shows a window.
+    bool showsAny()
+    {
+        const QVector<xcb_window_t> windows = stack();
+        return std::any_of(windows.begin(), windows.end(), [this](xcb_window_t window) {
+            return isShown(window);
+        });
+    }
+
+    QPoint position(xcb_window_t window)
+    {
+        const auto reply = wait(
+            xcb_translate_coordinates_reply,
+            xcb_translate_coordinates(m_connection, window, m_root, 0, 0));
+        return reply ? QPoint(reply->dst_x, reply->dst_y) : QPoint();
+    }
+
+    /// Whether a is nearer to the eye than b.
+    bool isAbove(xcb_window_t a, xcb_window_t b) { return stack().indexOf(a) > stack().indexOf(b); }
+
+    void raise(xcb_window_t window)
+    {
+        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+        sync();
+    }
+
+    /// What a window manager sends when the user closes a window.
+    void close(xcb_window_t window)
+    {
+        xcb_client_message_event_t event = {};
+        event.response_type = XCB_CLIENT_MESSAGE;
+        event.format = 32;
+        event.window = window;
+        event.type = atom("WM_PROTOCOLS");
+        event.data.data32[0] = atom("WM_DELETE_WINDOW");
+        xcb_send_event(m_connection, 0, window, 0, reinterpret_cast<const char *>(&event));
+        sync();
+    }
+
+private:
+    template <typename Reply, typename Cookie>
+    std::unique_ptr<Reply, decltype(&std::free)>
+    wait(Reply *(*reply)(xcb_connection_t *, Cookie, xcb_generic_error_t **), Cookie cookie)
+    {
+        return {reply(m_connection, cookie, nullptr), &std::free};
+    }
+
+    /// Returns when the server has done all that was asked.
+    void sync() { wait(xcb_get_input_focus_reply, xcb_get_input_focus(m_connection)); }
+
+    void fake(std::uint8_t type, std::uint8_t detail, const QPoint &at = {})
+    {
+        const auto x = static_cast<std::int16_t>(at.x());
+        const auto y = static_cast<std::int16_t>(at.y());
+        xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, m_root, x, y, 0);
+        sync();
+    }
+
+    xcb_atom_t atom(const QByteArray &name)
+    {
+        const auto length = static_cast<std::uint16_t>(name.size());
+        const auto reply =
+            wait(xcb_intern_atom_reply, xcb_intern_atom(m_connection, 0, length, name.constData()));
+        return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+    }
+
+    QByteArray property(xcb_window_t window, const QByteArray &name)
+    {
+        const auto reply = wait(
+            xcb_get_property_reply,
+            xcb_get_property(m_connection, 0, window, atom(name), XCB_ATOM_ANY, 0, 256));
+        if (!reply) return QByteArray();
+        return QByteArray(
+            static_cast<const char *>(xcb_get_property_value(reply.get())),
+            xcb_get_property_value_length(reply.get()));
+    }
+
+    bool isShown(xcb_window_t window)
+    {
+        const auto reply =
+            wait(xcb_get_window_attributes_reply, xcb_get_window_attributes(m_connection, window));
+        return reply && reply->map_state == XCB_MAP_STATE_VIEWABLE;
+    }
+
+    /// All top-level windows, the lowest first.
+    QVector<xcb_window_t> stack()
+    {
+        const auto reply = wait(xcb_query_tree_reply, xcb_query_tree(m_connection, m_root));
+        if (!reply) return {};
+        const xcb_window_t *windows = xcb_query_tree_children(reply.get());
+        return {windows, windows + xcb_query_tree_children_length(reply.get())};
+    }
+
+    xcb_connection_t *m_connection;
+    xcb_window_t m_root;
+};
