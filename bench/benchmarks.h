@@ -1,0 +1,9 @@
+#pragma once
+
+/// The benchmarks; each prints its lines.
+
+void benchFacadeCall();
+void benchNewestValue();
+void benchWholeState();
+void benchStart();
+void benchDrag();

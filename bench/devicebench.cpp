@@ -1,0 +1,137 @@
+#include "app/constants.h"
+#include "app/mixerpage.h"
+#include "benchmarks.h"
+#include "device/qvxdevice.h"
+#include "mixer/mixer.h"
+#include "report.h"
+#include "simulator/simulatedtransport.h"
+#include "storage/settings.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QThread>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace {
+
+/// A set command: its pacing and the two transfers of its exchange, in milliseconds.
+const double commandTime =
+    QVXDeviceUnit::pacingDelay + 2 * simulator::transferTime.count() / 1000.0;
+
+struct Device
+{
+    simulator::RealClock clock;
+    simulator::SimulatedTamber tamber{clock};
+    simulator::SimulatedTransport transport{tamber};
+    QVXDevice facade{transport};
+};
+
+double milliseconds(const QElapsedTimer &timer)
+{
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+unsigned char decibels(int value)
+{
+    return static_cast<unsigned char>(static_cast<signed char>(value));
+}
+
+struct Drag
+{
+    double duration; ///< from the first move until the device has the last one, milliseconds
+    double late;     ///< of that, after the last move
+    double sent;     ///< commands
+};
+
+/// 200 moves of a fader, one millisecond apart.
+Drag dragQuickly()
+{
+    constexpr int moves = 200;
+    constexpr int newest = -16;
+    Device device;
+    const std::uint64_t before = device.tamber.taken();
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 1; i <= moves; ++i) {
+        device.facade.set_fader(4, 3, decibels(i == moves ? newest : -20 - i % 40));
+        QCoreApplication::processEvents();
+        if (i < moves) QThread::msleep(1);
+    }
+    const double dragged = milliseconds(timer);
+    while (device.tamber.state().inputs[2].fader != newest)
+        QCoreApplication::processEvents();
+    const double all = milliseconds(timer);
+    return {all, all - dragged, static_cast<double>(device.tamber.taken() - before)};
+}
+
+} // namespace
+
+void benchFacadeCall()
+{
+    constexpr int calls = 10000;
+    Device device;
+    device.tamber.setFault(simulator::Fault::Slow);
+    device.facade.set_fader(4, 1, decibels(-60));
+    QThread::msleep(50); // the worker is in the transfer now
+
+    std::vector<double> times;
+    times.reserve(calls);
+    for (int i = 0; i < calls; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        device.facade.set_fader(4, static_cast<unsigned char>(i % 16 + 1), decibels(-(i % 50)));
+        times.push_back(static_cast<double>(timer.nsecsElapsed()) / 1000);
+    }
+    std::sort(times.begin(), times.end());
+    report::figure(
+        QStringLiteral("facade call, device stuck: median of 10,000"), times[calls / 2],
+        QStringLiteral("µs"));
+    report::against(
+        QStringLiteral("facade call, device stuck: worst of 10,000"), times.back(), 50,
+        QStringLiteral("µs"));
+}
+
+void benchNewestValue()
+{
+    constexpr int rounds = 9;
+    std::array<double, rounds> late;
+    std::array<double, rounds> sent;
+    for (std::size_t round = 0; round < rounds; ++round) {
+        const Drag drag = dragQuickly();
+        late[round] = drag.late;
+        // The first goes at once, every further one a command time later at the earliest.
+        sent[round] = (drag.sent - 1) / (drag.duration / commandTime);
+    }
+    std::sort(late.begin(), late.end());
+    std::sort(sent.begin(), sent.end());
+    report::figure(
+        QStringLiteral("last of 200 quick moves until the device has it: worst"), late.back(),
+        QStringLiteral("ms"));
+    report::against(
+        QStringLiteral("last of 200 quick moves until the device has it: median"), late[rounds / 2],
+        2 * commandTime, QStringLiteral("ms"));
+    report::against(
+        QStringLiteral("commands for the 200 moves, for each command time"), sent[rounds / 2], 1,
+        QString());
+}
+
+void benchWholeState()
+{
+    Device device;
+    Settings settings(constants::demoOrganisation, "Tamber_Bench");
+    const MixerPage page;
+    mixer::Mixer mixer(settings, device.facade, page.view());
+    constexpr int commands = 18 + 18 + 3 * mixer::trackCount; // faders, mutes, pan, phase, solo
+    const std::uint64_t before = device.tamber.taken();
+    QElapsedTimer timer;
+    timer.start();
+    mixer.sendAll();
+    while (device.tamber.taken() < before + commands)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
+    report::against(
+        QStringLiteral("whole state sent, 84 commands"), milliseconds(timer),
+        1.05 * commands * commandTime, QStringLiteral("ms"));
+}

@@ -1,0 +1,130 @@
+#include "app/constants.h"
+#include "app/mainwindow.h"
+#include "benchmarks.h"
+#include "mixer/faderscale.h"
+#include "mixer/strip.h"
+#include "report.h"
+#include "simulator/simulatedtransport.h"
+#include "storage/settings.h"
+#include "tests/xinput.h"
+#include "timedapplication.h"
+
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QThread>
+#include <QTimer>
+
+#include <vector>
+
+namespace {
+
+constexpr int moves = 500;
+constexpr int movePeriod = 8; // milliseconds: 125 Hz
+
+void runEvents(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+/// Counts the moves that reach a control: the toolkit may join some that come close together.
+class MoveCounter : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::MouseMove) ++count;
+        return false;
+    }
+    int count = 0;
+};
+
+/// Moves the pointer up and down over the middle of the fader's travel, on a thread of its own.
+class Hand : public QThread
+{
+public:
+    explicit Hand(const QPoint &start) : m_start(start) {}
+
+protected:
+    void run() override
+    {
+        constexpr int span = 60;
+        XDisplay display;
+        for (int i = 1; i <= moves; ++i) {
+            const int phase = i % (2 * span);
+            const int offset = phase < span ? phase : 2 * span - phase;
+            display.movePointer(m_start + QPoint(0, offset));
+            msleep(movePeriod);
+        }
+    }
+
+private:
+    const QPoint m_start;
+};
+
+/// A settings file in which every key of every strip stands, as after long use: 36 KB.
+void fill(Settings &settings)
+{
+    namespace key = storage::strip;
+    const storage::PositionKeys positions[] = {
+        key::fader,        key::pan,           key::compThreshold, key::compRatio,
+        key::compGain,     key::compAttack,    key::compRelease,   key::eqHighGain,
+        key::eqHighFreq,   key::eqHighMidGain, key::eqLowGain,     key::eqHighMidFreq,
+        key::eqLowFreq,    key::eqHighMidQ,    key::eqLowMidGain,  key::eqLowMidQ,
+        key::eqLowMidFreq,
+    };
+    const storage::SwitchKey switches[] = {
+        key::select, key::phase, key::eq, key::comp, key::solo, key::mute, key::link, key::eqLowCut,
+    };
+    std::vector<mixer::StripId> strips = {mixer::master()};
+    for (int number = 1; number <= mixer::trackCount; ++number)
+        strips.push_back(mixer::track(number));
+    for (int left = 1; left < mixer::trackCount; left += 2)
+        strips.push_back(mixer::pair(left));
+    for (const mixer::StripId &strip : strips) {
+        for (const storage::PositionKeys &keys : positions)
+            settings.write(strip.key(), keys, mixer::faderDefault, QStringLiteral("0"));
+        for (const storage::SwitchKey key : switches)
+            settings.write(strip.key(), key, false);
+        settings.write(strip.key(), key::name, QStringLiteral("A channel"));
+    }
+    settings.flush();
+}
+
+} // namespace
+
+void benchDrag()
+{
+    simulator::RealClock clock;
+    simulator::SimulatedTamber tamber(clock);
+    simulator::SimulatedTransport transport(tamber);
+    Settings settings(constants::demoOrganisation, constants::settingsFile);
+    fill(settings);
+    MainWindow window(settings, transport, constants::demoOrganisation);
+    window.show();
+    runEvents(2000);
+
+    auto *knob = window.findChild<QWidget *>(QStringLiteral("faderKnob3"));
+    const QPoint start = knob->mapToGlobal(knob->rect().center());
+    XDisplay display;
+    display.movePointer(start);
+    display.press();
+    runEvents(200);
+
+    MoveCounter counter;
+    knob->installEventFilter(&counter);
+    const auto *application = static_cast<TimedApplication *>(qApp);
+    const double before = application->milliseconds();
+    Hand hand(start);
+    hand.start();
+    runEvents(moves * movePeriod * 5 / 4);
+    hand.wait();
+    display.release();
+    runEvents(100);
+    report::figure(
+        QStringLiteral("moves that reached the fader, of 500"), counter.count, QString());
+    report::against(
+        QStringLiteral("GUI thread, one drag move at 125 Hz: mean"),
+        (application->milliseconds() - before) / counter.count, 1, QStringLiteral("ms"));
+}

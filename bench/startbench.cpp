@@ -1,0 +1,88 @@
+#include "benchmarks.h"
+#include "report.h"
+#include "tests/xinput.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QThread>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr int rounds = 9;
+
+/// Starts a program, which has the screen to itself, and ends it with the object.
+class Started
+{
+public:
+    explicit Started(const char *program)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        m_process.start(QString::fromLocal8Bit(program), QStringList());
+        while (!m_display.showsAny())
+            QThread::usleep(500);
+        m_milliseconds = static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    }
+    ~Started()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+        while (m_display.showsAny())
+            QThread::msleep(1);
+    }
+
+    double milliseconds() const { return m_milliseconds; }
+
+    /// Resident memory, in megabytes of 1024 x 1024 bytes.
+    double memory() const
+    {
+        QFile status(QStringLiteral("/proc/%1/status").arg(m_process.processId()));
+        if (!status.open(QIODevice::ReadOnly)) return 0;
+        for (const QByteArray &line : status.readAll().split('\n'))
+            if (line.startsWith("VmRSS:")) return line.simplified().split(' ')[1].toDouble() / 1024;
+        return 0;
+    }
+
+private:
+    XDisplay m_display;
+    QProcess m_process;
+    double m_milliseconds;
+};
+
+double medianStart(const char *program)
+{
+    std::array<double, rounds> times;
+    for (double &time : times)
+        time = Started(program).milliseconds();
+    std::sort(times.begin(), times.end());
+    return times[rounds / 2];
+}
+
+double memoryAtRest(const char *program)
+{
+    const Started started(program);
+    QThread::sleep(3); // the whole state was sent by then
+    return started.memory();
+}
+
+} // namespace
+
+void benchStart()
+{
+    const double bare = medianStart(BARE_WINDOW);
+    report::figure(QStringLiteral("bare window with one label: start"), bare, QStringLiteral("ms"));
+    report::against(
+        QStringLiteral("panel: process start to mapped window"), medianStart(TAMBER_DEMO), 2 * bare,
+        QStringLiteral("ms"));
+
+    const double bareMemory = memoryAtRest(BARE_WINDOW);
+    report::figure(
+        QStringLiteral("bare window with one label: resident"), bareMemory, QStringLiteral("MB"));
+    report::against(
+        QStringLiteral("panel: resident beyond the bare window"),
+        memoryAtRest(TAMBER_DEMO) - bareMemory, 25, QStringLiteral("MB"));
+}
