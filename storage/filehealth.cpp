@@ -38,7 +38,7 @@ FileHealth inspect(const QString &fileName)
     const QByteArray content = file.readAll();
     if (content.isEmpty()) return FileHealth::Missing;
     if (std::any_of(content.begin(), content.end(), isControl)) return FileHealth::Unreadable;
-    return content.endsWith('\n') ? FileHealth::Good : FileHealth::CutOff;
+    return content.endsWith('\n') ? FileHealth::Good : FileHealth::Damaged;
 }
 
 void keepCopy(const QString &fileName)

@@ -8,8 +8,8 @@ namespace storage {
 enum class FileHealth {
     Good,
     Missing,    ///< not there, or empty
-    CutOff,     ///< its last line has no end
-    Unreadable, ///< cannot be opened, or is no text
+    Damaged,    ///< its last line has no end, or another one cannot be read
+    Unreadable, ///< cannot be opened, is no text, or says nothing
 };
 
 FileHealth inspect(const QString &fileName);

@@ -68,9 +68,10 @@ void Settings::open()
 {
     FileHealth health = inspect(fileName());
     // Reading any key makes the store parse the whole file, and find out what it cannot read.
-    if (health == FileHealth::Good && m_store.allKeys().isEmpty()) health = FileHealth::Unreadable;
+    const bool hasKeys = !m_store.allKeys().isEmpty();
     if (health == FileHealth::Good && m_store.status() == QSettings::FormatError)
-        health = FileHealth::Unreadable;
+        health = FileHealth::Damaged;
+    if (health != FileHealth::Missing && !hasKeys) health = FileHealth::Unreadable;
 
     switch (health) {
     case FileHealth::Good:
@@ -78,8 +79,8 @@ void Settings::open()
     case FileHealth::Missing:
         qCInfo(log) << "no settings yet, starting with the defaults:" << fileName();
         return;
-    case FileHealth::CutOff:
-        qCWarning(log) << "the settings file is cut off, what is missing takes its default:"
+    case FileHealth::Damaged:
+        qCWarning(log) << "the settings file is damaged, what is missing takes its default:"
                        << fileName();
         break;
     case FileHealth::Unreadable:

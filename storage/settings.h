@@ -15,7 +15,8 @@
 /// The file is replaced whole, never written in place.
 ///
 /// A file that cannot be read is not touched until something is written: reads answer the
-/// defaults, the log says so, and a copy of the file is kept beside it.
+/// defaults, the log says so, and a copy of the file is kept beside it. Of a file that is damaged in
+/// places the rest is read, and a copy is kept as well.
 class Settings
 {
 public:
