@@ -45,7 +45,7 @@ void keepCopy(const QString &fileName)
 {
     const QFileInfo original(fileName);
     if (!original.isFile()) return;
-    const QString stem = original.fileName() + QStringLiteral(".unreadable-");
+    const QString stem = original.fileName() + QStringLiteral(".kept-");
     const QDir folder = original.dir();
     const QStringList copies = folder.entryList({stem + QLatin1Char('*')}, QDir::Files);
     const bool kept = std::any_of(copies.begin(), copies.end(), [&](const QString &copy) {

@@ -27,3 +27,9 @@ QByteArray IniCodec::convertFromUnicode(const QChar *in, int length, ConverterSt
     }
     return text.toUtf8();
 }
+
+QTextCodec *iniCodec()
+{
+    static auto *const codec = new IniCodec;
+    return codec;
+}

@@ -19,3 +19,6 @@ protected:
 private:
     mutable QChar m_firstHalf; ///< the unit before, when it was the first of two
 };
+
+/// The one codec of all settings files.
+QTextCodec *iniCodec();

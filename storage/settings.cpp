@@ -1,13 +1,15 @@
 #include "storage/settings.h"
 
-#include "storage/filehealth.h"
 #include "storage/inicodec.h"
 
-#include <QDateTime>
-#include <QEvent>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <QVariant>
+#include <QSettings>
+
+#include <filesystem>
 
 using namespace storage;
 
@@ -18,40 +20,45 @@ Q_LOGGING_CATEGORY(log, "tamber.storage")
 constexpr int flushInterval = 50;   // milliseconds between two writes of the file
 constexpr int retryInterval = 2000; // milliseconds until a failed write is tried again
 
-struct FileStamp
+QString pathOf(const char *organisation, const char *application)
 {
-    QDateTime modified;
-    qint64 size;
-    bool operator==(const FileStamp &o) const { return modified == o.modified && size == o.size; }
-};
+    const QSettings store(
+        QSettings::IniFormat, QSettings::UserScope, QLatin1String(organisation),
+        QLatin1String(application));
+    return store.fileName();
+}
 
-FileStamp stampOf(const QString &fileName)
+/// The name under which a new file is made. It is this process's own, so that nobody's lock on it
+/// can keep the write waiting.
+QString freshName(const QString &fileName)
 {
-    const QFileInfo info(fileName);
-    return {info.lastModified(), info.size()};
+    return fileName + QStringLiteral(".%1.new").arg(QCoreApplication::applicationPid());
+}
+
+/// What processes that were killed while they wrote have left.
+void removeLeftovers(const QFileInfo &file)
+{
+    QDir folder = file.dir();
+    const QStringList left =
+        folder.entryList({file.fileName() + QStringLiteral(".*.new*")}, QDir::Files);
+    for (const QString &name : left)
+        folder.remove(name);
+}
+
+bool replace(const QString &fileName, const QString &by)
+{
+    const auto path = [](const QString &name) {
+        return std::filesystem::path(name.toStdU16String());
+    };
+    std::error_code error;
+    std::filesystem::rename(path(by), path(fileName), error);
+    return !error;
 }
 
 } // namespace
 
-Settings::Store::Store(Settings &owner, const QString &organisation, const QString &application)
-    : QSettings(QSettings::IniFormat, QSettings::UserScope, organisation, application),
-      m_owner(owner)
-{
-    static auto *const codec = new IniCodec;
-    setIniCodec(codec);
-    setFallbacksEnabled(false);
-}
-
-/// QSettings sends itself this event at the first change, to write when the event loop is reached.
-bool Settings::Store::event(QEvent *event)
-{
-    if (event->type() != QEvent::UpdateRequest) return QSettings::event(event);
-    m_owner.flushSoon();
-    return true;
-}
-
 Settings::Settings(const char *organisation, const char *application)
-    : m_store(*this, QLatin1String(organisation), QLatin1String(application))
+    : m_fileName(pathOf(organisation, application))
 {
     m_timer.setSingleShot(true);
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { flush(); });
@@ -66,69 +73,92 @@ Settings::~Settings()
 
 void Settings::open()
 {
-    FileHealth health = inspect(fileName());
-    // Reading any key makes the store parse the whole file, and find out what it cannot read.
-    const bool hasKeys = !m_store.allKeys().isEmpty();
-    if (health == FileHealth::Good && m_store.status() == QSettings::FormatError)
-        health = FileHealth::Damaged;
-    if (health != FileHealth::Missing && !hasKeys) health = FileHealth::Unreadable;
-
-    switch (health) {
+    removeLeftovers(QFileInfo(m_fileName));
+    m_stamp = stampOfFile();
+    switch (load()) {
     case FileHealth::Good:
         return;
     case FileHealth::Missing:
-        qCInfo(log) << "no settings yet, starting with the defaults:" << fileName();
+        qCInfo(log) << "no settings yet, starting with the defaults:" << m_fileName;
         return;
     case FileHealth::Damaged:
         qCWarning(log) << "the settings file is damaged, what is missing takes its default:"
-                       << fileName();
+                       << m_fileName;
         break;
     case FileHealth::Unreadable:
         qCWarning(log) << "the settings file cannot be read, starting with the defaults:"
-                       << fileName();
-        m_ignoresFile = true;
+                       << m_fileName;
         break;
     }
-    keepCopy(fileName());
+    keepCopy(m_fileName);
 }
 
-void Settings::flushSoon()
+FileHealth Settings::load()
 {
-    const qint64 since = m_sinceFlush.isValid() ? m_sinceFlush.elapsed() : flushInterval;
-    if (since >= flushInterval)
-        flush();
-    else if (!m_timer.isActive())
-        m_timer.start(flushInterval - static_cast<int>(since));
+    const FileHealth health = inspect(m_fileName);
+    if (health == FileHealth::Missing || health == FileHealth::Unreadable) return health;
+    QSettings store(m_fileName, QSettings::IniFormat);
+    store.setIniCodec(iniCodec());
+    const QStringList keys = store.allKeys();
+    for (const QString &key : keys)
+        m_values.insert(key, store.value(key));
+    if (m_values.isEmpty()) return FileHealth::Unreadable;
+    return store.status() == QSettings::FormatError ? FileHealth::Damaged : health;
+}
+
+Settings::Stamp Settings::stampOfFile() const
+{
+    const QFileInfo info(m_fileName);
+    return info.isFile() ? Stamp{info.lastModified(), info.size()} : Stamp();
 }
 
 void Settings::flush()
 {
     m_timer.stop();
     if (!m_changed) return;
-    const FileStamp before = stampOf(fileName());
-    const bool hadError = m_store.status() != QSettings::NoError;
-    m_store.sync();
-    // The store never forgets an error, so after one only the file tells.
-    const bool written =
-        hadError ? !(stampOf(fileName()) == before) : m_store.status() == QSettings::NoError;
+    const Stamp found = stampOfFile();
+    if (found.size > 0 && !(found == m_stamp)) {
+        qCWarning(log) << "somebody has changed the settings file, which is replaced:"
+                       << m_fileName;
+        keepCopy(m_fileName);
+        m_stamp = found;
+    }
+    const bool written = writeFile();
+    if (written) m_stamp = stampOfFile();
     m_sinceFlush.start();
     m_changed = !written;
     noteResult(written);
 }
 
+bool Settings::writeFile()
+{
+    const QString fresh = freshName(m_fileName);
+    bool written = false;
+    {
+        QSettings store(fresh, QSettings::IniFormat);
+        store.setIniCodec(iniCodec());
+        for (auto value = m_values.cbegin(); value != m_values.cend(); ++value)
+            store.setValue(value.key(), value.value());
+        store.sync();
+        written = store.status() == QSettings::NoError;
+    }
+    if (written && replace(m_fileName, fresh)) return true;
+    QFile::remove(fresh);
+    return false;
+}
+
 void Settings::noteResult(bool written)
 {
     if (!written && !m_failing)
-        qCWarning(log) << "the settings file cannot be written:" << fileName();
-    if (written && m_failing) qCInfo(log) << "the settings file is written again:" << fileName();
+        qCWarning(log) << "the settings file cannot be written:" << m_fileName;
+    if (written && m_failing) qCInfo(log) << "the settings file is written again:" << m_fileName;
     m_failing = !written;
     if (m_failing) m_timer.start(retryInterval);
 }
 
 QVariant Settings::value(const QString &group, const char *key, const QVariant &missing) const
 {
-    if (m_ignoresFile) return missing;
-    return m_store.value(group + QLatin1Char('/') + QLatin1String(key), missing);
+    return m_values.value(group + QLatin1Char('/') + QLatin1String(key), missing);
 }
 
 int Settings::integer(const QString &group, const char *key) const
@@ -141,12 +171,11 @@ int Settings::integer(const QString &group, const char *key) const
 
 void Settings::setValue(const QString &group, const char *key, const QVariant &value)
 {
-    if (m_ignoresFile) {
-        m_ignoresFile = false;
-        m_store.clear();
-    }
+    m_values.insert(group + QLatin1Char('/') + QLatin1String(key), value);
     m_changed = true;
-    m_store.setValue(group + QLatin1Char('/') + QLatin1String(key), value);
+    if (m_timer.isActive()) return;
+    const qint64 since = m_sinceFlush.isValid() ? m_sinceFlush.elapsed() : flushInterval;
+    m_timer.start(static_cast<int>(qMax<qint64>(flushInterval - since, 0)));
 }
 
 int Settings::read(const QString &group, IntegerKey key) const

@@ -1,22 +1,27 @@
 #pragma once
 
+#include "storage/filehealth.h"
 #include "storage/keys.h"
 
+#include <QDateTime>
 #include <QElapsedTimer>
-#include <QSettings>
+#include <QMap>
 #include <QString>
 #include <QTimer>
+#include <QVariant>
 
 /// The live settings file: the whole state of the panel, one INI file per user. The only place
 /// that knows its groups and keys. GUI thread only; it may be made before the application object.
 ///
-/// Writing is write-through: a change is on disk as soon as the event loop is reached, or 50 ms
-/// after the previous write where that is later, so that a drag costs twenty writes a second.
-/// The file is replaced whole, never written in place.
+/// The file is read once; from then on the state of the session is what this object holds, whatever
+/// happens to the file meanwhile. Writing is write-through: a change is on disk as soon as the
+/// event loop is reached, or 50 ms after the previous write where that is later, so that a drag
+/// costs twenty writes a second. The file is replaced whole, never written in place.
 ///
-/// A file that cannot be read is not touched until something is written: reads answer the
-/// defaults, the log says so, and a copy of the file is kept beside it. Of a file that is damaged in
-/// places the rest is read, and a copy is kept as well.
+/// A file that cannot be read is not touched until something is written: reads answer the defaults,
+/// the log says so, and a copy of the file is kept beside it. Of a file that is damaged in places
+/// the rest is read, and a copy is kept as well; so it is of a file that somebody else has put in
+/// place of the one that was read or written last.
 class Settings
 {
 public:
@@ -53,33 +58,30 @@ public:
     /// until it succeeds.
     void flush();
 
-    QString fileName() const { return m_store.fileName(); }
+    QString fileName() const { return m_fileName; }
 
 private:
-    /// An INI store that leaves the moment of writing to its owner.
-    class Store final : public QSettings
+    struct Stamp
     {
-    public:
-        Store(Settings &owner, const QString &organisation, const QString &application);
-
-    protected:
-        bool event(QEvent *event) override;
-
-    private:
-        Settings &m_owner;
+        QDateTime modified;
+        qint64 size = -1;
+        bool operator==(const Stamp &o) const { return modified == o.modified && size == o.size; }
     };
 
     void open();
-    void flushSoon();
+    storage::FileHealth load();
+    Stamp stampOfFile() const;
+    bool writeFile();
     void noteResult(bool written);
     QVariant value(const QString &group, const char *key, const QVariant &missing) const;
     int integer(const QString &group, const char *key) const;
     void setValue(const QString &group, const char *key, const QVariant &value);
 
-    Store m_store;
+    const QString m_fileName;
+    QMap<QString, QVariant> m_values; ///< by "group/key"
+    Stamp m_stamp;                    ///< of the file as it was read or written last
     QTimer m_timer;
     QElapsedTimer m_sinceFlush;
-    bool m_ignoresFile = false; ///< nothing was written yet over a file that cannot be read
-    bool m_changed = false;     ///< something is not on disk yet
-    bool m_failing = false;     ///< the last write did not succeed
+    bool m_changed = false; ///< something is not on disk yet
+    bool m_failing = false; ///< the last write did not succeed
 };

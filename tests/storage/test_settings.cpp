@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QLockFile>
 #include <QProcess>
 #include <QTextStream>
 #include <QtTest>
@@ -25,7 +26,8 @@ const QString track3 = QStringLiteral("Track3");
 struct File
 {
     File() : name("file" + QByteArray::number(++count)) {}
-    explicit File(const QByteArray &content) : File()
+    explicit File(const QByteArray &content) : File() { write(content); }
+    void write(const QByteArray &content) const
     {
         QDir().mkpath(folder());
         QFile file(path());
@@ -100,6 +102,9 @@ private slots:
     void damagedFile();
     void emptyFile();
     void readablePartOfAFileIsKept();
+    void fileThatChangesWhileItRuns_data();
+    void fileThatChangesWhileItRuns();
+    void lockOfSomebodyElse();
     void folderInTheFilesPlace();
     void settingsFolderThatCannotBe();
     void changeIsOnDiskWithTheNextEvent();
@@ -300,6 +305,52 @@ void TestSettings::readablePartOfAFileIsKept()
         QCOMPARE(file.content().value("Track3/Fader_value"_s), "-16"_s);
         QCOMPARE(file.content().value("Track4/Mute"_s), "true"_s);
     }
+}
+
+void TestSettings::fileThatChangesWhileItRuns_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("removed") << QByteArray();
+    QTest::newRow("of somebody else") << QByteArray("[Track3]\nFader_pos=200\n");
+    QTest::newRow("made binary") << QByteArray("\0\1\2[=\xFF", 7);
+}
+
+/// What the panel holds is the state, and is written whole with the next change; the other file is
+/// kept beside it.
+void TestSettings::fileThatChangesWhileItRuns()
+{
+    QFETCH(QByteArray, content);
+    const File file("[Track3]\nFader_pos=150\n[Track1_2]\nLink=true\n");
+    const WarningLog log;
+    const auto settings = file.open();
+    settings->write(track3, key::mute, true);
+    settings->flush();
+    QFile::remove(file.path());
+    if (!content.isNull()) file.write(content);
+    settings->write(track3, key::solo, true);
+    settings->flush();
+    const QStringList expected = {
+        "Track1_2/Link=true"_s, "Track3/Fader_pos=150"_s, "Track3/Mute=true"_s,
+        "Track3/Solo=true"_s};
+    QCOMPARE(entriesOf(file.content()), expected);
+    QCOMPARE(settings->read("Track1_2"_s, key::link), true);
+    QCOMPARE(file.copies(content), content.isNull() ? 0 : 1);
+    QCOMPARE(log.count(file.path()), content.isNull() ? 0 : 2);
+}
+
+/// No lock that lies about can keep a write waiting.
+void TestSettings::lockOfSomebodyElse()
+{
+    const File file("[Track3]\nFader_pos=150\n");
+    QLockFile lock(file.path() + ".lock"_s);
+    QVERIFY(lock.tryLock());
+    const auto settings = file.open();
+    settings->write(track3, key::solo, true);
+    QElapsedTimer timer;
+    timer.start();
+    settings->flush();
+    QVERIFY(timer.elapsed() < 2000);
+    QCOMPARE(file.content().value("Track3/Solo"_s), "true"_s);
 }
 
 /// Nothing can be written until the obstacle is gone; then the store catches up by itself.
