@@ -168,10 +168,9 @@ bool QVXDevice::deselect()
     assertGuiThread();
     if (!m_caches.deselectAsked) {
         m_caches.deselectAsked = true;
-        m_deselected = false;
         emit sig_deselect();
     }
-    return m_deselected;
+    return false;
 }
 
 bool QVXDevice::get_product_name(QString &name)
@@ -334,11 +333,10 @@ void QVXDevice::answered(Parameters<Size> &table, bool ret, ParameterSignal send
         ret, [this, send](const Parameter &v) { emit(this->*send)(v.ch_type, v.ch_no, v.data); });
 }
 
-void QVXDevice::recv_deselect(bool ret)
+void QVXDevice::recv_deselect(bool)
 {
     assertGuiThread();
     m_caches.deselectAsked = false;
-    m_deselected = ret;
 }
 
 void QVXDevice::recv_is_selected(bool ret)

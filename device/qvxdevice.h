@@ -39,8 +39,8 @@ public:
 
     /// Whether a device was there at the previous call, or at construction; asks anew.
     bool is_selected();
-    /// Forgets the device, so that the next request looks for it anew. Clears the answer of the
-    /// call before and returns it: false until the worker has answered.
+    /// Forgets the device, so that the next request looks for it anew. Always false: the answer is
+    /// not there yet.
     bool deselect();
 
     /// The text known so far; asks for a new one. Always true.
@@ -217,6 +217,5 @@ private:
     QThread *m_thread;
     Caches m_caches;
     bool m_selected;
-    bool m_deselected = false;
     bool m_meterRet = true;
 };
