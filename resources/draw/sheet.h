@@ -21,6 +21,7 @@ constexpr QRgb head = 0xff222930;       ///< band behind the select button
 constexpr QRgb headLit = 0xff2f3b47;
 constexpr QRgb line = 0xff2d343b; ///< separators
 constexpr QRgb well = 0xff0b0d0f; ///< grooves and unlit meters
+constexpr QRgb grid = 0xff21272c; ///< lines in a well
 constexpr QRgb tick = 0xff5d6872;
 constexpr QRgb number = 0xff8d98a3;
 constexpr QRgb text = 0xffd9dfe4;

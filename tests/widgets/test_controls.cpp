@@ -1,5 +1,6 @@
 #include "tests/shorthand.h"
 #include "widgets/channelcontrol.h"
+#include "widgets/dialcontrol.h"
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
 
@@ -23,7 +24,7 @@ private slots:
 
 namespace {
 
-/// Writes down what a fader or a pan knob says.
+/// Writes down what a fader, a pan knob or a dial says.
 struct Recorder
 {
     explicit Recorder(fader *knob) : widget(knob)
@@ -39,6 +40,13 @@ struct Recorder
         note(knob, &PanControl::panknob_Moved, "moved");
         note(knob, &PanControl::panknob_Released, "released");
         note(knob, &PanControl::panknob_DoubleClicked, "double");
+        noteSteps();
+    }
+    explicit Recorder(DialControl *dial) : widget(dial)
+    {
+        note(dial, &DialControl::dialknob_Pressed, "pressed");
+        note(dial, &DialControl::dialknob_Moved, "moved");
+        note(dial, &DialControl::dialknob_DoubleClicked, "double");
         noteSteps();
     }
     void noteSteps()
@@ -91,21 +99,27 @@ void TestControls::mouse()
 {
     Recorder cap(new fader);
     Recorder knob(new PanControl);
-    QCOMPARE(answers(cap, Qt::LeftButton), (QStringList{"pressed"_s, "moved"_s, "double"_s}));
+    Recorder dial(new DialControl);
+    for (Recorder *silentRelease : {&cap, &dial}) {
+        QCOMPARE(
+            answers(*silentRelease, Qt::LeftButton),
+            (QStringList{"pressed"_s, "moved"_s, "double"_s}));
+        QCOMPARE(silentRelease->last, QPointF(300.5, -20.25));
+    }
     QCOMPARE(
         answers(knob, Qt::LeftButton),
         (QStringList{"pressed"_s, "moved"_s, "released"_s, "double"_s, "released"_s}));
-    QCOMPARE(cap.last, QPointF(300.5, -20.25));
     for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton}) {
         QCOMPARE(answers(cap, other), QStringList());
         QCOMPARE(answers(knob, other), QStringList());
+        QCOMPARE(answers(dial, other), QStringList());
     }
 }
 
 void TestControls::wheel_data()
 {
     QTest::addColumn<QList<int>>("turns");
-    QTest::addColumn<QList<int>>("steps"); // of a pan knob; a fader goes the other way
+    QTest::addColumn<QList<int>>("steps"); // of a pan knob or a dial; a fader goes the other way
     QTest::newRow("notch away") << QList<int>{120} << QList<int>{2};
     QTest::newRow("notches towards") << QList<int>{-360} << QList<int>{-6};
     QTest::newRow("fine wheel adds up") << QList<int>{25, 25, 25, 25, 25} << QList<int>{1, 1};
@@ -118,8 +132,9 @@ void TestControls::wheel()
     QFETCH(QList<int>, steps);
     Recorder cap(new fader);
     Recorder knob(new PanControl);
+    Recorder dial(new DialControl);
     for (const int turn : turns) {
-        for (Recorder *control : {&cap, &knob}) {
+        for (Recorder *control : {&cap, &knob, &dial}) {
             QWheelEvent event(
                 QPointF(3, 3), QPointF(300, 300), QPoint(), QPoint(0, turn), Qt::NoButton,
                 Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -127,6 +142,7 @@ void TestControls::wheel()
         }
     }
     QCOMPARE(knob.steps, steps);
+    QCOMPARE(dial.steps, steps);
     for (int &step : steps)
         step = -step;
     QCOMPARE(cap.steps, steps);
@@ -136,15 +152,18 @@ void TestControls::keys()
 {
     Recorder cap(new fader);
     Recorder knob(new PanControl);
+    Recorder dial(new DialControl);
     for (const Qt::Key key :
          {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Right, Qt::Key_Left,
           Qt::Key_A, Qt::Key_Home}) {
         QTest::keyClick(cap.widget.get(), key);
         QTest::keyClick(knob.widget.get(), key);
+        QTest::keyClick(dial.widget.get(), key);
     }
     QCOMPARE(cap.steps, (QList<int>{-1, 1, -10, 10}));
     QCOMPARE(knob.steps, (QList<int>{1, -1, 10, -10, 1, -1}));
-    QCOMPARE(cap.said + knob.said, (QStringList{"reset"_s, "reset"_s}));
+    QCOMPARE(dial.steps, knob.steps);
+    QCOMPARE(cap.said + knob.said + dial.said, (QStringList{"reset"_s, "reset"_s, "reset"_s}));
 }
 
 void TestControls::images()

@@ -1,0 +1,183 @@
+#include "tests/shorthand.h"
+#include "widgets/dialcontrol.h"
+#include "widgets/drawcompressor.h"
+#include "widgets/draweq.h"
+#include "widgets/gainreduction.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <algorithm>
+#include <utility>
+
+class TestDisplays : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void dialFrames();
+    void equalizerPixels();
+    void compressorAnnounces();
+    void transferCurve();
+    void reductionTargets();
+    void reductionMovesBar();
+};
+
+namespace {
+
+const QRgb background = qRgb(1, 2, 3);
+const QRgb cyan = qRgb(41, 223, 255);
+const QRgb grey = qRgb(160, 160, 160);
+const QRgb dim = qRgb(80, 80, 80);
+
+QImage picture(QWidget &widget)
+{
+    QImage image(widget.size(), QImage::Format_RGB32);
+    image.fill(background);
+    widget.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+    return image;
+}
+
+QImage imageOf(const QLabel &label)
+{
+    return label.pixmap(Qt::ReturnByValue).toImage();
+}
+
+} // namespace
+
+void TestDisplays::dialFrames()
+{
+    DialControl dial;
+    QCOMPARE(imageOf(dial).size(), dial.size());
+    QList<QImage> seen;
+    for (int frame = 0; frame < DialControl::frameCount; ++frame) {
+        dial.setFrame(frame);
+        seen += imageOf(dial);
+        const int clock = 700 + 100 * (frame / 2) + 30 * (frame % 2);
+        const QPixmap wanted(":/Resource/track/knob_s/knob-s_%1.png"_s.arg(clock));
+        QCOMPARE(seen.last(), wanted.toImage());
+        QCOMPARE(seen.count(seen.last()), 1);
+    }
+    dial.setFrame(0);
+    dial.setFrame(99);
+    QCOMPARE(imageOf(dial), seen.last());
+}
+
+/// Every column is filled from the 0 dB line to its response, and empty beyond what leads to the
+/// responses beside it.
+void TestDisplays::equalizerPixels()
+{
+    EqCurve curve;
+    curve.bands = {{{8, 8, 0}, {-9, 20, 0}, {11, 33, 3}, {-10, 15, 2}}};
+    curve.lowCut = true;
+    DrawEq display;
+    for (const auto &[state, colour] :
+         {std::pair(EqCurve::State::On, cyan), std::pair(EqCurve::State::Off, grey),
+          std::pair(EqCurve::State::NoChannel, dim)}) {
+        curve.state = state;
+        display.setCurve(curve);
+        const QImage image = picture(display);
+        QCOMPARE(image.size(), QSize(136, 77));
+        for (int x = 2; x < 135; ++x) {
+            const int here = curve.response(x);
+            const auto [least, most] =
+                std::minmax({0, here, curve.response(x - 1), curve.response(x + 1)});
+            for (int height = -38; height <= 38; ++height) {
+                const QRgb pixel = image.pixel(x, 38 - height);
+                if (height >= std::min(0, here) && height <= std::max(0, here))
+                    QCOMPARE(pixel, colour);
+                else if (height < least || height > most)
+                    QCOMPARE(pixel, background);
+            }
+        }
+    }
+}
+
+void TestDisplays::compressorAnnounces()
+{
+    struct
+    {
+        CompressorCurve::State state;
+        QString name;
+        QRgb colour;
+    } const cases[] = {
+        {CompressorCurve::State::On, "GR_Active"_s, cyan},
+        {CompressorCurve::State::Off, "GR_Available"_s, grey},
+        {CompressorCurve::State::NoChannel, "GR_Passive"_s, dim},
+    };
+    DrawCompressor display;
+    for (const auto &[state, name, colour] : cases) {
+        QSignalSpy announced(&display, &DrawCompressor::changeColorComp);
+        display.setCurve({state, 12, 5}); // 2:1 above -20 dB
+        const QImage image = picture(display);
+        picture(display); // nothing changed
+        QCOMPARE(announced, (QList<QVariantList>{{name}, {name}}));
+        const auto at = [&image = image](int input, int output) {
+            return image.pixel(3 + 2 * (input + 40), 3 + 80 - 2 * (output + 40));
+        };
+        QCOMPARE(at(-20, -20), colour);
+        for (const int input : {-30, -10, -4})
+            QVERIFY(at(input, input <= -20 ? input : (input - 20) / 2) != background);
+        QCOMPARE(at(-10, -10), background);
+        QCOMPARE(at(-10, -20), background);
+    }
+}
+
+void TestDisplays::transferCurve()
+{
+    const auto output = [](int threshold, int ratio, double input) {
+        return CompressorCurve{CompressorCurve::State::On, threshold, ratio}.output(input);
+    };
+    QCOMPARE(output(14, 9, -30), -30.0); // below -18 dB
+    QCOMPARE(output(14, 9, -18), -18.0);
+    QCOMPARE(output(14, 9, -2), -14.0); // 4.0:1
+    QCOMPARE(output(0, 14, 0), -32.0);  // inf:1
+    QCOMPARE(output(0, 0, 0), 0.0);     // 1.0:1
+    QCOMPARE(output(0, 13, 0), -30.0);  // 16.0:1
+    QCOMPARE(output(32, 14, 0), 0.0);
+    for (int ratio = 1; ratio < 15; ++ratio)
+        QVERIFY(output(0, ratio, 0) < output(0, ratio - 1, 0));
+}
+
+void TestDisplays::reductionTargets()
+{
+    const int targets[][2] = {
+        {0, 63},    {1000, 63}, {2066, 63}, {2067, 60},  {16421, 15}, {16422, 12}, {29203, 2},
+        {29204, 1}, {30000, 1}, {32767, 1}, {32768, 63}, {40000, 63}, {65535, 63},
+    };
+    for (const auto &[gain, length] : targets)
+        QCOMPARE(gainreduction::target(static_cast<std::uint16_t>(gain)), length);
+}
+
+void TestDisplays::reductionMovesBar()
+{
+    QWidget area;
+    QLabel label(&area);
+    gainreduction::Bar bar(&label);
+    bar.fall();
+    QVERIFY(label.isHidden());
+
+    bar.update(1000);
+    QVERIFY(!label.isHidden());
+    QCOMPARE(label.geometry(), QRect(QPoint(574, 73), QPoint(578, 72 + 63)));
+    for (const int length : {55, 47, 39, 31, 23, 15, 7, 3, 1}) {
+        bar.fall();
+        QCOMPARE(label.geometry(), QRect(574, 73, 5, length));
+    }
+    bar.fall();
+    QVERIFY(label.isHidden());
+
+    bar.update(30000);
+    QVERIFY(!label.isHidden());
+    bar.update(16422);
+    QCOMPARE(label.height(), 12);
+    for (const int length : {4, 2, 1, 1}) { // eases to the single pixel and stays there
+        bar.update(30000);
+        QCOMPARE(label.height(), length);
+    }
+    QVERIFY(!label.isHidden());
+}
+
+QTEST_MAIN(TestDisplays)
+
+#include "test_displays.moc"
