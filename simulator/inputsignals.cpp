@@ -85,4 +85,11 @@ double inputSample(int input, double seconds)
     return row.level * envelope(row, seconds) * carrier;
 }
 
+double inputFrequency(int input)
+{
+    constexpr double anywhere = 1000;
+    const SignalRow &row = rows[static_cast<std::size_t>(input)];
+    return row.frequency > 0 ? row.frequency : anywhere;
+}
+
 } // namespace simulator

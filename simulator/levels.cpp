@@ -1,6 +1,7 @@
 #include "simulator/levels.h"
 
 #include "simulator/inputsignals.h"
+#include "simulator/processing.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,9 +14,44 @@ constexpr int blockSize = 256;
 
 constexpr double quarterTurn = 1.5707963267948966;
 
+using Block = std::array<double, blockSize>;
+
+double factor(double decibels)
+{
+    return std::pow(10, decibels / 20);
+}
+
+double decibels(double factor)
+{
+    constexpr double silence = 1e-6;
+    return 20 * std::log10(std::max(factor, silence));
+}
+
 double gain(int fader)
 {
-    return fader == silentFader ? 0 : std::pow(10, fader / 20.0);
+    return fader == silentFader ? 0 : factor(fader);
+}
+
+Block blockOf(std::size_t input, double seconds)
+{
+    Block block;
+    for (std::size_t n = 0; n < blockSize; ++n) {
+        const double back = static_cast<double>(blockSize - n) / sampleRate;
+        block[n] = inputSample(static_cast<int>(input), std::max(0.0, seconds - back));
+    }
+    return block;
+}
+
+double peakOf(const Block &block)
+{
+    const auto [low, high] = std::minmax_element(block.begin(), block.end());
+    return std::max(-*low, *high);
+}
+
+void add(Block &sum, const Block &block, double gain)
+{
+    for (std::size_t n = 0; n < blockSize; ++n)
+        sum[n] += gain * block[n];
 }
 
 struct Send
@@ -44,31 +80,60 @@ double masterGain(const MasterSide &side, bool bypassed)
     return side.mute || bypassed ? 0 : gain(side.fader);
 }
 
+std::uint16_t reductionLevel(double reduced)
+{
+    constexpr double unity = 32767;
+    return static_cast<std::uint16_t>(unity * factor(-reduced));
+}
+
+/// The inputs behind their equalizers, and how loud the compressors find them.
+struct Channels
+{
+    std::array<Block, inputCount> blocks;
+    std::array<double, inputCount> equalized; ///< gain of the EQ, linear
+    std::array<double, inputCount> level;     ///< peak behind it, dB
+};
+
+Channels channelsAt(const MixerState &state, double seconds)
+{
+    Channels channels;
+    for (std::size_t i = 0; i < inputCount; ++i) {
+        const double frequency = inputFrequency(static_cast<int>(i));
+        channels.blocks[i] = blockOf(i, seconds);
+        channels.equalized[i] = factor(eqGain(state.inputs[i].eq, frequency));
+        channels.level[i] = decibels(peakOf(channels.blocks[i]) * channels.equalized[i]);
+    }
+    return channels;
+}
+
+/// What an input's compressor hears: itself, or the louder of a linked pair.
+double detectorLevel(const MixerState &state, const Channels &channels, std::size_t input)
+{
+    const std::size_t partner = input ^ 1;
+    const double own = channels.level[input];
+    return state.inputs[input].comp.link ? std::max(own, channels.level[partner]) : own;
+}
+
 } // namespace
 
 Levels levelsAt(const MixerState &state, double seconds)
 {
     const bool anySolo = std::any_of(
         state.inputs.begin(), state.inputs.end(), [](const Input &input) { return input.solo; });
+    const Channels channels = channelsAt(state, seconds);
     Levels levels{};
-    std::array<double, blockSize> left{};
-    std::array<double, blockSize> right{};
-    for (std::size_t i = 0; i < state.inputs.size(); ++i) {
+    Block left{};
+    Block right{};
+    for (std::size_t i = 0; i < inputCount; ++i) {
+        const Compressor &comp = state.inputs[i].comp;
+        const double reduced = reduction(comp, detectorLevel(state, channels, i));
+        const double processed = channels.equalized[i] * factor(makeUpGain(comp) - reduced);
         const Send send = sendOf(state.inputs[i], anySolo);
-        double peak = 0;
-        for (std::size_t n = 0; n < blockSize; ++n) {
-            const double back = static_cast<double>(blockSize - n) / sampleRate;
-            const double sample = inputSample(static_cast<int>(i), std::max(0.0, seconds - back));
-            peak = std::max(peak, std::abs(sample));
-            left[n] += send.left * sample;
-            right[n] += send.right * sample;
-        }
-        levels.inputs[i] = linear(peak);
+        add(left, channels.blocks[i], processed * send.left);
+        add(right, channels.blocks[i], processed * send.right);
+        levels.inputs[i] = linear(peakOf(channels.blocks[i]) * processed);
+        levels.gainReduction[i] = reductionLevel(reduced);
     }
-    const auto peakOf = [](const std::array<double, blockSize> &block) {
-        const auto [low, high] = std::minmax_element(block.begin(), block.end());
-        return std::max(-*low, *high);
-    };
     levels.master[0] = linear(peakOf(left) * masterGain(state.master[0], state.trueBypass));
     levels.master[1] = linear(peakOf(right) * masterGain(state.master[1], state.trueBypass));
     return levels;

@@ -13,7 +13,6 @@ constexpr Microseconds flashTime{1500000}; // writing a firmware image
 constexpr std::uint8_t firmwareChunk = 61;
 constexpr std::uint32_t firmwareWindow = 8 * firmwareChunk;
 constexpr std::uint32_t maxFirmware = 1 << 24;
-constexpr std::uint16_t noReduction = 32767;
 
 using vxctl::Tag;
 
@@ -399,7 +398,9 @@ bool SimulatedTamber::queryGainReduction(const Request &r)
     if (r.number(1) != vxctl::channelInput || !within(number, 1, inputCount)) return false;
     Answer answer;
     answer.addChannel(vxctl::channelInput, r.number(0))
-        .add(vxctl::tagGainReductionLevel, vxmsg::formatU16, noReduction);
+        .add(
+            vxctl::tagGainReductionLevel, vxmsg::formatU16,
+            levelsAt(m_state, seconds()).gainReduction[static_cast<std::size_t>(number - 1)]);
     queue(answer);
     return true;
 }
