@@ -11,11 +11,9 @@ QPixmap background(const QString &name)
 
 } // namespace
 
-ChannelControl::ChannelControl(const QString &look, QWidget *parent)
-    : QLabel(parent), m_normalImage(background(look)),
-      m_selectedImage(background(look + QLatin1String("_selected")))
+ChannelControl::ChannelControl(const QString &look, QWidget *parent) : QLabel(parent), m_look(look)
 {
-    setPixmap(m_normalImage);
+    setPixmap(background(m_look));
     adjustSize();
 }
 
@@ -23,5 +21,5 @@ void ChannelControl::setSelected(bool selected)
 {
     if (selected == m_selected) return;
     m_selected = selected;
-    setPixmap(selected ? m_selectedImage : m_normalImage);
+    setPixmap(background(selected ? m_look + QLatin1String("_selected") : m_look));
 }

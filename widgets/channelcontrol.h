@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QLabel>
-#include <QPixmap>
+#include <QString>
 
 /// The background of a channel strip, which also relays the strip's requests to the window.
 /// GUI thread only.
@@ -28,7 +28,6 @@ signals:
     void signal_setLowCutFilterDisable();
 
 private:
-    const QPixmap m_normalImage;
-    const QPixmap m_selectedImage;
+    const QString m_look;
     bool m_selected = false;
 };

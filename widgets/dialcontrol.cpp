@@ -22,19 +22,24 @@ QString clockText(int frame)
 
 struct DialControl::Frames
 {
-    std::array<QPixmap, frameCount> images;
+    std::array<QPixmap, frameCount> images; ///< null until one is wanted
+
+    const QPixmap &image(int frame)
+    {
+        QPixmap &image = images[static_cast<std::size_t>(frame)];
+        if (image.isNull())
+            image = sharpPixmap(
+                QStringLiteral(":/Resource/track/knob_s/knob-s_%1.png").arg(clockText(frame)));
+        return image;
+    }
 };
 
-std::shared_ptr<const DialControl::Frames> DialControl::sharedFrames()
+std::shared_ptr<DialControl::Frames> DialControl::sharedFrames()
 {
     // Weak: the images go with the last dial, while there still is an application.
-    static std::weak_ptr<const Frames> loaded;
+    static std::weak_ptr<Frames> loaded;
     if (auto frames = loaded.lock()) return frames;
     auto frames = std::make_shared<Frames>();
-    for (int i = 0; i < frameCount; ++i) {
-        frames->images[static_cast<std::size_t>(i)] =
-            sharpPixmap(QStringLiteral(":/Resource/track/knob_s/knob-s_%1.png").arg(clockText(i)));
-    }
     loaded = frames;
     return frames;
 }
@@ -42,7 +47,7 @@ std::shared_ptr<const DialControl::Frames> DialControl::sharedFrames()
 DialControl::DialControl(QWidget *parent)
     : StepControl(Travel::Horizontal, parent), m_frames(sharedFrames())
 {
-    setPixmap(m_frames->images[static_cast<std::size_t>(m_frame)]);
+    setPixmap(m_frames->image(m_frame));
     setFixedSize(36, 36);
 }
 
@@ -51,7 +56,7 @@ void DialControl::setFrame(int frame)
     const int nearest = std::clamp(frame, 0, frameCount - 1);
     if (nearest == m_frame) return;
     m_frame = nearest;
-    setPixmap(m_frames->images[static_cast<std::size_t>(m_frame)]);
+    setPixmap(m_frames->image(m_frame));
 }
 
 void DialControl::mousePressEvent(QMouseEvent *event)

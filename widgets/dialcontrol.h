@@ -33,8 +33,8 @@ protected:
 
 private:
     struct Frames;
-    static std::shared_ptr<const Frames> sharedFrames();
+    static std::shared_ptr<Frames> sharedFrames();
 
-    const std::shared_ptr<const Frames> m_frames; ///< one set for all dials
+    const std::shared_ptr<Frames> m_frames; ///< one set for all dials
     int m_frame = frameCount / 2;
 };

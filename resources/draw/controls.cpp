@@ -70,6 +70,7 @@ void downArrow(QPainter &painter)
 
 void icon(QPainter &painter)
 {
+    painter.scale(0.25, 0.25);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor::fromRgba(colour::surface));
     painter.drawRoundedRect(QRectF(8, 8, 240, 240), 44, 44);

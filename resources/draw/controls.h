@@ -10,6 +10,6 @@ void panMarker(QPainter &painter, bool centred); ///< 16 x 12
 void meterBar(QPainter &painter);                ///< 6 x 107, a full bar
 void checkMark(QPainter &painter);               ///< 12 x 12
 void downArrow(QPainter &painter);               ///< 10 x 6
-void icon(QPainter &painter);                    ///< 256 x 256
+void icon(QPainter &painter);                    ///< 64 x 64
 
 } // namespace controls

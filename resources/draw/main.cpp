@@ -53,7 +53,7 @@ std::vector<Image> images()
         {QStringLiteral("master"), QSize(masterWidth, stripHeight), strips::master},
         {QStringLiteral("check"), QSize(12, 12), controls::checkMark},
         {QStringLiteral("arrow_down"), QSize(10, 6), controls::downArrow},
-        {QStringLiteral("tamber"), QSize(256, 256), controls::icon},
+        {QStringLiteral("tamber"), QSize(64, 64), controls::icon},
         {QStringLiteral("editing"), editing::size, editing::background},
     };
     addKnobs(all);

@@ -1,7 +1,9 @@
 #include "sheet.h"
 
+#include <QHash>
 #include <QImage>
 #include <QPainter>
+#include <QVector>
 
 namespace sheet {
 
@@ -11,6 +13,30 @@ void fill(QPainter &painter, const QRectF &area, QRgb rgb)
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.fillRect(area, QColor::fromRgba(rgb));
     painter.setRenderHint(QPainter::Antialiasing, smooth);
+}
+
+/// The same image with a palette where it has few enough colours: it is read in a fraction of the
+/// time, and all images are read while the window opens.
+static QImage withPalette(const QImage &image)
+{
+    constexpr int mostColours = 256;
+    const QImage plain = image.convertToFormat(QImage::Format_ARGB32);
+    QImage indexed(plain.size(), QImage::Format_Indexed8);
+    QHash<QRgb, int> places;
+    QVector<QRgb> colours;
+    for (int y = 0; y < plain.height(); ++y) {
+        const auto *row = reinterpret_cast<const QRgb *>(plain.constScanLine(y));
+        for (int x = 0; x < plain.width(); ++x) {
+            if (!places.contains(row[x])) {
+                places.insert(row[x], colours.size());
+                colours.append(row[x]);
+            }
+            if (colours.size() > mostColours) return image;
+            indexed.scanLine(y)[x] = static_cast<uchar>(places.value(row[x]));
+        }
+    }
+    indexed.setColorTable(colours);
+    return indexed;
 }
 
 static bool
@@ -23,7 +49,7 @@ writeScaled(const QString &path, QSize size, int scale, const std::function<void
     painter.scale(scale, scale);
     draw(painter);
     painter.end();
-    return image.save(path);
+    return withPalette(image).save(path);
 }
 
 bool write(
