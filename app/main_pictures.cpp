@@ -7,6 +7,7 @@
 #include "app/program.h"
 #include "mixer/faderscale.h"
 #include "mixer/panscale.h"
+#include "mixer/parameters.h"
 #include "mixer/strip.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
@@ -42,12 +43,12 @@ void writeSession(Settings &settings)
         {mixer::track(2), "Snare", 166, 75, {key::comp, key::eq, key::phase}},
         {mixer::track(3), "Hi-hat", 187, 11, {key::eq}},
         {mixer::track(4), "Floor tom", 172, 94, {}},
-        {mixer::track(5), "Bass", 163, 20, {key::comp, key::select}},
+        {mixer::track(5), "Bass", 163, 20, {key::comp}},
         {mixer::track(6), "Organ", 184, 84, {}},
         {mixer::pair(7), "Keys", 170, 0, {key::link, key::eq}},
         {mixer::track(9), "Gtr L", 175, 2, {}},
         {mixer::track(10), "Gtr R", 175, 97, {}},
-        {mixer::track(11), "Voice", 157, 20, {key::comp, key::eq}},
+        {mixer::track(11), "Voice", 157, 20, {key::comp, key::eq, key::select}},
         {mixer::track(12), "Backing", 190, 69, {key::comp}},
         {mixer::track(13), "Talk", 245, 20, {key::mute}},
         {mixer::track(14), "Room", 201, 79, {}},
@@ -67,6 +68,29 @@ void writeSession(Settings &settings)
     }
 }
 
+/// A voice's equalizer and compressor at work.
+void writeSection(Settings &settings, const mixer::StripId &strip)
+{
+    struct Knob
+    {
+        mixer::ParameterId id;
+        int position;
+    };
+    using Id = mixer::ParameterId;
+    const std::vector<Knob> knobs = {
+        {Id::LowGain, 38},    {Id::LowFreq, 36},     {Id::LowMidGain, 48},  {Id::LowMidFreq, 36},
+        {Id::LowMidQ, 60},    {Id::HighMidGain, 88}, {Id::HighMidFreq, 90}, {Id::HighMidQ, 42},
+        {Id::HighGain, 80},   {Id::HighFreq, 88},    {Id::Threshold, 48},   {Id::Ratio, 76},
+        {Id::MakeUpGain, 30}, {Id::Attack, 6},       {Id::Release, 14},
+    };
+    for (const Knob &knob : knobs) {
+        const mixer::Parameter &parameter = mixer::parameter(knob.id);
+        const mixer::Value value = mixer::valueAt(parameter, knob.position);
+        settings.write(strip.key(), parameter.keys, value.position, value.text);
+    }
+    settings.write(strip.key(), storage::strip::eqLowCut, true);
+}
+
 /// Lets the window and its device come to rest.
 void settle(int milliseconds)
 {
@@ -83,9 +107,10 @@ int renderPages(const QString &folder, const QString &suffix)
     simulator::SimulatedTransport transport(tamber);
     Settings settings(constants::demoOrganisation, constants::settingsFile);
     writeSession(settings);
+    writeSection(settings, mixer::track(11));
     MainWindow window(settings, transport, constants::demoOrganisation);
     window.show();
-    settle(1500);
+    settle(2500);
 
     auto *pages = window.findChild<QStackedWidget *>(QStringLiteral("sW_pages"));
     const char *names[] = {"mixer", "interface", "output"};

@@ -5,14 +5,21 @@
 #include "app/mixerpage.h"
 #include "app/outputpage.h"
 #include "storage/settings.h"
+#include "widgets/channelcontrol.h"
+#include "widgets/dialcontrol.h"
+#include "widgets/drawcompressor.h"
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
 
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSettings>
 #include <QStackedWidget>
+#include <QStyle>
+#include <QTimer>
 
 namespace {
 
@@ -36,7 +43,7 @@ MainWindow::MainWindow(
     : QMainWindow(parent), m_settings(settings), m_organisation(QLatin1String(organisation)),
       m_pages(new QStackedWidget(this)), m_mixerPage(new MixerPage(m_pages)),
       m_interfacePage(new InterfacePage(m_pages)), m_device(transport),
-      m_mixer(settings, m_device, m_mixerPage->view())
+      m_mixer(settings, m_device, m_mixerPage->view(), m_mixerPage->section())
 {
     setWindowTitle(QLatin1String(constants::windowTitle));
     m_pages->setObjectName(QStringLiteral("sW_pages"));
@@ -50,6 +57,8 @@ MainWindow::MainWindow(
 
     QMetaObject::connectSlotsByName(this);
     connectStrips();
+    connectSection();
+    startTimers();
     m_mixer.showAll();
     m_mixer.sendAll();
     restorePage();
@@ -69,7 +78,7 @@ void MainWindow::buildMenus()
     minimize->setShortcut(Qt::CTRL | Qt::Key_M);
     QAction *close = view->addAction(tr("&Close"), this, &MainWindow::close);
     close->setObjectName(QStringLiteral("actionClose"));
-    close->setShortcut(QKeySequence::Quit);
+    close->setShortcut(Qt::CTRL | Qt::Key_Q);
 }
 
 void MainWindow::restoreWindowGeometry()
@@ -91,6 +100,7 @@ void MainWindow::connectStrips()
         connectFader(strip);
         if (strip.id.kind == StripKind::Master) continue;
         connectName(strip);
+        connectFrame(strip.frame);
         const int number = mixer::channelNumber(strip.id.key());
         connectPan(strip.sides[0].panKnob, mixer::track(number));
         if (strip.id.kind == StripKind::Pair)
@@ -124,12 +134,66 @@ void MainWindow::connectName(const mixer::StripView &strip)
 {
     QLineEdit *edit = strip.name;
     const mixer::StripId id = strip.id;
-    connect(edit, &QLineEdit::returnPressed, edit, [edit] { edit->clearFocus(); });
-    connect(edit, &QLineEdit::editingFinished, this, [this, edit, id] {
-        if (edit->isModified()) m_mixer.setName(id, edit->text());
-        edit->setModified(false);
-        edit->setCursorPosition(0);
+    connect(edit, &QLineEdit::textEdited, this, [this, id](const QString &name) {
+        m_mixer.setName(id, name);
     });
+    connect(edit, &QLineEdit::returnPressed, edit, [edit] { edit->clearFocus(); });
+    connect(edit, &QLineEdit::editingFinished, edit, [edit] { edit->setCursorPosition(0); });
+}
+
+void MainWindow::connectFrame(const ChannelControl *frame)
+{
+    using Control = ChannelControl;
+    connect(frame, &Control::signal_doEqualizerRepaint, this, &MainWindow::doEqualizerRepaint);
+    connect(frame, &Control::signal_doCompressorRepaint, this, &MainWindow::doCompressorRepaint);
+    connect(
+        frame, &Control::signal_setLowCutFilterEnable, this, &MainWindow::setLowCutFilterEnable);
+    connect(
+        frame, &Control::signal_setLowCutFilterDisable, this, &MainWindow::setLowCutFilterDisable);
+}
+
+void MainWindow::connectSection()
+{
+    const mixer::SectionView &section = m_mixerPage->section();
+    for (int i = 0; i < mixer::parameterCount; ++i)
+        connectKnob(
+            section.knobs[static_cast<std::size_t>(i)].dial, static_cast<mixer::ParameterId>(i));
+    connect(section.lowCut, &QPushButton::clicked, this, [this](bool checked) {
+        checked ? setLowCutFilterEnable() : setLowCutFilterDisable();
+    });
+    connect(
+        section.compressorCurve, &DrawCompressor::changeColorComp, this,
+        &MainWindow::slt_changeColorComp);
+}
+
+void MainWindow::connectKnob(DialControl *dial, mixer::ParameterId id)
+{
+    connectByName(dial, SIGNAL(dialknob_Pressed(QMouseEvent *)), this, "Pressed");
+    connectByName(dial, SIGNAL(dialknob_Moved(QMouseEvent *)), this, "Moved");
+    if (mixer::parameter(id).scale == mixer::Scale::Gain)
+        connectByName(dial, SIGNAL(dialknob_DoubleClicked(QMouseEvent *)), this, "DoubleClicked");
+    connect(
+        dial, &DialControl::stepped, this, [this, id](int n) { m_mixer.section().step(id, n); });
+    connect(dial, &DialControl::resetRequested, this, [this, id] { m_mixer.section().reset(id); });
+}
+
+void MainWindow::slt_changeColorComp(const QString &state)
+{
+    QLabel *caption = m_mixerPage->section().gainReductionCaption;
+    if (caption->property("state") == state) return;
+    caption->setProperty("state", state);
+    caption->style()->unpolish(caption);
+    caption->style()->polish(caption);
+}
+
+void MainWindow::startTimers()
+{
+    auto *meters = new QTimer(this);
+    connect(meters, &QTimer::timeout, this, &MainWindow::timerInterrupt_100ms);
+    meters->start(100);
+    auto *repaints = new QTimer(this);
+    connect(repaints, &QTimer::timeout, this, &MainWindow::timerInterrupt_10ms);
+    repaints->start(10);
 }
 
 void MainWindow::restorePage()

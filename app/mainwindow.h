@@ -8,6 +8,8 @@
 #include <QMainWindow>
 #include <QMouseEvent>
 
+class ChannelControl;
+class DialControl;
 class InterfacePage;
 class MixerPage;
 class OutputPage;
@@ -34,6 +36,18 @@ public slots:
     TAMBER_TRACKS(TAMBER_TRACK_SLOTS)
     TAMBER_PAIRS(TAMBER_PAIR_SLOTS)
     TAMBER_MASTER_SLOTS
+    TAMBER_SECTION_SLOTS
+
+    void setLowCutFilterEnable() { m_mixer.section().setLowCut(true); }
+    void setLowCutFilterDisable() { m_mixer.section().setLowCut(false); }
+    /// Mark the display; the next tick of 10 ms repaints it.
+    void doEqualizerRepaint() { m_mixer.section().markEq(); }
+    void doCompressorRepaint() { m_mixer.section().markComp(); }
+    /// Colours the gain-reduction caption by the state that the compressor display has said.
+    void slt_changeColorComp(const QString &state);
+
+    void timerInterrupt_100ms() { m_mixer.pollGainReduction(); }
+    void timerInterrupt_10ms() { m_mixer.section().repaintMarked(); }
 
     void on_pB_ToInterfaceFromMixer_released() { openPage(Page::Interface); }
     void on_pB_ToOutputFromMixer_released() { openPage(Page::Output); }
@@ -50,6 +64,10 @@ private:
     void connectFader(const mixer::StripView &strip);
     void connectPan(PanControl *knob, const mixer::StripId &track);
     void connectName(const mixer::StripView &strip);
+    void connectFrame(const ChannelControl *frame);
+    void connectSection();
+    void connectKnob(DialControl *dial, mixer::ParameterId id);
+    void startTimers();
     void restorePage();
     void openPage(Page page);
 

@@ -1,11 +1,10 @@
 #include "app/mixerpage.h"
 
+#include "app/editingarea.h"
 #include "app/pagebar.h"
 #include "app/stripbuilder.h"
 
-#include <QFrame>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -31,16 +30,10 @@ MixerPage::MixerPage(QWidget *parent) : QWidget(parent)
 
 QWidget *MixerPage::buildEditingArea()
 {
-    m_editingArea = new QFrame(this);
-    m_editingArea->setObjectName(QStringLiteral("editingArea"));
-    m_editingArea->setFixedHeight(editingAreaHeight);
-    auto *hint = new QLabel(
-        QStringLiteral("The equalizer and compressor are not part of this version yet"),
-        m_editingArea);
-    hint->setObjectName(QStringLiteral("label_EditingHint"));
-    hint->setAlignment(Qt::AlignCenter);
-    (new QVBoxLayout(m_editingArea))->addWidget(hint);
-    return m_editingArea;
+    auto *area = new QWidget(this);
+    area->setObjectName(QStringLiteral("editingArea"));
+    m_section = editingarea::build(area);
+    return area;
 }
 
 QWidget *MixerPage::buildStrips()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mixer/sectionview.h"
 #include "mixer/stripview.h"
 
 #include <QWidget>
@@ -16,11 +17,8 @@ public:
 
     /// The strips' widgets, which live as long as the page.
     const mixer::MixerView &view() const { return m_view; }
-    /// The panel above the strips, `editingAreaHeight` pixels high, for the selected strip's EQ
-    /// and compressor.
-    QWidget *editingArea() const { return m_editingArea; }
-
-    static constexpr int editingAreaHeight = 165;
+    /// The widgets of the editing area above the strips, which live as long as the page.
+    const mixer::SectionView &section() const { return m_section; }
 
 private:
     QWidget *buildEditingArea();
@@ -29,5 +27,5 @@ private:
     QWidget *buildMaster(QWidget *parent);
 
     mixer::MixerView m_view;
-    QWidget *m_editingArea = nullptr;
+    mixer::SectionView m_section;
 };

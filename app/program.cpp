@@ -32,11 +32,11 @@ int run(const Program &program, int argc, char **argv)
             QLatin1String(constants::alreadyRunning), constants::alreadyRunningTimeout);
         return delivered ? 0 : 1;
     }
-    QtSingleApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     applyLook();
     const std::unique_ptr<Transport> transport = tracedWhereAsked(program.makeTransport());
     MainWindow window(program.settings, *transport, program.organisation);
     application.setActivationWindow(&window, true);
+    QtSingleApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     window.show();
     return QtSingleApplication::exec();
 }

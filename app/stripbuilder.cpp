@@ -56,12 +56,12 @@ constexpr int masterMeterColumns[] = {43, 52};
 class StripBuilder
 {
 public:
-    StripBuilder(const StripLayout &layout, QPoint origin, QString key, QWidget *parent)
-        : m_layout(layout), m_origin(origin), m_key(std::move(key)), m_parent(parent)
+    StripBuilder(const StripLayout &layout, QPoint origin, const StripId &id, QWidget *parent)
+        : m_layout(layout), m_origin(origin), m_id(id), m_key(id.key().mid(5)), m_parent(parent)
     {
     }
 
-    StripView build(const StripId &id) const;
+    StripView build() const;
 
 private:
     bool stereo() const { return m_layout.sideCount == 2; }
@@ -82,7 +82,8 @@ private:
 
     const StripLayout &m_layout;
     const QPoint m_origin;
-    const QString m_key; ///< "3" or "3_4", the end of the object names
+    const StripId m_id;
+    const QString m_key; ///< "3" of "Track3", "3_4": the end of the object names
     QWidget *const m_parent;
 };
 
@@ -100,9 +101,7 @@ QString StripBuilder::sideKey(int side) const
 
 QString StripBuilder::sideName(int side) const
 {
-    QString name = QStringLiteral("Channel %1").arg(channel());
-    if (!stereo()) return name;
-    return name + (side == 0 ? QLatin1String(" left") : QLatin1String(" right"));
+    return title(track(channelNumber(m_id.key()) + side));
 }
 
 QPushButton *StripBuilder::toggle(
@@ -110,8 +109,8 @@ QPushButton *StripBuilder::toggle(
     const QRect &area) const
 {
     const Naming naming = {
-        QLatin1String(stem) + m_key,
-        QStringLiteral("Channel %1 %2").arg(channel(), QLatin1String(what)), QLatin1String(tip)};
+        QLatin1String(stem) + m_key, title(m_id) + QLatin1Char(' ') + QLatin1String(what),
+        QLatin1String(tip)};
     return makeToggle(naming, role, text, at(area), m_parent);
 }
 
@@ -146,13 +145,12 @@ void StripBuilder::buildPhase(SideView &view, int side) const
 void StripBuilder::buildPan(SideView &view, int side) const
 {
     const SideLayout &place = m_layout.sides[side];
-    const QString spoken = sideName(side) + QLatin1String(" pan");
     view.panText = makeText(
-        {QLatin1String("label_Pan") + sideKey(side), spoken + QLatin1String(" value"), {}},
-        "panText", QStringLiteral("C"), at(place.panText), m_parent);
+        {QLatin1String("label_Pan") + sideKey(side), {}, {}}, "panText", QStringLiteral("C"),
+        at(place.panText), m_parent);
     view.panText->hide();
     view.panKnob = makePan(
-        {QLatin1String("panKnob") + sideKey(side), spoken,
+        {QLatin1String("panKnob") + sideKey(side), sideName(side) + QLatin1String(" pan"),
          QStringLiteral("Pan: drag, wheel or arrow keys; double click or Home: centre")},
         place.panCentre + m_origin.x(), m_parent);
 }
@@ -174,14 +172,13 @@ void StripBuilder::buildFader(StripView &strip) const
 {
     for (int side = 0; side < m_layout.sideCount; ++side)
         buildMeter(strip.sides[side], side);
-    const QString spoken = QStringLiteral("Channel %1 fader").arg(channel());
     strip.faderKnob = makeFader(
-        {QLatin1String("faderKnob") + m_key, spoken,
+        {QLatin1String("faderKnob") + m_key, title(m_id) + QLatin1String(" fader"),
          QStringLiteral("Fader: drag, wheel or arrow keys; double click or Home: 0 dB")},
         strip.id.kind, m_parent);
     strip.faderText = makeText(
-        {QLatin1String("label_Fader") + m_key, spoken + QLatin1String(" value"), {}}, "faderText",
-        QStringLiteral("0 dB"), at(m_layout.faderText), m_parent);
+        {QLatin1String("label_Fader") + m_key, {}, {}}, "faderText", QStringLiteral("0 dB"),
+        at(m_layout.faderText), m_parent);
 }
 
 void StripBuilder::buildFoot(StripView &strip) const
@@ -194,17 +191,17 @@ void StripBuilder::buildFoot(StripView &strip) const
         m_layout.mute);
     strip.name = new QLineEdit(m_parent);
     apply(
-        {QLatin1String("lineEdit_Name") + m_key, QStringLiteral("Channel %1 name").arg(channel()),
+        {QLatin1String("lineEdit_Name") + m_key, title(m_id) + QLatin1String(" name"),
          QStringLiteral("Name of this strip")},
         "name", strip.name);
     strip.name->setAlignment(Qt::AlignCenter);
     strip.name->setGeometry(at(m_layout.name));
 }
 
-StripView StripBuilder::build(const StripId &id) const
+StripView StripBuilder::build() const
 {
     StripView strip;
-    strip.id = id;
+    strip.id = m_id;
     buildHead(strip);
     for (int side = 0; side < m_layout.sideCount; ++side)
         buildPan(strip.sides[side], side);
@@ -228,11 +225,6 @@ void buildMasterMeter(SideView &view, int side, QWidget *parent)
         column, parent);
 }
 
-QString pairKey(int left)
-{
-    return QStringLiteral("%1_%2").arg(left).arg(left + 1);
-}
-
 } // namespace
 
 namespace stripbuilder {
@@ -240,12 +232,12 @@ namespace stripbuilder {
 StripView buildMono(int number, QWidget *parent)
 {
     const QPoint origin(sideOf(number) == Side::Left ? 0 : stripWidth, 0);
-    return StripBuilder(monoLayout, origin, QString::number(number), parent).build(track(number));
+    return StripBuilder(monoLayout, origin, track(number), parent).build();
 }
 
 StripView buildPair(int left, QWidget *parent)
 {
-    return StripBuilder(pairLayout, QPoint(), pairKey(left), parent).build(pair(left));
+    return StripBuilder(pairLayout, QPoint(), pair(left), parent).build();
 }
 
 StripView buildMaster(QWidget *parent)
@@ -261,8 +253,8 @@ StripView buildMaster(QWidget *parent)
          QStringLiteral("Fader: drag, wheel or arrow keys; double click or Home: 0 dB")},
         StripKind::Master, parent);
     strip.faderText = makeText(
-        {QStringLiteral("label_FaderMaster"), QStringLiteral("Master fader value"), {}},
-        "faderText", QStringLiteral("0 dB"), masterFaderText, parent);
+        {QStringLiteral("label_FaderMaster"), {}, {}}, "faderText", QStringLiteral("0 dB"),
+        masterFaderText, parent);
     strip.mute = makeToggle(
         {QStringLiteral("pB_masterMute"), QStringLiteral("Master mute"), QStringLiteral("Mute")},
         "mute", QStringLiteral("MUTE"), masterMute, parent);
@@ -271,19 +263,18 @@ StripView buildMaster(QWidget *parent)
 
 QPushButton *buildLinkButton(int left, bool linked, QWidget *parent)
 {
-    const QString channels = QStringLiteral("%1 and %2").arg(left).arg(left + 1);
+    const QString key = pair(left).key().mid(5);
+    const QString channels = title(pair(left));
     auto *button = new QPushButton(QStringLiteral("LINK"), parent);
     button->setGeometry(linkButton);
     if (linked) {
         apply(
-            {QLatin1String("pB_LinkOff") + pairKey(left),
-             QStringLiteral("Unlink channels ") + channels,
+            {QLatin1String("pB_LinkOff") + key, QStringLiteral("Unlink ") + channels,
              QStringLiteral("Linked: click for two mono strips")},
             "linked", button);
     } else {
         apply(
-            {QLatin1String("pB_LinkOn") + pairKey(left),
-             QStringLiteral("Link channels ") + channels,
+            {QLatin1String("pB_LinkOn") + key, QStringLiteral("Link ") + channels,
              QStringLiteral("Link the two channels to a stereo strip")},
             "link", button);
     }

@@ -1,5 +1,6 @@
 #include "app/stripcontrols.h"
 
+#include "mixer/faderscale.h"
 #include "mixer/stripview.h"
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
@@ -12,7 +13,6 @@ using namespace mixer;
 
 namespace {
 
-constexpr int faderDefault = 157; // position of 0 dB
 constexpr int meterWidth = 6;
 constexpr int peakTop = 147;
 constexpr int peakHeight = 4;

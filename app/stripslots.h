@@ -1,13 +1,15 @@
 #pragma once
 
-/// The slots of the strips, one for each control of each strip, by families: a family is declared
-/// once and expanded over the lists of strips. Every expansion names its strip and calls the rule.
-/// The names are given: the window's controls are connected to them by name.
+/// The slots of the strips and of the editing area, one for each control of each strip, by
+/// families: a family is declared once and expanded over the lists of strips. Every expansion names
+/// its strip and calls the rule. The names are given: the window's controls are connected to them
+/// by name.
 
 #define TAMBER_TRACKS(SLOTS)                                                                       \
     SLOTS(1)                                                                                       \
-    SLOTS(2) SLOTS(3) SLOTS(4) SLOTS(5) SLOTS(6) SLOTS(7) SLOTS(8) SLOTS(9) SLOTS(10) SLOTS(11)    \
-        SLOTS(12) SLOTS(13) SLOTS(14) SLOTS(15) SLOTS(16)
+    SLOTS(2)                                                                                       \
+    SLOTS(3) SLOTS(4) SLOTS(5) SLOTS(6) SLOTS(7) SLOTS(8) SLOTS(9) SLOTS(10) SLOTS(11) SLOTS(12)   \
+        SLOTS(13) SLOTS(14) SLOTS(15) SLOTS(16)
 
 #define TAMBER_PAIRS(SLOTS)                                                                        \
     SLOTS(1, 2)                                                                                    \
@@ -15,14 +17,17 @@
 
 // clang-format off
 
+// Pointers are taken in the window's coordinates: they do not move with the control, and stay one
+// scale where a drag crosses screens.
+
 #define TAMBER_FADER_SLOTS(STEM, STRIP) \
-    void STEM##_Pressed(QMouseEvent *event) { m_mixer.fader().press(STRIP, event->screenPos()); } \
-    void STEM##_Moved(QMouseEvent *event) { m_mixer.fader().move(STRIP, event->screenPos()); } \
+    void STEM##_Pressed(QMouseEvent *event) { m_mixer.fader().press(STRIP, event->windowPos()); } \
+    void STEM##_Moved(QMouseEvent *event) { m_mixer.fader().move(STRIP, event->windowPos()); } \
     void STEM##_DoubleClicked(QMouseEvent *) { m_mixer.fader().reset(STRIP); }
 
 #define TAMBER_PAN_SLOTS(STEM, TRACK) \
-    void STEM##_Pressed(QMouseEvent *event) { m_mixer.pan().press(TRACK, event->screenPos()); } \
-    void STEM##_Moved(QMouseEvent *event) { m_mixer.pan().move(TRACK, event->screenPos()); } \
+    void STEM##_Pressed(QMouseEvent *event) { m_mixer.pan().press(TRACK, event->windowPos()); } \
+    void STEM##_Moved(QMouseEvent *event) { m_mixer.pan().move(TRACK, event->windowPos()); } \
     void STEM##_Released(QMouseEvent *) { m_mixer.pan().release(TRACK); } \
     void STEM##_DoubleClicked(QMouseEvent *) { m_mixer.pan().reset(TRACK); }
 
@@ -56,5 +61,31 @@
 #define TAMBER_MASTER_SLOTS \
     void on_pB_masterMute_clicked() { m_mixer.muteClicked(mixer::master()); } \
     TAMBER_FADER_SLOTS(masterFaderKnob, mixer::master())
+
+#define TAMBER_KNOB_SLOTS(STEM, ID) \
+    void STEM##Knob_Pressed(QMouseEvent *event) { m_mixer.section().press(mixer::ParameterId::ID, event->windowPos()); } \
+    void STEM##Knob_Moved(QMouseEvent *event) { m_mixer.section().move(mixer::ParameterId::ID, event->windowPos()); }
+
+/// Only the gain knobs have a double click.
+#define TAMBER_GAIN_KNOB_SLOTS(STEM, ID) \
+    TAMBER_KNOB_SLOTS(STEM, ID) \
+    void STEM##Knob_DoubleClicked(QMouseEvent *) { m_mixer.section().reset(mixer::ParameterId::ID); }
+
+#define TAMBER_SECTION_SLOTS \
+    TAMBER_GAIN_KNOB_SLOTS(lowGain, LowGain) \
+    TAMBER_GAIN_KNOB_SLOTS(lowMidGain, LowMidGain) \
+    TAMBER_GAIN_KNOB_SLOTS(highMidGain, HighMidGain) \
+    TAMBER_GAIN_KNOB_SLOTS(highGain, HighGain) \
+    TAMBER_KNOB_SLOTS(lowFreq, LowFreq) \
+    TAMBER_KNOB_SLOTS(lowMidFreq, LowMidFreq) \
+    TAMBER_KNOB_SLOTS(highMidFreq, HighMidFreq) \
+    TAMBER_KNOB_SLOTS(highFreq, HighFreq) \
+    TAMBER_KNOB_SLOTS(lowMidQ, LowMidQ) \
+    TAMBER_KNOB_SLOTS(highMidQ, HighMidQ) \
+    TAMBER_KNOB_SLOTS(threshold, Threshold) \
+    TAMBER_KNOB_SLOTS(ratio, Ratio) \
+    TAMBER_KNOB_SLOTS(gain, MakeUpGain) \
+    TAMBER_KNOB_SLOTS(attack, Attack) \
+    TAMBER_KNOB_SLOTS(release, Release)
 
 // clang-format on

@@ -7,3 +7,4 @@ void benchNewestValue();
 void benchWholeState();
 void benchStart();
 void benchDrag();
+void benchCurve();

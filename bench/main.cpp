@@ -20,6 +20,7 @@ int main(int argc, char **argv)
     benchNewestValue();
     benchWholeState();
     benchDrag();
+    benchCurve();
     benchStart();
     return report::missed() == 0 ? 0 : 1;
 }

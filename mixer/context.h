@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mixer/sectionview.h"
 #include "mixer/stripview.h"
 
 class QVXDevice;
@@ -8,12 +9,13 @@ class Settings;
 namespace mixer {
 
 /// What every rule of the mixer works on: the stored state, the device and the widgets of the
-/// strips. The rules own none of them. GUI thread only.
+/// strips and of the editing area. The rules own none of them. GUI thread only.
 struct Context
 {
     Settings &settings;
     QVXDevice &device;
-    MixerView view;
+    const MixerView &view;
+    const SectionView &section;
 
     const StripView &viewOf(const StripId &strip) const;
 

@@ -3,6 +3,7 @@
 #include "mixer/strip.h"
 
 #include <QPointF>
+#include <QString>
 
 #include <cstdint>
 
@@ -28,6 +29,13 @@ struct Drag
 {
     Pointer last;
     std::uint16_t position = 0;
+    QString key; ///< of the strip whose control was pressed
+
+    /// The strip's control was set by other means, as by the wheel: the drag goes on from there.
+    void follow(const QString &stripKey, std::uint16_t newPosition)
+    {
+        if (stripKey == key) position = newPosition;
+    }
 };
 
 /// The position after the pointer went from last to now: within the travel. A step that carries

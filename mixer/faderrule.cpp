@@ -12,7 +12,7 @@ namespace mixer {
 
 void FaderRule::press(const StripId &strip, const QPointF &pointer)
 {
-    m_drag = {Pointer(pointer), stored(strip)};
+    m_drag = {Pointer(pointer), stored(strip), strip.key()};
 }
 
 void FaderRule::move(const StripId &strip, const QPointF &pointer)
@@ -25,14 +25,15 @@ void FaderRule::move(const StripId &strip, const QPointF &pointer)
 
 void FaderRule::reset(const StripId &strip)
 {
-    m_drag.position = faderDefault;
+    m_drag.follow(strip.key(), faderDefault);
     set(strip, faderDefault);
 }
 
 void FaderRule::step(const StripId &strip, int positions)
 {
-    const int target = stored(strip) + positions;
-    set(strip, static_cast<std::uint16_t>(std::clamp<int>(target, faderTop, faderBottom)));
+    const int target = std::clamp<int>(stored(strip) + positions, faderTop, faderBottom);
+    m_drag.follow(strip.key(), static_cast<std::uint16_t>(target));
+    set(strip, static_cast<std::uint16_t>(target));
 }
 
 void FaderRule::copy(const StripId &from, const StripId &to)

@@ -6,35 +6,24 @@
 #include <QPushButton>
 #include <QStackedWidget>
 
+#include <algorithm>
+
 namespace mixer {
 
 namespace key = storage::strip;
 
-const StripView &Context::viewOf(const StripId &strip) const
-{
-    return view.strips[static_cast<std::size_t>(strip.index())];
-}
-
-bool Context::isLinked(const StripId &pair) const
-{
-    return settings.read(pair.busKey, key::link);
-}
-
-bool Context::isShown(const StripId &strip) const
-{
-    if (strip.kind == StripKind::Master) return true;
-    const bool linked = isLinked(pairOf(channelNumber(strip.key())));
-    return linked == (strip.kind == StripKind::Pair);
-}
-
-Mixer::Mixer(Settings &settings, QVXDevice &device, const MixerView &view)
-    : m_context{settings, device, view}, m_fader(m_context), m_pan(m_context), m_switches(m_context)
+Mixer::Mixer(
+    Settings &settings, QVXDevice &device, const MixerView &view, const SectionView &section)
+    : m_context{settings, device, view, section}, m_fader(m_context), m_pan(m_context),
+      m_switches(m_context), m_section(m_context), m_gainReduction(m_context)
 {
 }
 
 void Mixer::selectClicked(const StripId &strip)
 {
-    m_switches.setSelected(strip, m_context.viewOf(strip).select->isChecked());
+    const bool on = m_context.viewOf(strip).select->isChecked();
+    m_switches.setSelected(strip, on);
+    m_section.edit(on ? std::make_optional(strip) : std::nullopt);
 }
 
 void Mixer::phaseClicked(const StripId &track)
@@ -53,11 +42,13 @@ void Mixer::pairPhaseClicked(const StripId &track)
 void Mixer::eqClicked(const StripId &strip)
 {
     m_switches.setEq(strip, m_context.viewOf(strip).eq->isChecked());
+    m_section.sendEq(strip);
 }
 
 void Mixer::compClicked(const StripId &strip)
 {
     m_switches.setComp(strip, m_context.viewOf(strip).comp->isChecked());
+    m_section.sendComp(strip);
 }
 
 void Mixer::soloClicked(const StripId &strip)
@@ -75,7 +66,10 @@ void Mixer::setLinked(const StripId &pair, bool linked)
     const int left = channelNumber(pair.busKey);
     m_context.settings.write(pair.busKey, key::link, linked);
     if (linked) {
+        const bool solo = m_context.settings.read(track(left).key(), key::solo) ||
+                          m_context.settings.read(track(left + 1).key(), key::solo);
         copyStrip(track(left), pair);
+        m_switches.setSolo(pair, solo); // either side's
     } else {
         copyStrip(pair, track(left));
         copyStrip(pair, track(left + 1));
@@ -93,6 +87,7 @@ void Mixer::copyStrip(const StripId &from, const StripId &to)
 void Mixer::setName(const StripId &strip, const QString &name)
 {
     m_context.settings.write(strip.key(), key::name, name);
+    m_section.showTitle();
 }
 
 void Mixer::showLink(const StripId &pair)
@@ -100,6 +95,19 @@ void Mixer::showLink(const StripId &pair)
     const int left = channelNumber(pair.busKey);
     const PairView &view = m_context.view.pairs[static_cast<std::size_t>(left / 2)];
     view.pages->setCurrentIndex(m_context.isLinked(pair) ? 1 : 0);
+}
+
+/// Only one strip is selected; were more stored, the first is.
+void Mixer::showSelection()
+{
+    const auto &strips = m_context.view.strips;
+    const auto selected = std::find_if(strips.begin(), strips.end(), [this](const StripView &view) {
+        return m_context.settings.read(view.id.key(), key::select);
+    });
+    for (const StripView &view : strips)
+        m_switches.showSelected(
+            view.id, selected != strips.end() && view.id.index() == selected->id.index());
+    m_section.edit(selected != strips.end() ? std::make_optional(selected->id) : std::nullopt);
 }
 
 void Mixer::showAll()
@@ -111,6 +119,7 @@ void Mixer::showAll()
         if (view.id.kind == StripKind::Pair) showLink(view.id);
         if (view.name) showName(view);
     }
+    showSelection();
 }
 
 void Mixer::showName(const StripView &strip)
@@ -129,8 +138,12 @@ void Mixer::sendAll()
         m_pan.send(track(number));
         m_switches.sendPhase(track(number));
     }
-    for (const StripView &view : m_context.view.strips)
-        if (view.id.kind != StripKind::Master) m_switches.sendSolo(view.id);
+    for (const StripView &view : m_context.view.strips) {
+        if (view.id.kind == StripKind::Master) continue;
+        m_switches.sendSolo(view.id);
+        m_section.sendEq(view.id);
+        m_section.sendComp(view.id);
+    }
 }
 
 } // namespace mixer

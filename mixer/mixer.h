@@ -2,7 +2,9 @@
 
 #include "mixer/context.h"
 #include "mixer/faderrule.h"
+#include "mixer/gainreductionrule.h"
 #include "mixer/panrule.h"
+#include "mixer/sectionrule.h"
 #include "mixer/switchrule.h"
 
 namespace mixer {
@@ -12,13 +14,14 @@ namespace mixer {
 class Mixer
 {
 public:
-    /// The settings, the device and the widgets must outlive the object.
-    Mixer(Settings &settings, QVXDevice &device, const MixerView &view);
+    /// All of them must outlive the object.
+    Mixer(Settings &settings, QVXDevice &device, const MixerView &view, const SectionView &section);
     Mixer(const Mixer &) = delete;
     Mixer &operator=(const Mixer &) = delete;
 
     FaderRule &fader() { return m_fader; }
     PanRule &pan() { return m_pan; }
+    SectionRule &section() { return m_section; }
 
     /// @name Clicks
     /// The button has its new state already.
@@ -38,7 +41,10 @@ public:
     void setLinked(const StripId &pair, bool linked);
     void setName(const StripId &strip, const QString &name);
 
-    /// Puts the whole stored state on screen.
+    /// Fetches the gain reduction of the selected strip and moves its bar. Every 100 ms.
+    void pollGainReduction() { m_gainReduction.poll(m_section.edited()); }
+
+    /// Puts the whole stored state on screen, the stored selection too.
     void showAll();
     /// Asks the device for the whole stored state: faders first, then mutes, then the rest.
     void sendAll();
@@ -46,12 +52,15 @@ public:
 private:
     void showLink(const StripId &pair);
     void showName(const StripView &strip);
+    void showSelection();
     void copyStrip(const StripId &from, const StripId &to);
 
     Context m_context;
     FaderRule m_fader;
     PanRule m_pan;
     SwitchRule m_switches;
+    SectionRule m_section;
+    GainReductionRule m_gainReduction;
 };
 
 } // namespace mixer

@@ -21,7 +21,7 @@ void PanRule::forBothViews(const StripId &track, Action action) const
 void PanRule::press(const StripId &track, const QPointF &pointer)
 {
     showText(track, true);
-    m_drag = {Pointer(pointer), stored(track)};
+    m_drag = {Pointer(pointer), stored(track), track.key()};
 }
 
 void PanRule::move(const StripId &track, const QPointF &pointer)
@@ -39,13 +39,15 @@ void PanRule::release(const StripId &track)
 
 void PanRule::reset(const StripId &track)
 {
-    m_drag.position = panCentre(track.kind);
-    set(track, m_drag.position);
+    m_drag.follow(track.key(), panCentre(track.kind));
+    set(track, panCentre(track.kind));
 }
 
 void PanRule::step(const StripId &track, int positions)
 {
-    set(track, nearestPanPosition(track.kind, stored(track) + positions));
+    const std::uint16_t target = nearestPanPosition(track.kind, stored(track) + positions);
+    m_drag.follow(track.key(), target);
+    set(track, target);
 }
 
 std::uint16_t PanRule::stored(const StripId &track) const

@@ -36,19 +36,28 @@ void SwitchRule::setSolo(const StripId &strip, bool on)
 void SwitchRule::setEq(const StripId &strip, bool on)
 {
     m_context.settings.write(strip.key(), key::eq, on);
+    emit m_context.viewOf(strip).frame->signal_doEqualizerRepaint();
 }
 
 void SwitchRule::setComp(const StripId &strip, bool on)
 {
     m_context.settings.write(strip.key(), key::comp, on);
+    emit m_context.viewOf(strip).frame->signal_doCompressorRepaint();
 }
 
 void SwitchRule::setSelected(const StripId &strip, bool on)
 {
     if (on) unselectOthers(strip);
     m_context.settings.write(strip.key(), key::select, on);
-    m_context.viewOf(strip).select->setChecked(on);
-    m_context.viewOf(strip).frame->setSelected(on);
+    showSelected(strip, on);
+}
+
+void SwitchRule::showSelected(const StripId &strip, bool selected)
+{
+    const StripView &view = m_context.viewOf(strip);
+    if (!view.select) return;
+    view.select->setChecked(selected);
+    view.frame->setSelected(selected);
 }
 
 void SwitchRule::unselectOthers(const StripId &strip)
@@ -69,8 +78,6 @@ void SwitchRule::show(const StripId &strip)
     view.solo->setChecked(stored(key::solo));
     view.eq->setChecked(stored(key::eq));
     view.comp->setChecked(stored(key::comp));
-    view.select->setChecked(stored(key::select));
-    view.frame->setSelected(stored(key::select));
     if (strip.isMono()) showPhase(strip);
 }
 

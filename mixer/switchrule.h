@@ -23,8 +23,10 @@ public:
     /// Only one strip is selected at a time.
     void setSelected(const StripId &strip, bool on);
 
-    /// Puts the stored states of a strip on screen.
+    /// Puts the stored states of a strip on screen, but for the selection.
     void show(const StripId &strip);
+    /// Gives a strip the look of the selected one, or takes it away. The master has none.
+    void showSelected(const StripId &strip, bool selected);
     /// Ask the device for the stored state, unless the strip is not shown.
     void sendMute(const StripId &strip);
     void sendSolo(const StripId &strip);

@@ -48,3 +48,13 @@ inline QList<TraceLine> parametersSent(const QString &fileName)
         if (line.setsParameter()) sent += line;
     return sent;
 }
+
+/// The messages that set an EQ band or a compressor.
+inline QList<QByteArray> sectionsSent(const QString &fileName)
+{
+    QList<QByteArray> sent;
+    for (const TraceLine &line : readTrace(fileName))
+        if (line.what == "out" && (line.item("51") >= 0 || line.item("91") >= 0))
+            sent += line.bytes;
+    return sent;
+}

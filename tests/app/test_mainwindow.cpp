@@ -1,5 +1,6 @@
 #include "app/program.h"
 #include "tests/app/desk.h"
+#include "tests/app/gestures.h"
 #include "tests/app/panel.h"
 #include "tests/patience.h"
 #include "tests/tracefile.h"
@@ -10,7 +11,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QWheelEvent>
 #include <QtTest>
 
 using mixer::StripId;
@@ -97,38 +97,6 @@ QList<SideOfStrip> sidesOf(const StripId &strip)
     return {
         {endOf(strip) + "_L"_s, mixer::track(number)},
         {endOf(strip) + "_R"_s, mixer::track(number + 1)}};
-}
-
-void sendMouse(QWidget *widget, QEvent::Type type, const QPointF &screen)
-{
-    const QPointF local = screen - widget->mapToGlobal(QPoint());
-    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-    const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
-    QMouseEvent event(type, local, local, screen, button, held, Qt::NoModifier);
-    QCoreApplication::sendEvent(widget, &event);
-}
-
-/// Presses on a control's middle, moves the pointer by each of the ways in turn, and releases.
-void drag(QWidget *widget, const QList<QPoint> &ways)
-{
-    QPoint at = widget->mapToGlobal(widget->rect().center());
-    sendMouse(widget, QEvent::MouseButtonPress, at);
-    for (const QPoint &way : ways)
-        sendMouse(widget, QEvent::MouseMove, at += way);
-    sendMouse(widget, QEvent::MouseButtonRelease, at);
-}
-
-void doubleClick(QWidget *widget)
-{
-    sendMouse(widget, QEvent::MouseButtonDblClick, widget->mapToGlobal(QPoint(5, 5)));
-}
-
-void turnWheel(QWidget *widget, int angle)
-{
-    QWheelEvent event(
-        QPointF(3, 3), widget->mapToGlobal(QPoint(3, 3)), QPoint(), QPoint(0, angle), Qt::NoButton,
-        Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(widget, &event);
 }
 
 /// The entries of `after` that are not the same in `before`.
@@ -406,6 +374,15 @@ void TestMainWindow::keysAndWheel()
     QTest::keyClick(cap, Qt::Key_Home);
     QTest::keyClick(knob, Qt::Key_Home);
     QCOMPARE(QPoint(knob->x(), cap->y()), QPoint(79, 157));
+
+    // A drag goes on from where the wheel has put the control meanwhile.
+    QPoint at = cap->mapToGlobal(QPoint(5, 5));
+    sendMouse(cap, QEvent::MouseButtonPress, at);
+    sendMouse(cap, QEvent::MouseMove, at += QPoint(0, 5));
+    turnWheel(cap, -240);
+    QCOMPARE(cap->y(), 166);
+    sendMouse(cap, QEvent::MouseMove, at += QPoint(0, 1));
+    QCOMPARE(cap->y(), 167);
 }
 
 /// A screen reader can tell every control, and the value of those that have one.
@@ -453,7 +430,9 @@ void TestMainWindow::names()
     panel->window.activateWindow();
     edit("2")->setFocus();
     QTRY_VERIFY(edit("2")->hasFocus());
-    QTest::keyClicks(edit("2"), "Bass"_s);
+    QTest::keyClicks(edit("2"), "Bas"_s);
+    QCOMPARE(panel->file().value("Track2/Name"_s), "Bas"_s);
+    QTest::keyClicks(edit("2"), "s"_s);
     panel->window.close();
     panel.reset();
     QCOMPARE(readIni(path).value("Track2/Name"_s), "Bass"_s);

@@ -1,0 +1,80 @@
+#include "benchmarks.h"
+#include "report.h"
+#include "widgets/draweq.h"
+
+#include <QElapsedTimer>
+#include <QPainter>
+#include <QPixmap>
+
+namespace {
+
+constexpr int rounds = 20000;
+
+/// Two curves in which all four bands are at work.
+EqCurve curveOf(int variant)
+{
+    EqCurve curve;
+    curve.state = EqCurve::State::On;
+    curve.bands = {{{-5, 9, 0}, {3 + variant, 22, 0}, {5, 45, 2}, {-3 - variant, 18, 3}}};
+    return curve;
+}
+
+/// A widget that only fills the outline of a curve, which it is given ready.
+class Fill : public QLabel
+{
+public:
+    Fill()
+    {
+        setFixedSize(DrawEq::columns, 2 * DrawEq::zeroRow + 1);
+        const EqCurve curve = curveOf(0);
+        m_path.moveTo(0, DrawEq::zeroRow - curve.response(1));
+        for (int x = 1; x < DrawEq::columns; ++x)
+            m_path.lineTo(x, DrawEq::zeroRow - curve.response(x));
+        m_path.lineTo(DrawEq::columns - 1, DrawEq::zeroRow);
+        m_path.lineTo(0, DrawEq::zeroRow);
+        m_path.closeSubpath();
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.setPen(QPen(Qt::cyan, 1, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+        painter.setBrush(Qt::cyan);
+        painter.drawPath(m_path);
+    }
+
+private:
+    QPainterPath m_path;
+};
+
+template <typename Prepare>
+double paintsPerSecond(QWidget &widget, Prepare prepare)
+{
+    QPixmap pixmap(widget.size());
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i < rounds; ++i) {
+        prepare(i);
+        widget.render(&pixmap, QPoint(), QRegion(), QWidget::RenderFlags());
+    }
+    return rounds / (static_cast<double>(timer.nsecsElapsed()) / 1e9);
+}
+
+} // namespace
+
+void benchCurve()
+{
+    Fill fill;
+    DrawEq display;
+    const double fills = paintsPerSecond(fill, [](int) {});
+    const double paints =
+        paintsPerSecond(display, [&display](int i) { display.setCurve(curveOf(i % 2)); });
+    report::figure(
+        QStringLiteral("EQ curve: fills of its path alone"), fills, QStringLiteral("/s"));
+    report::figure(
+        QStringLiteral("EQ curve: new values, path and fill"), paints, QStringLiteral("/s"));
+    report::against(
+        QStringLiteral("EQ curve: time of a paint, in fills of its path"), fills / paints, 1.5,
+        QString());
+}
