@@ -18,6 +18,7 @@ namespace {
 Q_LOGGING_CATEGORY(log, "tamber.storage")
 
 constexpr int flushInterval = 50;   // milliseconds between two writes of the file
+constexpr int leftoverAge = 60;     // seconds
 constexpr int retryInterval = 2000; // milliseconds until a failed write is tried again
 
 QString pathOf(const char *organisation, const char *application)
@@ -41,8 +42,12 @@ void removeLeftovers(const QFileInfo &file)
     QDir folder = file.dir();
     const QStringList left =
         folder.entryList({file.fileName() + QStringLiteral(".*.new*")}, QDir::Files);
-    for (const QString &name : left)
-        folder.remove(name);
+    for (const QString &name : left) {
+        // Another process may be writing a younger one just now.
+        const QFileInfo leftover(folder.filePath(name));
+        if (leftover.lastModified().secsTo(QDateTime::currentDateTime()) > leftoverAge)
+            folder.remove(name);
+    }
 }
 
 bool replace(const QString &fileName, const QString &by)
@@ -169,6 +174,12 @@ int Settings::integer(const QString &group, const char *key) const
     return isNumber ? number : missingInteger;
 }
 
+/// A text with commas that was not quoted, as by hand, was taken for a list.
+QString Settings::text(const QString &group, const char *key) const
+{
+    return value(group, key, QString()).toStringList().join(QStringLiteral(", "));
+}
+
 void Settings::setValue(const QString &group, const char *key, const QVariant &value)
 {
     m_values.insert(group + QLatin1Char('/') + QLatin1String(key), value);
@@ -190,7 +201,7 @@ bool Settings::read(const QString &group, SwitchKey key) const
 
 QString Settings::read(const QString &group, TextKey key) const
 {
-    return value(group, key.key, QString()).toString();
+    return text(group, key.key);
 }
 
 void Settings::write(const QString &group, IntegerKey key, int value)
@@ -227,7 +238,7 @@ bool Settings::read(const SwitchSetting &setting) const
 
 QString Settings::read(const TextSetting &setting) const
 {
-    return value(QLatin1String(setting.group), setting.key, QString()).toString();
+    return text(QLatin1String(setting.group), setting.key);
 }
 
 void Settings::write(const IntegerSetting &setting, int value)

@@ -75,6 +75,7 @@ private:
     void noteResult(bool written);
     QVariant value(const QString &group, const char *key, const QVariant &missing) const;
     int integer(const QString &group, const char *key) const;
+    QString text(const QString &group, const char *key) const;
     void setValue(const QString &group, const char *key, const QVariant &value);
 
     const QString m_fileName;
