@@ -52,6 +52,12 @@ void Bar::update(std::uint16_t gain)
     m_widget->show();
 }
 
+void Bar::clear()
+{
+    m_length = 0;
+    m_widget->hide();
+}
+
 void Bar::fall()
 {
     const int next = fallen(m_length);

@@ -34,6 +34,8 @@ public:
     void update(std::uint16_t gain);
     /// There is none: one step towards nothing.
     void fall();
+    /// Nothing at once: the bar belongs to something else from now on.
+    void clear();
 
 private:
     void setLength(int length);

@@ -2,9 +2,9 @@
 
 #include <QLabel>
 
-/// An image that stands for a value and is moved: what the fader cap and the pan marker have in
-/// common beside the mouse. It takes the focus, shows that it has it, and turns wheel and keys
-/// into steps; what a step does is up to those who listen. GUI thread only.
+/// An image that stands for a value and is moved: what the fader cap, the pan marker and the dial
+/// have in common beside the mouse. It takes the focus, shows that it has it, and turns wheel and
+/// keys into steps; what a step does is up to those who listen. GUI thread only.
 class StepControl : public QLabel
 {
     Q_OBJECT
