@@ -1,6 +1,7 @@
 #include "simulator/simulatedtamber.h"
 
 #include "device/intpack.h"
+#include "simulator/describe.h"
 
 #include <algorithm>
 #include <cstring>
@@ -185,7 +186,10 @@ bool SimulatedTamber::obey(const Request &request)
     m_answers.clear();
     const bool obeyed = (this->*command->obey)(request);
     // A query is answered at once; what changes the mixer keeps the DSP busy for a moment.
-    if (m_answers.empty()) m_busyUntil = m_clock.now() + settleTime;
+    if (m_answers.empty()) {
+        m_busyUntil = m_clock.now() + settleTime;
+        if (obeyed) std::copy_n(request.message.bytes, m_lastCommand.size(), m_lastCommand.begin());
+    }
     return obeyed;
 }
 
@@ -487,6 +491,7 @@ void SimulatedTamber::setPlugged(bool plugged)
     m_plugged = plugged;
     m_state = MixerState();
     m_answers.clear();
+    m_lastCommand = Bytes{};
     m_debugText.clear();
     m_firmware.clear();
     m_firmwareTotal = 0;
@@ -545,6 +550,12 @@ std::uint64_t SimulatedTamber::refused() const
 {
     const std::lock_guard lock(m_mutex);
     return m_refused;
+}
+
+std::string SimulatedTamber::lastCommand() const
+{
+    const std::lock_guard lock(m_mutex);
+    return describe(m_lastCommand.data(), m_lastCommand.size());
 }
 
 std::vector<std::uint8_t> SimulatedTamber::firmware() const

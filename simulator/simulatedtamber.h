@@ -65,6 +65,8 @@ public:
     /// Messages taken since construction, and messages refused.
     std::uint64_t taken() const;
     std::uint64_t refused() const;
+    /// The last command that was obeyed and was no query, in words; empty before the first one.
+    std::string lastCommand() const;
     /// The image of a finished or running firmware transfer.
     std::vector<std::uint8_t> firmware() const;
     ///@}
@@ -114,6 +116,7 @@ private:
     std::uint32_t m_sampleRate = 48000;
     Microseconds m_busyUntil{0};
     std::deque<Bytes> m_answers;
+    Bytes m_lastCommand{}; ///< as it came
     std::string m_debugText;
     std::uint64_t m_taken = 0;
     std::uint64_t m_refused = 0;
