@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -231,6 +232,7 @@ bool QVXDevice::setParameter(
     assertGuiThread();
     if (index < 0) return false;
     const bool changed = table.set(index, values, [this, send](const Parameter &v) {
+        ++m_setsUnderWay;
         emit(this->*send)(v.ch_type, v.ch_no, v.data);
     });
     return !changed || table.ret();
@@ -303,24 +305,59 @@ bool QVXDevice::get_grmeter(int ch_type, unsigned char ch_no, unsigned int &mete
     return entry.ret;
 }
 
+bool QVXDevice::takeFailure()
+{
+    assertGuiThread();
+    return std::exchange(m_setFailed, false);
+}
+
+void QVXDevice::forget_grmeter(int ch_type, unsigned char ch_no)
+{
+    assertGuiThread();
+    const int index = inputIndex(ch_type, ch_no);
+    if (index >= 0) m_caches.gainReduction[static_cast<std::size_t>(index)].ret = false;
+}
+
+void QVXDevice::trustMeters()
+{
+    assertGuiThread();
+    m_meterRet = true;
+}
+
+/// Answers come in the order of the requests, so those from before a reset come first.
+void QVXDevice::noteSet(bool ret)
+{
+    assertGuiThread();
+    --m_setsUnderWay;
+    if (m_setsForgotten > 0)
+        --m_setsForgotten;
+    else
+        m_setFailed = m_setFailed || !ret;
+}
+
 void QVXDevice::reset()
 {
     assertGuiThread();
     m_caches = Caches();
+    m_setFailed = false;
+    m_setsForgotten = m_setsUnderWay;
 }
 
 void QVXDevice::emitRoute(const Route &v)
 {
+    ++m_setsUnderWay;
     emit sig_set_assign_ch(v.in_type, v.in_ch, v.out_type, v.out_ch);
 }
 
 void QVXDevice::emitEq(const Eq &v)
 {
+    ++m_setsUnderWay;
     emit sig_set_eq(v.ch_type, v.ch_no, v.on, v.band, v.gain, v.freq, v.q);
 }
 
 void QVXDevice::emitComp(const Comp &v)
 {
+    ++m_setsUnderWay;
     emit sig_set_comp(
         v.ch_type, v.ch_no, v.on, v.threshold, v.ratio, v.attack, v.release, v.gain, v.link);
 }
@@ -362,20 +399,20 @@ void QVXDevice::recv_get_product_name(bool, QString &name)
 
 void QVXDevice::recv_set_assign_ch(bool ret)
 {
-    assertGuiThread();
+    noteSet(ret);
     m_caches.route.answered(ret, [this](const Route &v) { emitRoute(v); });
 }
 
 void QVXDevice::recv_set_eq(bool ret)
 {
-    assertGuiThread();
+    noteSet(ret);
     // Wider than the others: of every channel one waiting band goes out.
     m_caches.eq.answered(ret, bandCount, [this](const Eq &v) { emitEq(v); });
 }
 
 void QVXDevice::recv_set_comp(bool ret)
 {
-    assertGuiThread();
+    noteSet(ret);
     m_caches.comp.answered(ret, [this](const Comp &v) { emitComp(v); });
 }
 

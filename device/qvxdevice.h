@@ -80,6 +80,14 @@ public:
     bool get_meter(vxctl::MeterRecord *records, int wanted, int &count);
     /// The last gain reduction of an input, linear, 32768 for none; false for any other channel.
     bool get_grmeter(int ch_type, unsigned char ch_no, unsigned int &meter);
+    /// Forgets an input's gain reduction: get_grmeter is false until the next answer.
+    void forget_grmeter(int ch_type, unsigned char ch_no);
+
+    /// Whether a setter's request, made after the last reset, has failed since this was asked last.
+    bool takeFailure();
+
+    /// Takes it that the meters answer, until they say otherwise: for a device that has come back.
+    void trustMeters();
 
     /// Forgets all values that were sent and all that were received, so that nothing is dropped as
     /// unchanged. Whether a device is there, and whether the meters answer, stays known.
@@ -203,6 +211,7 @@ private:
     static int inputIndex(int ch_type, unsigned char ch_no);
     static int faderIndex(int ch_type, unsigned char ch_no);
     void assertGuiThread() const;
+    void noteSet(bool ret);
     void connectWorker();
     void emitRoute(const Route &v);
     void emitEq(const Eq &v);
@@ -218,4 +227,7 @@ private:
     Caches m_caches;
     bool m_selected;
     bool m_meterRet = true;
+    bool m_setFailed = false;
+    int m_setsUnderWay = 0;  ///< requests of setters that are with the worker
+    int m_setsForgotten = 0; ///< of them those from before the last reset
 };
