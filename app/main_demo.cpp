@@ -1,5 +1,6 @@
 #include "app/constants.h"
 #include "app/program.h"
+#include "app/simulatedtamberwindow.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
 
@@ -12,7 +13,13 @@ static std::unique_ptr<Transport> simulatedTransport()
     return std::make_unique<simulator::SimulatedTransport>(tamber);
 }
 
+static std::unique_ptr<QWidget> deviceWindow()
+{
+    return std::make_unique<SimulatedTamberWindow>(tamber);
+}
+
 int main(int argc, char **argv)
 {
-    return run({settings, constants::demoOrganisation, simulatedTransport}, argc, argv);
+    return run(
+        {settings, constants::demoOrganisation, simulatedTransport, deviceWindow}, argc, argv);
 }

@@ -1,10 +1,11 @@
-// tamber-pictures [FOLDER]: renders every page of the panel into FOLDER (build/pictures without
-// one), at 1x and, as NAME@2x.png, at 2x. The pages show a session in the middle of work, on a
-// simulated device and with settings of its own.
+// tamber-pictures [FOLDER]: renders every page of the panel and the window of the simulated device
+// into FOLDER (build/pictures without one), at 1x and, as NAME@2x.png, at 2x. The pages show a
+// session in the middle of work, on a simulated device and with settings of its own.
 
 #include "app/constants.h"
 #include "app/mainwindow.h"
 #include "app/program.h"
+#include "app/simulatedtamberwindow.h"
 #include "mixer/faderscale.h"
 #include "mixer/panscale.h"
 #include "mixer/parameters.h"
@@ -66,6 +67,10 @@ void writeSession(Settings &settings)
         for (const storage::SwitchKey on : channel.on)
             settings.write(group, on, true);
     }
+    // The headphones on 3 and 4 hear the master too, the room on 7 and 8 the computer's first two.
+    constexpr int lineOuts[] = {0, 1, 0, 1, 6, 7, 2, 3};
+    for (std::size_t i = 0; i < std::size(lineOuts); ++i)
+        settings.write(storage::lineOuts[i], lineOuts[i]);
 }
 
 /// A voice's equalizer and compressor at work.
@@ -122,7 +127,8 @@ int renderPages(const QString &folder, const QString &suffix)
         QTextStream(stderr) << "cannot write " << file << '\n';
         return 1;
     }
-    return 0;
+    SimulatedTamberWindow device(tamber);
+    return device.grab().save(QDir(folder).filePath(QLatin1String("device") + suffix)) ? 0 : 1;
 }
 
 /// The scale of a program is fixed when it starts: so each scale is a process of its own.

@@ -1,5 +1,6 @@
 #include "app/mainwindow.h"
 
+#include "app/companionmixer.h"
 #include "app/constants.h"
 #include "app/interfacepage.h"
 #include "app/mixerpage.h"
@@ -42,25 +43,31 @@ MainWindow::MainWindow(
     Settings &settings, Transport &transport, const char *organisation, QWidget *parent)
     : QMainWindow(parent), m_settings(settings), m_organisation(QLatin1String(organisation)),
       m_pages(new QStackedWidget(this)), m_mixerPage(new MixerPage(m_pages)),
-      m_interfacePage(new InterfacePage(m_pages)), m_device(transport),
-      m_mixer(settings, m_device, m_mixerPage->view(), m_mixerPage->section())
+      m_interfacePage(new InterfacePage(m_pages)), m_outputPage(new OutputPage(m_pages)),
+      m_notice(makeNotice()), m_device(transport),
+      m_mixer(settings, m_device, m_mixerPage->view(), m_mixerPage->section()),
+      m_output(
+          settings, m_device, m_outputPage->view(), [this](bool on) { m_mixer.setBypassed(!on); })
 {
     setWindowTitle(QLatin1String(constants::windowTitle));
     m_pages->setObjectName(QStringLiteral("sW_pages"));
     m_pages->addWidget(m_mixerPage);
     m_pages->addWidget(m_interfacePage);
-    m_pages->addWidget(new OutputPage(m_pages));
+    m_pages->addWidget(m_outputPage);
     setCentralWidget(m_pages);
     buildMenus();
+    menuBar()->setCornerWidget(m_notice);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     restoreWindowGeometry();
 
     QMetaObject::connectSlotsByName(this);
     connectStrips();
     connectSection();
+    connectPresence();
     startTimers();
     m_mixer.showAll();
-    m_mixer.sendAll();
+    m_output.showAll();
+    sendState();
     restorePage();
 }
 
@@ -79,6 +86,15 @@ void MainWindow::buildMenus()
     QAction *close = view->addAction(tr("&Close"), this, &MainWindow::close);
     close->setObjectName(QStringLiteral("actionClose"));
     close->setShortcut(Qt::CTRL | Qt::Key_Q);
+}
+
+QLabel *MainWindow::makeNotice()
+{
+    auto *notice = new QLabel(QStringLiteral("No device answers. Changes are kept for it."), this);
+    notice->setObjectName(QStringLiteral("label_Notice"));
+    notice->setProperty("role", QStringLiteral("notice"));
+    notice->hide();
+    return notice;
 }
 
 void MainWindow::restoreWindowGeometry()
@@ -170,8 +186,11 @@ void MainWindow::connectKnob(DialControl *dial, mixer::ParameterId id)
 {
     connectByName(dial, SIGNAL(dialknob_Pressed(QMouseEvent *)), this, "Pressed");
     connectByName(dial, SIGNAL(dialknob_Moved(QMouseEvent *)), this, "Moved");
-    if (mixer::parameter(id).scale == mixer::Scale::Gain)
-        connectByName(dial, SIGNAL(dialknob_DoubleClicked(QMouseEvent *)), this, "DoubleClicked");
+    // Only gain knobs have a double click; the second of two quick presses is a press elsewhere.
+    const bool isGain = mixer::parameter(id).scale == mixer::Scale::Gain;
+    connectByName(
+        dial, SIGNAL(dialknob_DoubleClicked(QMouseEvent *)), this,
+        isGain ? "DoubleClicked" : "Pressed");
     connect(
         dial, &DialControl::stepped, this, [this, id](int n) { m_mixer.section().step(id, n); });
     connect(dial, &DialControl::resetRequested, this, [this, id] { m_mixer.section().reset(id); });
@@ -186,14 +205,56 @@ void MainWindow::slt_changeColorComp(const QString &state)
     caption->style()->polish(caption);
 }
 
+void MainWindow::connectPresence()
+{
+    const mixer::Presence &presence = m_mixer.presence();
+    connect(&presence, &mixer::Presence::disconnected, this, [this] { showDisconnected(); });
+    connect(&presence, &mixer::Presence::reconnected, this, [this] { delete m_disconnectedBox; });
+    connect(&presence, &mixer::Presence::stateWanted, this, &MainWindow::sendState);
+    connect(&presence, &mixer::Presence::answeringChanged, this, [this] {
+        status();
+        m_interfacePage->refresh(m_device);
+    });
+}
+
+void MainWindow::sendState()
+{
+    m_mixer.sendAll();
+    m_output.sendAll();
+}
+
+void MainWindow::showDisconnected()
+{
+    killCompanionMixer();
+    // open(), not exec(): a slot that waits would stop the timer that calls it.
+    m_disconnectedBox = new QMessageBox(
+        QMessageBox::Warning, QStringLiteral("USB Disconnected"),
+        QStringLiteral("- Tamber -\n Please insert USB cable"), QMessageBox::Ok, this);
+    m_disconnectedBox->setAttribute(Qt::WA_DeleteOnClose);
+    m_disconnectedBox->open();
+}
+
+void MainWindow::status()
+{
+    m_notice->setVisible(!m_mixer.presence().isAnswering());
+}
+
+void MainWindow::timerInterrupt_1000ms()
+{
+    m_interfacePage->refresh(m_device);
+    status();
+}
+
 void MainWindow::startTimers()
 {
-    auto *meters = new QTimer(this);
-    connect(meters, &QTimer::timeout, this, &MainWindow::timerInterrupt_100ms);
-    meters->start(100);
-    auto *repaints = new QTimer(this);
-    connect(repaints, &QTimer::timeout, this, &MainWindow::timerInterrupt_10ms);
-    repaints->start(10);
+    const auto start = [this](int milliseconds, void (MainWindow::*slot)()) {
+        auto *timer = new QTimer(this);
+        connect(timer, &QTimer::timeout, this, slot);
+        timer->start(milliseconds);
+    };
+    start(1000, &MainWindow::timerInterrupt_1000ms);
+    start(100, &MainWindow::timerInterrupt_100ms);
+    start(10, &MainWindow::timerInterrupt_10ms);
 }
 
 void MainWindow::restorePage()

@@ -4,13 +4,17 @@
 #include "app/stripslots.h"
 #include "device/qvxdevice.h"
 #include "mixer/mixer.h"
+#include "mixer/outputrule.h"
 
 #include <QMainWindow>
+#include <QMessageBox>
 #include <QMouseEvent>
+#include <QPointer>
 
 class ChannelControl;
 class DialControl;
 class InterfacePage;
+class QLabel;
 class MixerPage;
 class OutputPage;
 class QStackedWidget;
@@ -37,6 +41,7 @@ public slots:
     TAMBER_PAIRS(TAMBER_PAIR_SLOTS)
     TAMBER_MASTER_SLOTS
     TAMBER_SECTION_SLOTS
+    TAMBER_OUTPUT_SLOTS
 
     void setLowCutFilterEnable() { m_mixer.section().setLowCut(true); }
     void setLowCutFilterDisable() { m_mixer.section().setLowCut(false); }
@@ -45,8 +50,12 @@ public slots:
     void doCompressorRepaint() { m_mixer.section().markComp(); }
     /// Colours the gain-reduction caption by the state that the compressor display has said.
     void slt_changeColorComp(const QString &state);
+    /// Shows or hides the notice that no device answers.
+    void status();
 
-    void timerInterrupt_100ms() { m_mixer.pollGainReduction(); }
+    /// Refreshes what the window says of the device, and whether it answers.
+    void timerInterrupt_1000ms();
+    void timerInterrupt_100ms() { m_mixer.tick(); }
     void timerInterrupt_10ms() { m_mixer.section().repaintMarked(); }
 
     void on_pB_ToInterfaceFromMixer_released() { openPage(Page::Interface); }
@@ -58,6 +67,7 @@ public slots:
 
 private:
     void buildMenus();
+    QLabel *makeNotice();
     void restoreWindowGeometry();
     void storeWindowGeometry() const;
     void connectStrips();
@@ -67,6 +77,9 @@ private:
     void connectFrame(const ChannelControl *frame);
     void connectSection();
     void connectKnob(DialControl *dial, mixer::ParameterId id);
+    void connectPresence();
+    void sendState();
+    void showDisconnected();
     void startTimers();
     void restorePage();
     void openPage(Page page);
@@ -76,6 +89,10 @@ private:
     QStackedWidget *m_pages;
     MixerPage *m_mixerPage;
     InterfacePage *m_interfacePage;
+    OutputPage *m_outputPage;
+    QLabel *m_notice;
+    QPointer<QMessageBox> m_disconnectedBox;
     QVXDevice m_device;
     mixer::Mixer m_mixer;
+    mixer::OutputRule m_output;
 };

@@ -1,16 +1,168 @@
 #include "app/outputpage.h"
 
 #include "app/pagebar.h"
+#include "widgets/lineout.h"
 
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
 #include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QVBoxLayout>
+
+namespace {
+
+constexpr int margin = 6;
+constexpr int masterSources = 2;
+constexpr int listWidth = 140;
+constexpr int optionsWidth = 250;
+
+QStringList sources()
+{
+    QStringList texts;
+    for (int index = 0; index < mixer::sourceCount; ++index)
+        texts += mixer::sourceText(index);
+    return texts;
+}
+
+QLabel *makeHead(const QString &text, Qt::Alignment alignment)
+{
+    auto *head = new QLabel(text);
+    head->setProperty("role", QStringLiteral("sectionHead"));
+    head->setAlignment(alignment | Qt::AlignVCenter);
+    return head;
+}
+
+QLabel *makeHint(const QString &text)
+{
+    auto *hint = new QLabel(text);
+    hint->setProperty("role", QStringLiteral("hint"));
+    hint->setWordWrap(true);
+    return hint;
+}
+
+QComboBox *makeList(int output)
+{
+    auto *list = new QComboBox;
+    list->setObjectName(QStringLiteral("cB_LineOut%1").arg(output));
+    list->setAccessibleName(QStringLiteral("Source of line out %1").arg(output));
+    list->setToolTip(
+        QStringLiteral("What line out %1 plays: list, wheel or arrow keys").arg(output));
+    list->addItems(sources());
+    list->setMaxVisibleItems(mixer::sourceCount);
+    list->setCurrentIndex(mixer::defaultSource(output));
+    list->setFixedSize(listWidth, LineOut::boxHeight + 1);
+    return list;
+}
+
+QRadioButton *makeRadio(const QString &name, const QString &text, const QString &spoken)
+{
+    auto *radio = new QRadioButton(text);
+    radio->setObjectName(name);
+    radio->setAccessibleName(spoken);
+    radio->setToolTip(spoken);
+    return radio;
+}
+
+} // namespace
 
 OutputPage::OutputPage(QWidget *parent) : QWidget(parent)
 {
-    auto *hint = new QLabel(tr("The line outputs keep the routing that the device has."), this);
-    hint->setAlignment(Qt::AlignCenter);
+    auto *columns = new QHBoxLayout;
+    columns->setContentsMargins(18, 8, 18, 12);
+    columns->setSpacing(40);
+    columns->addLayout(buildRouting(), 1);
+    columns->addLayout(buildOptions());
+
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(6, 6, 6, 6);
+    column->setContentsMargins(margin, margin, margin, margin);
     column->addWidget(makePageBar(Page::Output, this));
-    column->addWidget(hint, 1);
+    column->addLayout(columns, 1);
+}
+
+/// The picture, and to the right of each of its outputs the list of what that plays.
+QLayout *OutputPage::buildRouting()
+{
+    m_view.picture = new LineOut(sources(), masterSources);
+    m_view.picture->setObjectName(QStringLiteral("lineOut"));
+
+    auto *grid = new QGridLayout;
+    grid->setHorizontalSpacing(10);
+    grid->setVerticalSpacing(0);
+    grid->addWidget(makeHead(QStringLiteral("SOURCES"), Qt::AlignLeft), 0, 0);
+    grid->addWidget(makeHead(QStringLiteral("OUTPUTS"), Qt::AlignRight), 0, 1);
+    grid->addWidget(makeHead(QStringLiteral("PLAYS"), Qt::AlignLeft), 0, 2);
+    grid->addWidget(m_view.picture, 1, 0, mixer::lineOutCount, 2);
+    for (int output = 1; output <= mixer::lineOutCount; ++output) {
+        QComboBox *list = makeList(output);
+        m_view.lists[static_cast<std::size_t>(output - 1)] = list;
+        grid->addWidget(list, output, 2, Qt::AlignVCenter);
+        grid->setRowMinimumHeight(output, LineOut::outputPitch);
+    }
+    grid->setColumnStretch(0, 1);
+    grid->setRowStretch(mixer::lineOutCount + 1, 1);
+    return grid;
+}
+
+QLayout *OutputPage::buildOptions()
+{
+    auto *column = new QVBoxLayout;
+    column->setSpacing(18);
+    column->addSpacing(24);
+    column->addWidget(buildStereoBus());
+    column->addWidget(buildTrueBypass());
+    column->addStretch();
+    return column;
+}
+
+QWidget *OutputPage::buildStereoBus()
+{
+    m_view.stereoBus = new QCheckBox(QStringLiteral("Computer out to Stereo BUS"));
+    m_view.stereoBus->setObjectName(QStringLiteral("cB_ToStereoBus"));
+    m_view.stereoBus->setToolTip(
+        QStringLiteral("Mix what the computer plays into the master: on or off"));
+    m_view.stereoBusTwin = new QPushButton(QStringLiteral("COMPUTER \u2192 MASTER"));
+    m_view.stereoBusTwin->setObjectName(QStringLiteral("pB_ToStereoBus"));
+    m_view.stereoBusTwin->setAccessibleName(QStringLiteral("Computer out goes to the stereo bus"));
+    m_view.stereoBusTwin->setToolTip(
+        QStringLiteral("Lit while the computer's channels go to the master"));
+    m_view.stereoBusTwin->setProperty("role", QStringLiteral("lamp"));
+    m_view.stereoBusTwin->setCheckable(true);
+    m_view.stereoBusTwin->setEnabled(false);
+
+    auto *group = new QGroupBox(QStringLiteral("Stereo Bus"));
+    group->setFixedWidth(optionsWidth);
+    auto *column = new QVBoxLayout(group);
+    column->setSpacing(12);
+    column->addWidget(m_view.stereoBus);
+    column->addWidget(m_view.stereoBusTwin);
+    column->addWidget(makeHint(QStringLiteral("Mixes what the computer plays into the master.")));
+    return group;
+}
+
+QWidget *OutputPage::buildTrueBypass()
+{
+    m_view.bypassOn = makeRadio(
+        QStringLiteral("rB_MixerTrueBypass_on"), QStringLiteral("On"),
+        QStringLiteral("Mixer true bypass on: the device's mixer is out of circuit"));
+    m_view.bypassOff = makeRadio(
+        QStringLiteral("rB_MixerTrueBypass_off"), QStringLiteral("Off"),
+        QStringLiteral("Mixer true bypass off: the device's mixer is in circuit"));
+    m_view.bypassOff->setChecked(true);
+
+    auto *group = new QGroupBox(QStringLiteral("Mixer True Bypass"));
+    group->setFixedWidth(optionsWidth);
+    auto *choices = new QHBoxLayout;
+    choices->setSpacing(24);
+    choices->addWidget(m_view.bypassOn);
+    choices->addWidget(m_view.bypassOff);
+    choices->addStretch();
+    auto *column = new QVBoxLayout(group);
+    column->setSpacing(12);
+    column->addLayout(choices);
+    column->addWidget(makeHint(QStringLiteral(
+        "Takes the mixer out of circuit. Its controls rest until the bypass is off again.")));
+    return group;
 }

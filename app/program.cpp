@@ -9,7 +9,9 @@
 #include <QFile>
 #include <QFont>
 #include <QIcon>
+#include <QScreen>
 #include <QStyleFactory>
+#include <QTimer>
 
 void applyLook()
 {
@@ -22,6 +24,50 @@ void applyLook()
     if (sheet.open(QIODevice::ReadOnly)) qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
     QApplication::setWindowIcon(QIcon(sharpPixmap(QStringLiteral(":/Resource/track/tamber.png"))));
 }
+
+namespace {
+
+/// How long the window manager is given to put the panel to its place.
+constexpr int companionDelay = 200;
+
+/// The place beside `panel` where a window of this size covers least of it.
+QRect placeBeside(const QRect &panel, const QRect &screen, const QSize &size)
+{
+    constexpr int gap = 8;
+    const QPoint corners[] = {
+        {panel.right() + gap, panel.top()},
+        {panel.left(), panel.bottom() + gap},
+        {panel.left() - gap - size.width(), panel.top()},
+        {panel.left(), panel.top() - gap - size.height()},
+    };
+    const auto covered = [&panel](const QRect &place) {
+        const QRect common = place & panel;
+        return common.width() * common.height();
+    };
+    QRect best;
+    for (const QPoint &corner : corners) {
+        const QRect place(
+            qBound(screen.left(), corner.x(), qMax(screen.left(), screen.right() - size.width())),
+            qBound(screen.top(), corner.y(), qMax(screen.top(), screen.bottom() - size.height())),
+            size.width(), size.height());
+        if (best.isNull() || covered(place) < covered(best)) best = place;
+    }
+    return best;
+}
+
+/// Shows a window that leaves the keyboard to the panel, and does not keep the program running.
+void showBeside(QWidget &companion, const QWidget &panel)
+{
+    companion.setAttribute(Qt::WA_ShowWithoutActivating);
+    companion.setAttribute(Qt::WA_QuitOnClose, false);
+    companion.adjustSize();
+    const QRect place = placeBeside(
+        panel.frameGeometry(), panel.screen()->availableGeometry(), companion.sizeHint());
+    companion.move(place.topLeft());
+    companion.show();
+}
+
+} // namespace
 
 int run(const Program &program, int argc, char **argv)
 {
@@ -38,5 +84,11 @@ int run(const Program &program, int argc, char **argv)
     application.setActivationWindow(&window, true);
     QtSingleApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     window.show();
+    std::unique_ptr<QWidget> companion;
+    if (program.makeCompanion) {
+        companion = program.makeCompanion();
+        QTimer::singleShot(
+            companionDelay, companion.get(), [&] { showBeside(*companion, window); });
+    }
     return QtSingleApplication::exec();
 }

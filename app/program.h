@@ -5,15 +5,18 @@
 #include <functional>
 #include <memory>
 
+class QWidget;
 class Settings;
 
-/// What the panel and the demo have in common: they differ in the transport and in where they keep
-/// their files.
+/// What the panel and the demo have in common: they differ in the transport, in where they keep
+/// their files, and in that the demo shows its device.
 struct Program
 {
     Settings &settings;
     const char *organisation; ///< of the native settings store
     std::function<std::unique_ptr<Transport>()> makeTransport;
+    /// Makes a window that stands beside the panel's own and ends with it; none without it.
+    std::function<std::unique_ptr<QWidget>()> makeCompanion = nullptr;
 };
 
 /// Runs the program to its end and returns its exit code. When it runs already in this session, the

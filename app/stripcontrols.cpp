@@ -44,6 +44,7 @@ QLabel *makeText(
 {
     auto *label = new QLabel(text, parent);
     apply(naming, role, label);
+    label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignCenter);
     label->setGeometry(area);
     return label;

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The slots of the strips and of the editing area, one for each control of each strip, by
+/// The slots of the strips, of the editing area and of the Output page, one for each control of each strip, by
 /// families: a family is declared once and expanded over the lists of strips. Every expansion names
 /// its strip and calls the rule. The names are given: the window's controls are connected to them
 /// by name.
@@ -23,13 +23,13 @@
 #define TAMBER_FADER_SLOTS(STEM, STRIP) \
     void STEM##_Pressed(QMouseEvent *event) { m_mixer.fader().press(STRIP, event->windowPos()); } \
     void STEM##_Moved(QMouseEvent *event) { m_mixer.fader().move(STRIP, event->windowPos()); } \
-    void STEM##_DoubleClicked(QMouseEvent *) { m_mixer.fader().reset(STRIP); }
+    void STEM##_DoubleClicked(QMouseEvent *event) { STEM##_Pressed(event); m_mixer.fader().reset(STRIP); }
 
 #define TAMBER_PAN_SLOTS(STEM, TRACK) \
     void STEM##_Pressed(QMouseEvent *event) { m_mixer.pan().press(TRACK, event->windowPos()); } \
     void STEM##_Moved(QMouseEvent *event) { m_mixer.pan().move(TRACK, event->windowPos()); } \
     void STEM##_Released(QMouseEvent *) { m_mixer.pan().release(TRACK); } \
-    void STEM##_DoubleClicked(QMouseEvent *) { m_mixer.pan().reset(TRACK); }
+    void STEM##_DoubleClicked(QMouseEvent *event) { STEM##_Pressed(event); m_mixer.pan().reset(TRACK); }
 
 /// 13 slots of mono strip N.
 #define TAMBER_TRACK_SLOTS(N) \
@@ -69,7 +69,7 @@
 /// Only the gain knobs have a double click.
 #define TAMBER_GAIN_KNOB_SLOTS(STEM, ID) \
     TAMBER_KNOB_SLOTS(STEM, ID) \
-    void STEM##Knob_DoubleClicked(QMouseEvent *) { m_mixer.section().reset(mixer::ParameterId::ID); }
+    void STEM##Knob_DoubleClicked(QMouseEvent *event) { STEM##Knob_Pressed(event); m_mixer.section().reset(mixer::ParameterId::ID); }
 
 #define TAMBER_SECTION_SLOTS \
     TAMBER_GAIN_KNOB_SLOTS(lowGain, LowGain) \
@@ -87,5 +87,22 @@
     TAMBER_KNOB_SLOTS(gain, MakeUpGain) \
     TAMBER_KNOB_SLOTS(attack, Attack) \
     TAMBER_KNOB_SLOTS(release, Release)
+
+/// A list of the Output page.
+#define TAMBER_LINE_OUT_SLOT(N) \
+    void on_cB_LineOut##N##_currentIndexChanged(int index) { m_output.lineOutChanged(N, index); }
+
+#define TAMBER_OUTPUT_SLOTS \
+    TAMBER_LINE_OUT_SLOT(1) \
+    TAMBER_LINE_OUT_SLOT(2) \
+    TAMBER_LINE_OUT_SLOT(3) \
+    TAMBER_LINE_OUT_SLOT(4) \
+    TAMBER_LINE_OUT_SLOT(5) \
+    TAMBER_LINE_OUT_SLOT(6) \
+    TAMBER_LINE_OUT_SLOT(7) \
+    TAMBER_LINE_OUT_SLOT(8) \
+    void on_cB_ToStereoBus_clicked(bool checked) { m_output.setStereoBus(checked); } \
+    void on_rB_MixerTrueBypass_on_clicked() { m_output.setTrueBypass(true); } \
+    void on_rB_MixerTrueBypass_off_clicked() { m_output.setTrueBypass(false); }
 
 // clang-format on

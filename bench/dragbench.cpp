@@ -2,6 +2,7 @@
 #include "app/mainwindow.h"
 #include "benchmarks.h"
 #include "mixer/faderscale.h"
+#include "mixer/parameters.h"
 #include "mixer/strip.h"
 #include "report.h"
 #include "simulator/simulatedtransport.h"
@@ -67,13 +68,6 @@ private:
 void fill(Settings &settings)
 {
     namespace key = storage::strip;
-    const storage::PositionKeys positions[] = {
-        key::fader,        key::pan,           key::compThreshold, key::compRatio,
-        key::compGain,     key::compAttack,    key::compRelease,   key::eqHighGain,
-        key::eqHighFreq,   key::eqHighMidGain, key::eqLowGain,     key::eqHighMidFreq,
-        key::eqLowFreq,    key::eqHighMidQ,    key::eqLowMidGain,  key::eqLowMidQ,
-        key::eqLowMidFreq,
-    };
     const storage::SwitchKey switches[] = {
         key::select, key::phase, key::eq, key::comp, key::solo, key::mute, key::link, key::eqLowCut,
     };
@@ -83,8 +77,12 @@ void fill(Settings &settings)
     for (int left = 1; left < mixer::trackCount; left += 2)
         strips.push_back(mixer::pair(left));
     for (const mixer::StripId &strip : strips) {
-        for (const storage::PositionKeys &keys : positions)
-            settings.write(strip.key(), keys, mixer::faderDefault, QStringLiteral("0"));
+        settings.write(strip.key(), key::fader, mixer::faderDefault, QStringLiteral("0"));
+        settings.write(strip.key(), key::pan, 20, QStringLiteral("C"));
+        for (const mixer::Parameter &parameter : mixer::parameters()) {
+            const mixer::Value value = mixer::valueAt(parameter, parameter.defaultPosition);
+            settings.write(strip.key(), parameter.keys, value.position, value.text);
+        }
         for (const storage::SwitchKey key : switches)
             settings.write(strip.key(), key, false);
         settings.write(strip.key(), key::name, QStringLiteral("A channel"));

@@ -2,6 +2,8 @@
 
 #include "storage/settings.h"
 
+#include <QStackedWidget>
+
 namespace mixer {
 
 const StripView &Context::viewOf(const StripId &strip) const
@@ -14,11 +16,19 @@ bool Context::isLinked(const StripId &pair) const
     return settings.read(pair.busKey, storage::strip::link);
 }
 
+QStackedWidget *Context::pagesOf(const StripId &pair) const
+{
+    return view.pairs[static_cast<std::size_t>(channelNumber(pair.key()) / 2)].pages;
+}
+
 bool Context::isShown(const StripId &strip) const
 {
     if (strip.kind == StripKind::Master) return true;
-    const bool linked = isLinked(pairOf(channelNumber(strip.key())));
-    return linked == (strip.kind == StripKind::Pair);
+    const int number = channelNumber(strip.key());
+    const StripId pair = pairOf(number);
+    const bool stereoPage = pagesOf(pair)->currentIndex() == stereoPageIndex;
+    return strip.kind == StripKind::Pair ? isLinked(pair) && stereoPage
+                                         : !isLinked(pair) && !stereoPage;
 }
 
 } // namespace mixer

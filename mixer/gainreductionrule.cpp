@@ -20,6 +20,12 @@ void GainReductionRule::poll(const std::optional<StripId> &strip)
         return;
     }
     const DeviceChannel channel = *deviceChannels(*strip).begin();
+    if (strip->key() != m_polled) {
+        // What was heard of it last may be minutes old, and the bar still shows another strip.
+        m_polled = strip->key();
+        m_bar.clear();
+        m_context.device.forget_grmeter(channel.type, channel.no);
+    }
     unsigned int gain = 0;
     const bool answered = m_context.device.get_grmeter(channel.type, channel.no, gain);
     if (!m_context.settings.read(strip->key(), storage::strip::comp))

@@ -22,6 +22,7 @@ public:
 private:
     Context &m_context;
     gainreduction::Bar m_bar;
+    QString m_polled; ///< key of the strip that was polled last
 };
 
 } // namespace mixer

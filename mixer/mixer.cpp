@@ -1,12 +1,16 @@
 #include "mixer/mixer.h"
 
 #include "storage/settings.h"
+#include "widgets/fader.h"
+#include "widgets/pancontrol.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStackedWidget>
 
 #include <algorithm>
+#include <initializer_list>
 
 namespace mixer {
 
@@ -15,13 +19,18 @@ namespace key = storage::strip;
 Mixer::Mixer(
     Settings &settings, QVXDevice &device, const MixerView &view, const SectionView &section)
     : m_context{settings, device, view, section}, m_fader(m_context), m_pan(m_context),
-      m_switches(m_context), m_section(m_context), m_gainReduction(m_context)
+      m_switches(m_context), m_solo(m_context, m_switches), m_section(m_context),
+      m_presence(m_context)
 {
 }
 
 void Mixer::selectClicked(const StripId &strip)
 {
-    const bool on = m_context.viewOf(strip).select->isChecked();
+    select(strip, m_context.viewOf(strip).select->isChecked());
+}
+
+void Mixer::select(const StripId &strip, bool on)
+{
     m_switches.setSelected(strip, on);
     m_section.edit(on ? std::make_optional(strip) : std::nullopt);
 }
@@ -53,7 +62,7 @@ void Mixer::compClicked(const StripId &strip)
 
 void Mixer::soloClicked(const StripId &strip)
 {
-    m_switches.setSolo(strip, m_context.viewOf(strip).solo->isChecked());
+    m_solo.clicked(strip);
 }
 
 void Mixer::muteClicked(const StripId &strip)
@@ -63,25 +72,45 @@ void Mixer::muteClicked(const StripId &strip)
 
 void Mixer::setLinked(const StripId &pair, bool linked)
 {
-    const int left = channelNumber(pair.busKey);
-    m_context.settings.write(pair.busKey, key::link, linked);
+    const int left = channelNumber(pair.key());
+    const std::array<StripId, 2> sides = {track(left), track(left + 1)};
+    // From here until the page is exchanged none of the three strips sends.
+    m_context.settings.write(pair.key(), key::link, linked);
     if (linked) {
-        const bool solo = m_context.settings.read(track(left).key(), key::solo) ||
-                          m_context.settings.read(track(left + 1).key(), key::solo);
-        copyStrip(track(left), pair);
-        m_switches.setSolo(pair, solo); // either side's
+        copyStrip(sides[0], pair);
+        for (const StripId &side : sides)
+            m_switches.setMute(side, false);
+        m_solo.link(pair);
     } else {
-        copyStrip(pair, track(left));
-        copyStrip(pair, track(left + 1));
+        for (const StripId &side : sides)
+            copyStrip(pair, side);
+        m_solo.unlink(pair);
     }
+    select(linked ? pair : sides[0], true);
     showLink(pair);
+    for (const StripId &strip : {pair, sides[0], sides[1]})
+        sendStrip(strip);
 }
 
 void Mixer::copyStrip(const StripId &from, const StripId &to)
 {
+    const auto stored = [&](storage::SwitchKey switchKey) {
+        return m_context.settings.read(from.key(), switchKey);
+    };
+    m_switches.setEq(to, stored(key::eq));
+    m_switches.setComp(to, stored(key::comp));
+    m_switches.setMute(to, stored(key::mute));
     m_fader.copy(from, to);
-    m_switches.setMute(to, m_context.settings.read(from.key(), key::mute));
-    m_switches.setSolo(to, m_context.settings.read(from.key(), key::solo));
+    m_section.copy(from, to);
+}
+
+void Mixer::sendStrip(const StripId &strip)
+{
+    m_fader.send(strip);
+    m_switches.sendMute(strip);
+    m_switches.sendSolo(strip);
+    m_section.sendEq(strip);
+    m_section.sendComp(strip);
 }
 
 void Mixer::setName(const StripId &strip, const QString &name)
@@ -92,9 +121,8 @@ void Mixer::setName(const StripId &strip, const QString &name)
 
 void Mixer::showLink(const StripId &pair)
 {
-    const int left = channelNumber(pair.busKey);
-    const PairView &view = m_context.view.pairs[static_cast<std::size_t>(left / 2)];
-    view.pages->setCurrentIndex(m_context.isLinked(pair) ? 1 : 0);
+    m_context.pagesOf(pair)->setCurrentIndex(
+        m_context.isLinked(pair) ? stereoPageIndex : monoPageIndex);
 }
 
 /// Only one strip is selected; were more stored, the first is.
@@ -104,10 +132,18 @@ void Mixer::showSelection()
     const auto selected = std::find_if(strips.begin(), strips.end(), [this](const StripView &view) {
         return m_context.settings.read(view.id.key(), key::select);
     });
+    if (!m_bypassed && selected != strips.end() && !m_context.isShown(selected->id)) {
+        // It was left on a page that is not shown; its place on the other page is meant.
+        const int number = channelNumber(selected->id.key());
+        select(selected->id.isMono() ? pairOf(number) : track(number), true);
+        return;
+    }
     for (const StripView &view : strips)
         m_switches.showSelected(
             view.id, selected != strips.end() && view.id.index() == selected->id.index());
-    m_section.edit(selected != strips.end() ? std::make_optional(selected->id) : std::nullopt);
+    const bool edited = selected != strips.end() && !m_bypassed;
+    m_section.edit(edited ? std::make_optional(selected->id) : std::nullopt);
+    if (m_bypassed) m_context.section.title->setText(QStringLiteral("Mixer bypassed"));
 }
 
 void Mixer::showAll()
@@ -119,7 +155,34 @@ void Mixer::showAll()
         if (view.id.kind == StripKind::Pair) showLink(view.id);
         if (view.name) showName(view);
     }
+    setBypassed(m_bypassed); // the texts are now those of a mixer in use
+}
+
+void Mixer::setBypassed(bool bypassed)
+{
+    m_bypassed = bypassed;
+    for (const StripView &view : m_context.view.strips) {
+        enableStrip(view, !bypassed);
+        if (view.id.kind == StripKind::Master) continue;
+        if (bypassed)
+            view.faderText->setText(QStringLiteral("Bypass"));
+        else
+            m_fader.show(view.id);
+    }
+    for (const PairView &pair : m_context.view.pairs) {
+        pair.linkOn->setEnabled(!bypassed);
+        pair.linkOff->setEnabled(!bypassed);
+    }
     showSelection();
+}
+
+void Mixer::enableStrip(const StripView &strip, bool enabled)
+{
+    for (QWidget *control : std::initializer_list<QWidget *>{
+             strip.select, strip.eq, strip.comp, strip.solo, strip.mute, strip.faderKnob,
+             strip.name, strip.sides[0].phase, strip.sides[0].panKnob, strip.sides[1].phase,
+             strip.sides[1].panKnob})
+        if (control) control->setEnabled(enabled);
 }
 
 void Mixer::showName(const StripView &strip)

@@ -2,9 +2,10 @@
 
 #include "mixer/context.h"
 #include "mixer/faderrule.h"
-#include "mixer/gainreductionrule.h"
 #include "mixer/panrule.h"
+#include "mixer/presence.h"
 #include "mixer/sectionrule.h"
+#include "mixer/solorule.h"
 #include "mixer/switchrule.h"
 
 namespace mixer {
@@ -36,13 +37,19 @@ public:
     void muteClicked(const StripId &strip);
     ///@}
 
-    /// Links a pair or parts it again: the other page is shown, with the level, mute and solo of
-    /// the page before, and sent.
+    /// Links a pair: its strip takes the left channel's values, and the mono strips are left
+    /// unmuted. Or parts it: both channels take the pair's. Phase, pan and names stay as they are.
+    /// The device is told when all is copied.
     void setLinked(const StripId &pair, bool linked);
     void setName(const StripId &strip, const QString &name);
 
-    /// Fetches the gain reduction of the selected strip and moves its bar. Every 100 ms.
-    void pollGainReduction() { m_gainReduction.poll(m_section.edited()); }
+    /// The device's presence, its meters, and the selected strip's gain reduction. Every 100 ms.
+    void tick() { m_presence.tick(m_section.edited()); }
+    Presence &presence() { return m_presence; }
+
+    /// Puts the mixer out of use, or into use again: a bypassed mixer shows no strip for editing,
+    /// and "Bypass" where the strips' levels stand. Nothing is stored or sent.
+    void setBypassed(bool bypassed);
 
     /// Puts the whole stored state on screen, the stored selection too.
     void showAll();
@@ -53,14 +60,20 @@ private:
     void showLink(const StripId &pair);
     void showName(const StripView &strip);
     void showSelection();
+    void select(const StripId &strip, bool on);
+    void sendStrip(const StripId &strip);
     void copyStrip(const StripId &from, const StripId &to);
 
+    void enableStrip(const StripView &strip, bool enabled);
+
     Context m_context;
+    bool m_bypassed = false;
     FaderRule m_fader;
     PanRule m_pan;
     SwitchRule m_switches;
+    SoloRule m_solo;
     SectionRule m_section;
-    GainReductionRule m_gainReduction;
+    Presence m_presence;
 };
 
 } // namespace mixer

@@ -132,12 +132,7 @@ int stepOfPosition(const Parameter &parameter, int position)
     case Scale::Time:
         break;
     }
-    return std::clamp(position, 0, timeSteps - 1);
-}
-
-int topPosition(const Parameter &parameter)
-{
-    return parameter.scale == Scale::Time ? timeSteps - 1 : lastPosition;
+    return std::clamp(position, 0, parameter.steps - 1);
 }
 
 /// The gain knobs' images change where their gain does, but for two wider steps.
@@ -156,6 +151,11 @@ bool isPosition(const Parameter &parameter, int position)
 }
 
 } // namespace
+
+int topPosition(const Parameter &parameter)
+{
+    return parameter.scale == Scale::Time ? parameter.steps - 1 : lastPosition;
+}
 
 const std::array<Parameter, parameterCount> &parameters()
 {
@@ -230,7 +230,7 @@ int knobFrame(const Parameter &parameter, int position)
     case FrameRule::Time:
         break;
     }
-    return std::clamp(position * (lastFrame + 1) / timeSteps, 0, lastFrame);
+    return std::clamp(position * (lastFrame + 1) / parameter.steps, 0, lastFrame);
 }
 
 std::uint8_t commandByte(const Parameter &parameter, int step)

@@ -93,6 +93,9 @@ Value valueAt(const Parameter &parameter, int position);
 /// its knob's range is the default, 0 dB, a time outside it the nearest end.
 Value storedValue(const Parameter &parameter, int position, const QString &text);
 
+/// The highest position of a knob; the lowest is 0.
+int topPosition(const Parameter &parameter);
+
 /// The position after the pointer went from one row to another: up is more. Rows are 16 bits wide
 /// and may lie above the screen's top, where they wrap.
 int draggedKnob(const Parameter &parameter, int position, std::uint16_t from, std::uint16_t to);

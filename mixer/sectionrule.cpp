@@ -17,14 +17,9 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "tamber.mixer")
 
-namespace key = storage::strip;
-
-int lastPosition(const Parameter &parameter)
-{
-    return parameter.scale == Scale::Time ? parameter.steps - 1 : knobPositions - 1;
-}
-
 } // namespace
+
+namespace key = storage::strip;
 
 void SectionRule::edit(const std::optional<StripId> &strip)
 {
@@ -50,9 +45,11 @@ void SectionRule::move(ParameterId id, const QPointF &pointer)
 {
     if (!m_edited || !m_grab || m_grab->id != id) return;
     const std::uint16_t row = roundedCoordinate(pointer.y());
-    m_grab->position = draggedKnob(parameter(id), m_grab->position, m_grab->row, row);
+    const int position = draggedKnob(parameter(id), m_grab->position, m_grab->row, row);
     m_grab->row = row;
-    set(id, m_grab->position);
+    if (position == m_grab->position) return;
+    m_grab->position = position;
+    set(id, position);
 }
 
 void SectionRule::reset(ParameterId id)
@@ -64,7 +61,7 @@ void SectionRule::step(ParameterId id, int positions)
 {
     if (!m_edited) return;
     const int position = stored(*m_edited, id).position + positions;
-    jump(id, qBound(0, position, lastPosition(parameter(id))));
+    jump(id, qBound(0, position, topPosition(parameter(id))));
 }
 
 /// Sets a knob by other means than a drag; one that is under way goes on from there.
@@ -82,6 +79,18 @@ void SectionRule::setLowCut(bool on)
     m_context.section.lowCut->setChecked(on);
     markEq();
     sendBand(*m_edited, bandLow);
+}
+
+void SectionRule::copy(const StripId &from, const StripId &to)
+{
+    for (const Parameter &copied : parameters()) {
+        const Value value = stored(from, copied);
+        m_context.settings.write(to.key(), copied.keys, value.position, value.text);
+    }
+    m_context.settings.write(
+        to.key(), key::eqLowCut, m_context.settings.read(from.key(), key::eqLowCut));
+    sendEq(to);
+    sendComp(to);
 }
 
 Value SectionRule::stored(const StripId &strip, const Parameter &parameter) const
@@ -141,8 +150,11 @@ void SectionRule::showTitle()
         if (!name.isEmpty()) text += QStringLiteral("  ") + name;
     }
     QLabel *label = m_context.section.title;
-    label->setText(label->fontMetrics().elidedText(text, Qt::ElideRight, label->width()));
-    label->setToolTip(text);
+    const QString shown = label->fontMetrics().elidedText(text, Qt::ElideRight, label->width());
+    label->setText(shown);
+    // A tool tip that might be rich text is made so, and what the user wrote is escaped.
+    const QString whole = QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
+    label->setToolTip(shown == text ? QString() : whole);
 }
 
 void SectionRule::sendSection(const StripId &strip, int band)

@@ -37,6 +37,9 @@ public:
 
     void setLowCut(bool on);
 
+    /// Gives a strip all knobs and the low cut of another one.
+    void copy(const StripId &from, const StripId &to);
+
     /// Names the strip that is shown.
     void showTitle();
 

@@ -36,18 +36,20 @@ void SwitchRule::setSolo(const StripId &strip, bool on)
 void SwitchRule::setEq(const StripId &strip, bool on)
 {
     m_context.settings.write(strip.key(), key::eq, on);
+    m_context.viewOf(strip).eq->setChecked(on);
     emit m_context.viewOf(strip).frame->signal_doEqualizerRepaint();
 }
 
 void SwitchRule::setComp(const StripId &strip, bool on)
 {
     m_context.settings.write(strip.key(), key::comp, on);
+    m_context.viewOf(strip).comp->setChecked(on);
     emit m_context.viewOf(strip).frame->signal_doCompressorRepaint();
 }
 
 void SwitchRule::setSelected(const StripId &strip, bool on)
 {
-    if (on) unselectOthers(strip);
+    unselectOthers(strip);
     m_context.settings.write(strip.key(), key::select, on);
     showSelected(strip, on);
 }
@@ -62,9 +64,12 @@ void SwitchRule::showSelected(const StripId &strip, bool selected)
 
 void SwitchRule::unselectOthers(const StripId &strip)
 {
-    for (const StripView &other : m_context.view.strips)
-        if (other.select && other.select->isChecked() && other.id.key() != strip.key())
-            setSelected(other.id, false);
+    for (const StripView &other : m_context.view.strips) {
+        if (!other.select || other.id.key() == strip.key()) continue;
+        showSelected(other.id, false);
+        if (m_context.settings.read(other.id.key(), key::select))
+            m_context.settings.write(other.id.key(), key::select, false);
+    }
 }
 
 void SwitchRule::show(const StripId &strip)

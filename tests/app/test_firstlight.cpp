@@ -113,11 +113,18 @@ void TestFirstLight::killedDemoLosesNothing()
     QCOMPARE(stored.value("Master/Mute"_s), "true"_s);
 }
 
+/// Whatever other window is open: the device's own stands beside the panel.
 void TestFirstLight::closedWindowEndsTheDemo()
 {
     const PrivateHome home;
     const Demo demo(home);
     QTRY_VERIFY_WITH_TIMEOUT(demo.window(m_display), patience);
+    const auto deviceWindow = [&] {
+        return m_display.find("Simulated Tamber"_s, demo.processId());
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(deviceWindow(), patience);
+    const QRect panel(m_display.position(demo.window(m_display)), m_twin->window.size());
+    QVERIFY(!panel.contains(m_display.position(deviceWindow())));
     m_display.close(demo.window(m_display));
     QTRY_VERIFY_WITH_TIMEOUT(!demo.isUp(), patience);
     QVERIFY(demo.endedWith(0));

@@ -26,6 +26,8 @@ private slots:
     void selectingShowsAndSendsNothing();
     void storedSelectionAndForeignTexts();
     void displaysFollow();
+    void namesAreNoMarkup();
+    void barBelongsToItsStrip();
     void thresholdUnderALoudChannel();
     void cleanupTestCase() { m_knobs.reset(); }
 
@@ -54,6 +56,8 @@ simulator::MixerState untouchedMixer()
     state.inputs.fill(untouched());
     for (simulator::MasterSide &side : state.master)
         side.fader = 0;
+    state.lineOuts = {{{2, 1}, {2, 2}, {3, 3}, {3, 4}, {3, 5}, {3, 6}, {3, 7}, {3, 8}}};
+    state.stereoBus = true;
     return state;
 }
 
@@ -270,6 +274,35 @@ void TestSection::displaysFollow()
     QTRY_COMPARE(eq->curve().state, EqCurve::State::Off);
     QCOMPARE(eq->curve().bands[2].gain, 4);
     QCOMPARE(compressor->curve().threshold, 0);
+}
+
+void TestSection::namesAreNoMarkup()
+{
+    Panel panel("markup", "[Track1]\nSelect=true\nName=<b>Git</b> & a name that is far too long\n");
+    const auto *title = panel.find<QLabel>("label_EditedChannel"_s);
+    QCOMPARE(title->textFormat(), Qt::PlainText);
+    QVERIFY(title->text().startsWith("Channel 1  <b>"_s));
+    QVERIFY(title->toolTip().contains("&lt;b&gt;Git"_s));
+}
+
+/// What one strip reduced is not shown of the next, nor again when it is selected later.
+void TestSection::barBelongsToItsStrip()
+{
+    Panel panel(
+        "bar", "[Track5]\nSelect=true\nComp=true\nCompRatioText=inf:1\nCompThresholdText=-32\n");
+    panel.window.show();
+    const auto *bar = panel.find<QLabel>("label_GainReduction"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(bar->isVisible() && bar->height() > 40, patience);
+    select(panel, "16"_s);
+    panel.window.timerInterrupt_100ms();
+    QVERIFY(!bar->isVisible());
+    drag(panel.find("faderKnob1"_s), {QPoint(0, 1)});
+    panel.tamber.setFault(simulator::Fault::Slow); // no answer comes soon
+    select(panel, "5"_s);
+    panel.window.timerInterrupt_100ms();
+    QVERIFY(!bar->isVisible());
+    panel.tamber.setFault(simulator::Fault::None);
+    QTRY_VERIFY_WITH_TIMEOUT(bar->isVisible(), patience);
 }
 
 /// The device's compressor takes hold, and the bar shows it; it goes when the compressor is off.

@@ -1,0 +1,282 @@
+#include "app/outputpage.h"
+#include "app/program.h"
+#include "app/simulatedtamberwindow.h"
+#include "mixer/outputrule.h"
+#include "tests/app/panel.h"
+#include "tests/patience.h"
+#include "tests/tracefile.h"
+#include "widgets/fader.h"
+#include "widgets/lineout.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QtTest>
+
+using simulator::Source;
+
+/// The Output page with a simulated device, and that device's own window.
+class TestOutput : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { applyLook(); }
+    void firstStart();
+    void listsRouteTheirOutput();
+    void sameSourceSendsNothing();
+    void stereoBus();
+    void bypassRestsTheMixer();
+    void storedStateAtTheStart();
+    void pluggedInAgain();
+    void orderOfTheOptions();
+    void pictureFollows();
+    void cableAndSampleRateOfTheDemo();
+};
+
+namespace {
+
+constexpr int patience = 20000 * slowness;
+using Outs = std::array<Source, simulator::lineOutCount>;
+const Outs firstOuts = {{{2, 1}, {2, 2}, {3, 3}, {3, 4}, {3, 5}, {3, 6}, {3, 7}, {3, 8}}};
+
+/// The messages with an item of this tag and one byte.
+QList<QByteArray> sentWith(const Panel &panel, const char *tag)
+{
+    QList<QByteArray> sent;
+    for (const TraceLine &line : readTrace(panel.tracePath()))
+        if (line.what == "out" && line.item(tag) >= 0) sent += line.bytes;
+    return sent;
+}
+
+int routesSent(const Panel &panel)
+{
+    int count = 0;
+    for (const TraceLine &line : readTrace(panel.tracePath()))
+        if (line.what == "out" && line.bytes.contains(" 43 01")) ++count;
+    return count;
+}
+
+QComboBox *list(const Panel &panel, int output)
+{
+    return panel.find<QComboBox>("cB_LineOut%1"_s.arg(output));
+}
+
+bool plays(const Panel &panel, const Outs &outs)
+{
+    return QTest::qWaitFor([&] { return panel.tamber.state().lineOuts == outs; }, patience);
+}
+
+/// Whether every control of the strips and the editing area is enabled, or none is.
+bool mixerIs(const Panel &panel, bool enabled)
+{
+    int count = 0;
+    QList<QWidget *> controls = {
+        panel.find("masterFaderKnob"_s), panel.find("pB_masterMute"_s), panel.find("lowGainKnob"_s),
+        panel.find("pB_LowCut"_s)};
+    const QRegularExpression strips("^(pB_(Analog|Phase|EQ|Comp|Solo|Mute|Link)|faderKnob|panKnob|"
+                                    "lineEdit_Name)"_s);
+    controls += panel.window.findChildren<QWidget *>(strips);
+    for (const QWidget *control : qAsConst(controls))
+        count += control->isEnabled();
+    return controls.size() > 200 && count == (enabled ? controls.size() : 0);
+}
+
+} // namespace
+
+void TestOutput::firstStart()
+{
+    Panel panel("outputs-first", "");
+    QVERIFY(plays(panel, firstOuts));
+    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().stereoBus, patience);
+    QCOMPARE(sentWith(panel, "45"), QList<QByteArray>{"45 02 00 00 00"});
+    QVERIFY(panel.find<QCheckBox>("cB_ToStereoBus"_s)->isChecked());
+    QVERIFY(panel.find<QPushButton>("pB_ToStereoBus"_s)->isChecked());
+    QVERIFY(panel.find<QRadioButton>("rB_MixerTrueBypass_off"_s)->isChecked());
+    // Showing is not choosing.
+    const QStringList stored = entriesOf(panel.file());
+    QCOMPARE(stored.filter("LineOut"_s), QStringList());
+    QCOMPARE(stored.filter("Bus"_s), QStringList());
+}
+
+void TestOutput::listsRouteTheirOutput()
+{
+    Panel panel("outputs", "");
+    Outs expected = firstOuts;
+    QVERIFY(plays(panel, expected));
+    list(panel, 3)->setCurrentIndex(1);
+    expected[2] = {2, 2};
+    QVERIFY(plays(panel, expected));
+    for (int output = 1; output <= 8; ++output) {
+        const int index = 10 - output;
+        list(panel, output)->setCurrentIndex(index);
+        const auto place = static_cast<std::size_t>(output - 1);
+        expected[place] = {3, static_cast<std::uint8_t>(index - 1)};
+        QVERIFY(plays(panel, expected));
+        const QString key = "LineOutSettings/LineOut%1"_s.arg(output);
+        QCOMPARE(panel.file().value(key), QString::number(index));
+        QCOMPARE(panel.find<LineOut>("lineOut"_s)->routes()[place], index);
+    }
+}
+
+void TestOutput::sameSourceSendsNothing()
+{
+    Panel panel("outputs-same", "");
+    QVERIFY(plays(panel, firstOuts));
+    QTRY_COMPARE_WITH_TIMEOUT(routesSent(panel), 8, patience);
+    panel.window.on_cB_LineOut2_currentIndexChanged(1);
+    panel.window.on_cB_LineOut2_currentIndexChanged(-1); // a list without a choice
+    list(panel, 5)->setCurrentIndex(0);
+    QTRY_COMPARE_WITH_TIMEOUT(routesSent(panel), 9, patience);
+    QCOMPARE(panel.file().value("LineOutSettings/LineOut2"_s), "1"_s);
+}
+
+void TestOutput::stereoBus()
+{
+    Panel panel("stereo-bus", "");
+    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().stereoBus, patience);
+    auto *twin = panel.find<QPushButton>("pB_ToStereoBus"_s);
+    for (const bool on : {false, true}) {
+        panel.find<QCheckBox>("cB_ToStereoBus"_s)->click();
+        QCOMPARE(twin->isChecked(), on);
+        QVERIFY(!twin->isEnabled());
+        QTRY_COMPARE_WITH_TIMEOUT(panel.tamber.state().stereoBus, on, patience);
+        QCOMPARE(panel.file().value("Misc/ComputerOutToStereoBus"_s), on ? "true"_s : "false"_s);
+    }
+}
+
+void TestOutput::bypassRestsTheMixer()
+{
+    Panel panel("bypass", "[Track2]\nSelect=true\nFader_pos=187\nFader_value=-16\n");
+    QTRY_COMPARE_WITH_TIMEOUT(sentWith(panel, "45").size(), 1, patience);
+    QVERIFY(mixerIs(panel, true));
+    panel.find<QRadioButton>("rB_MixerTrueBypass_on"_s)->click();
+    QVERIFY(mixerIs(panel, false));
+    for (const char *end : {"2", "16", "1_2", "15_16"})
+        QCOMPARE(panel.find<QLabel>("label_Fader"_s + QLatin1String(end))->text(), "Bypass"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().trueBypass, patience);
+    QCOMPARE(panel.file().value("Misc/MixerTrueBypass"_s), "true"_s);
+
+    panel.find<QRadioButton>("rB_MixerTrueBypass_off"_s)->click();
+    QVERIFY(mixerIs(panel, true));
+    QCOMPARE(panel.find<QLabel>("label_Fader2"_s)->text(), "-16 dB"_s);
+    QVERIFY(panel.find<QPushButton>("pB_Analog2"_s)->isChecked());
+    QTRY_VERIFY_WITH_TIMEOUT(!panel.tamber.state().trueBypass, patience);
+    const QList<QByteArray> sent = {"45 02 00 00 00", "45 02 01 00 00", "45 02 00 00 00"};
+    QTRY_COMPARE_WITH_TIMEOUT(sentWith(panel, "45"), sent, patience);
+    QCOMPARE(panel.file().value("Misc/MixerTrueBypass"_s), "false"_s);
+}
+
+/// Foreign sources play their default, and are not corrected in the file.
+void TestOutput::storedStateAtTheStart()
+{
+    Panel panel(
+        "outputs-stored", "MixerTrueBypass=true\nComputerOutToStereoBus=false\n"
+                          "[LineOutSettings]\nLineOut1=9\nLineOut2=10\nLineOut3=-1\nLineOut8=x\n");
+    QVERIFY(mixerIs(panel, false));
+    QVERIFY(panel.find<QRadioButton>("rB_MixerTrueBypass_on"_s)->isChecked());
+    QVERIFY(!panel.find<QCheckBox>("cB_ToStereoBus"_s)->isChecked());
+    QVERIFY(!panel.find<QPushButton>("pB_ToStereoBus"_s)->isChecked());
+    QCOMPARE(list(panel, 1)->currentText(), "COMPUTER 8"_s);
+    QCOMPARE(list(panel, 3)->currentText(), "COMPUTER 3"_s);
+    Outs expected = firstOuts;
+    expected[0] = {3, 8};
+    QVERIFY(plays(panel, expected));
+    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().trueBypass, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(sentWith(panel, "44"), QList<QByteArray>{"44 02 00 00 00"}, patience);
+    QCOMPARE(panel.file().value("LineOutSettings/LineOut2"_s), "10"_s);
+}
+
+/// A device that comes back with its defaults is given routes and options again.
+void TestOutput::pluggedInAgain()
+{
+    Panel panel("outputs-replugged", "MixerTrueBypass=true\n");
+    QVERIFY(plays(panel, firstOuts));
+    panel.tamber.setPlugged(false);
+    auto *notice = panel.find("label_Notice"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(!notice->isHidden(), patience);
+    panel.tamber.setPlugged(true);
+    QVERIFY(plays(panel, firstOuts));
+    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().trueBypass, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().stereoBus, patience);
+    QVERIFY(mixerIs(panel, false));
+}
+
+/// The mixer rests before the device is told, and the device is told before the file is written.
+void TestOutput::orderOfTheOptions()
+{
+    Settings settings(testOrganisation, "order");
+    simulator::RealClock clock;
+    simulator::SimulatedTamber tamber(clock);
+    simulator::SimulatedTransport transport(tamber);
+    QVXDevice device(transport);
+    const OutputPage page;
+    QStringList steps;
+    mixer::OutputRule rule(settings, device, page.view(), [&](bool enabled) {
+        steps += enabled ? "mixer on"_s : "mixer off"_s;
+    });
+    connect(&device, &QVXDevice::sig_set_truebypass, this, [&](unsigned char on) {
+        steps += "told %1, stored %2"_s.arg(on).arg(settings.read(storage::trueBypass));
+    });
+    connect(&device, &QVXDevice::sig_set_send_stereobus, this, [&](unsigned char on) {
+        steps += "bus told %1, stored %2"_s.arg(on).arg(settings.read(storage::stereoBus));
+    });
+    rule.setTrueBypass(true);
+    rule.setTrueBypass(false);
+    rule.setStereoBus(false);
+    const QStringList expected = {
+        "mixer off"_s, "told 1, stored 0"_s, "mixer on"_s, "told 0, stored 1"_s,
+        "bus told 0, stored 1"_s};
+    QCOMPARE(steps, expected);
+    QVERIFY(!settings.read(storage::stereoBus));
+}
+
+/// A picture with another route looks different along that arrow, and only there.
+void TestOutput::pictureFollows()
+{
+    OutputPage page;
+    auto *picture = page.findChild<LineOut *>();
+    picture->setStyleSheet("LineOut { qproperty-master: #ff0000; qproperty-computer: #00ff00; }"_s);
+    picture->setRoutes({0, 1, 4, 5, 6, 7, 8, 9});
+    page.grab(); // lays it out
+    const auto colourBefore = [&](int output) {
+        // where the head of the output's arrow lies
+        const QImage image = picture->grab().toImage();
+        const int x = image.width() - (104 + 8) * image.width() / picture->width();
+        return image.pixelColor(x, (2 * output + 1) * image.height() / 16);
+    };
+    QCOMPARE(colourBefore(0), QColor(Qt::red));
+    QCOMPARE(colourBefore(2), QColor(Qt::green));
+    picture->setRoutes({2, 1, 0, 5, 6, 7, 8, 9});
+    QCOMPARE(colourBefore(0), QColor(Qt::green));
+    QCOMPARE(colourBefore(2), QColor(Qt::red));
+    QVERIFY(picture->accessibleDescription().contains("Line out 3 plays MASTER L"_s));
+}
+
+void TestOutput::cableAndSampleRateOfTheDemo()
+{
+    simulator::SteppedClock clock;
+    simulator::SimulatedTamber tamber(clock);
+    SimulatedTamberWindow window(tamber);
+    auto *cable = window.findChild<QCheckBox *>("cB_UsbCable"_s);
+    auto *rate = window.findChild<QComboBox *>("cB_SampleRate"_s);
+    QCOMPARE(rate->currentText(), "48000 Hz"_s);
+    QVERIFY(cable->isChecked());
+    auto *bars = window.findChild<LevelBars *>();
+    QVERIFY(bars->heights() != LevelBars::Heights());
+    cable->click();
+    QVERIFY(!tamber.isPlugged());
+    QCOMPARE(bars->heights(), LevelBars::Heights());
+    cable->click();
+    QVERIFY(tamber.isPlugged());
+    rate->setCurrentIndex(rate->findText("192000 Hz"_s));
+    QCOMPARE(tamber.sampleRate(), 192000U);
+    tamber.setPlugged(false); // by somebody else
+    QTRY_VERIFY(!cable->isChecked());
+}
+
+QTEST_MAIN(TestOutput)
+
+#include "test_output.moc"
