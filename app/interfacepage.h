@@ -16,6 +16,11 @@ public:
     /// Shows what the device answered last and asks it anew; "No Device" without one.
     void refresh(QVXDevice &device);
 
+    /// The Mixer page alone gives the window its size. So this page need not be laid out before it
+    /// is shown, and the window opens sooner.
+    QSize sizeHint() const override { return QSize(); }
+    QSize minimumSizeHint() const override { return QSize(); }
+
 private:
     QLabel *m_firmware;
     QLabel *m_device;

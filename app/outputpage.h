@@ -18,6 +18,11 @@ public:
     /// The widgets, which live as long as the page.
     const mixer::OutputView &view() const { return m_view; }
 
+    /// The Mixer page alone gives the window its size. So this page need not be laid out before it
+    /// is shown, and the window opens sooner.
+    QSize sizeHint() const override { return QSize(); }
+    QSize minimumSizeHint() const override { return QSize(); }
+
 private:
     QLayout *buildRouting();
     QLayout *buildOptions();

@@ -85,10 +85,10 @@ int run(const Program &program, int argc, char **argv)
     QtSingleApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     window.show();
     std::unique_ptr<QWidget> companion;
-    if (program.makeCompanion) {
-        companion = program.makeCompanion();
-        QTimer::singleShot(
-            companionDelay, companion.get(), [&] { showBeside(*companion, window); });
-    }
+    if (program.makeCompanion)
+        QTimer::singleShot(companionDelay, &window, [&] {
+            companion = program.makeCompanion();
+            showBeside(*companion, window);
+        });
     return QtSingleApplication::exec();
 }

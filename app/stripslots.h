@@ -1,21 +1,20 @@
 #pragma once
 
-/// The slots of the strips, of the editing area and of the Output page, one for each control of each strip, by
+/// The slots of the strips, of the editing area and of the Output page, one for each control, by
 /// families: a family is declared once and expanded over the lists of strips. Every expansion names
 /// its strip and calls the rule. The names are given: the window's controls are connected to them
 /// by name.
 
-#define TAMBER_TRACKS(SLOTS)                                                                       \
-    SLOTS(1)                                                                                       \
-    SLOTS(2)                                                                                       \
-    SLOTS(3) SLOTS(4) SLOTS(5) SLOTS(6) SLOTS(7) SLOTS(8) SLOTS(9) SLOTS(10) SLOTS(11) SLOTS(12)   \
-        SLOTS(13) SLOTS(14) SLOTS(15) SLOTS(16)
-
-#define TAMBER_PAIRS(SLOTS)                                                                        \
-    SLOTS(1, 2)                                                                                    \
-    SLOTS(3, 4) SLOTS(5, 6) SLOTS(7, 8) SLOTS(9, 10) SLOTS(11, 12) SLOTS(13, 14) SLOTS(15, 16)
 
 // clang-format off
+
+#define TAMBER_TRACKS(SLOTS) \
+    SLOTS(1) SLOTS(2) SLOTS(3) SLOTS(4) SLOTS(5) SLOTS(6) SLOTS(7) SLOTS(8) \
+    SLOTS(9) SLOTS(10) SLOTS(11) SLOTS(12) SLOTS(13) SLOTS(14) SLOTS(15) SLOTS(16)
+
+#define TAMBER_PAIRS(SLOTS) \
+    SLOTS(1, 2) SLOTS(3, 4) SLOTS(5, 6) SLOTS(7, 8) \
+    SLOTS(9, 10) SLOTS(11, 12) SLOTS(13, 14) SLOTS(15, 16)
 
 // Pointers are taken in the window's coordinates: they do not move with the control, and stay one
 // scale where a drag crosses screens.

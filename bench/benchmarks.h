@@ -8,3 +8,5 @@ void benchWholeState();
 void benchStart();
 void benchDrag();
 void benchCurve();
+void benchTick();
+void benchMuteDuringFullSend();

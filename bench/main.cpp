@@ -21,6 +21,8 @@ int main(int argc, char **argv)
     benchWholeState();
     benchDrag();
     benchCurve();
+    benchTick();
+    benchMuteDuringFullSend();
     benchStart();
     return report::missed() == 0 ? 0 : 1;
 }

@@ -1,0 +1,117 @@
+#include "app/constants.h"
+#include "app/mainwindow.h"
+#include "benchmarks.h"
+#include "report.h"
+#include "simulator/simulatedtransport.h"
+#include "storage/settings.h"
+#include "timedapplication.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QPushButton>
+#include <QTimer>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+/// A simulated device all of whose meters jump up and down with every answer.
+class RestlessTransport final : public Transport
+{
+public:
+    explicit RestlessTransport(simulator::SimulatedTamber &device) : m_transport(device) {}
+
+    int find(TransportContext &context, int index) override
+    {
+        return m_transport.find(context, index);
+    }
+    int transferOut(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, const std::uint8_t *data) override
+    {
+        return m_transport.transferOut(device, request, value, index, length, data);
+    }
+    int transferIn(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, std::uint8_t *data) override
+    {
+        const int result = m_transport.transferIn(device, request, value, index, length, data);
+        vxmsg::Buffer message{data, static_cast<std::uint8_t>(length), 0};
+        vxmsg::Item item;
+        while (result == 0 && vxmsg::next(message, item) == 0)
+            if (item.tag == vxctl::tagMeterLevel)
+                data[message.position - 1] = static_cast<std::uint8_t>(++m_count % 2 ? 0x7F : 0x04);
+        return result;
+    }
+    int sampleRate(TransportContext &device, std::uint32_t &rate) override
+    {
+        return m_transport.sampleRate(device, rate);
+    }
+
+private:
+    simulator::SimulatedTransport m_transport;
+    unsigned m_count = 0;
+};
+
+void runEvents(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+double guiTime()
+{
+    return static_cast<TimedApplication *>(qApp)->milliseconds();
+}
+
+} // namespace
+
+void benchTick()
+{
+    constexpr int ticks = 50;
+    simulator::RealClock clock;
+    simulator::SimulatedTamber tamber(clock);
+    RestlessTransport transport(tamber);
+    Settings settings(constants::demoOrganisation, "Tamber_Tick");
+    MainWindow window(settings, transport, constants::demoOrganisation);
+    window.show();
+    runEvents(3000);
+    const double before = guiTime();
+    runEvents(ticks * 100);
+    report::against(
+        QStringLiteral("GUI thread, one 100 ms tick, all meters moving"),
+        (guiTime() - before) / ticks, 1, QStringLiteral("ms"));
+}
+
+void benchMuteDuringFullSend()
+{
+    constexpr int clicks = 50;
+    simulator::RealClock clock;
+    simulator::SimulatedTamber tamber(clock);
+    simulator::SimulatedTransport transport(tamber);
+    Settings settings(constants::demoOrganisation, "Tamber_Mute");
+    MainWindow window(settings, transport, constants::demoOrganisation);
+    auto *mute = window.findChild<QPushButton *>(QStringLiteral("pB_Mute16"));
+    std::array<double, clicks> times;
+    for (double &time : times) {
+        tamber.setPlugged(false);
+        runEvents(400);
+        tamber.setPlugged(true);
+        runEvents(500); // the whole state is under way now
+        QElapsedTimer timer;
+        timer.start();
+        mute->click();
+        while (tamber.state().inputs[15].mute != mute->isChecked())
+            QCoreApplication::processEvents();
+        time = static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    }
+    std::sort(times.begin(), times.end());
+    report::figure(
+        QStringLiteral("mute click to device during a full send: median"), times[clicks / 2],
+        QStringLiteral("ms"));
+    report::figure(
+        QStringLiteral("mute click to device during a full send: worst"), times.back(),
+        QStringLiteral("ms"));
+}
