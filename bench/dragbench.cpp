@@ -10,10 +10,8 @@
 #include "tests/xinput.h"
 #include "timedapplication.h"
 
-#include <QEventLoop>
 #include <QFileInfo>
 #include <QThread>
-#include <QTimer>
 
 #include <vector>
 
@@ -21,13 +19,6 @@ namespace {
 
 constexpr int moves = 500;
 constexpr int movePeriod = 8; // milliseconds: 125 Hz
-
-void runEvents(int milliseconds)
-{
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
 
 /// Counts the moves that reach a control: the toolkit may join some that come close together.
 class MoveCounter : public QObject

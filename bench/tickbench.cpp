@@ -7,9 +7,7 @@
 #include "timedapplication.h"
 
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QPushButton>
-#include <QTimer>
 
 #include <algorithm>
 #include <array>
@@ -53,13 +51,6 @@ private:
     simulator::SimulatedTransport m_transport;
     unsigned m_count = 0;
 };
-
-void runEvents(int milliseconds)
-{
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
 
 double guiTime()
 {

@@ -2,7 +2,9 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QThread>
+#include <QTimer>
 
 /// An application that adds up the time that its GUI thread spends in events: input, timers,
 /// queued calls, repaints. What an event causes while it is handled counts with it.
@@ -30,3 +32,11 @@ private:
     bool m_nested = false;
     qint64 m_nanoseconds = 0;
 };
+
+/// Runs the event loop for so long.
+inline void runEvents(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}

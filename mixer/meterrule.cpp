@@ -52,9 +52,10 @@ bool MeterRule::poll()
     return true;
 }
 
-void MeterRule::sink()
+void MeterRule::clear()
 {
-    show(Levels{});
+    for (Entry &entry : m_meters)
+        entry.meter.clear();
 }
 
 bool MeterRule::fetch(Levels &levels)

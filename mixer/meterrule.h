@@ -21,8 +21,8 @@ public:
     /// 100 ms. False when the device did not answer well: then nothing is shown.
     bool poll();
 
-    /// There is no device: the meters sink to silence.
-    void sink();
+    /// No device answers: no meter may look as if one did.
+    void clear();
 
 private:
     /// Inputs 1 to 16, then the master's left and right.

@@ -16,7 +16,7 @@ void Presence::tick(const std::optional<StripId> &selected)
     if (answering) {
         m_gainReduction.poll(selected);
     } else {
-        m_meters.sink();
+        m_meters.clear();
         m_gainReduction.poll(std::nullopt);
     }
     setAnswering(answering);

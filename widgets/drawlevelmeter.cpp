@@ -56,6 +56,14 @@ void DrawLevelMeter::update(std::uint16_t level)
     m_peak->show();
 }
 
+void DrawLevelMeter::clear()
+{
+    m_shownGap = height;
+    place(height);
+    m_peakHold = 0;
+    m_peak->hide();
+}
+
 void DrawLevelMeter::place(int gap)
 {
     if (gap == m_placedGap) return;

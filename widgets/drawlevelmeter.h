@@ -24,6 +24,9 @@ public:
     /// One step towards a level. Within 1 dB of full scale the peak mark is set.
     void update(std::uint16_t level);
 
+    /// There is nothing to show: bar and mark go at once.
+    void clear();
+
     /// To be called once a second: a mark that was not set again goes after one to two seconds.
     void countPeakDown();
 

@@ -82,6 +82,12 @@ void TestLevelMeter::peakMark()
     QVERIFY(!m.peak.isHidden());
     m.meter.countPeakDown();
     QVERIFY(m.peak.isHidden());
+
+    m.meter.update(32768);
+    m.meter.clear(); // nobody answers any more
+    QVERIFY(m.peak.isHidden() && m.bar.isHidden());
+    m.meter.update(29203);
+    QCOMPARE(m.bar.y(), 156);
 }
 
 /// A level that stays costs no repaint.
