@@ -231,10 +231,8 @@ bool QVXDevice::setParameter(
 {
     assertGuiThread();
     if (index < 0) return false;
-    const bool changed = table.set(index, values, [this, send](const Parameter &v) {
-        ++m_setsUnderWay;
-        emit(this->*send)(v.ch_type, v.ch_no, v.data);
-    });
+    const bool changed =
+        table.set(index, values, [this, send](const Parameter &v) { emitParameter(v, send); });
     return !changed || table.ret();
 }
 
@@ -308,7 +306,17 @@ bool QVXDevice::get_grmeter(int ch_type, unsigned char ch_no, unsigned int &mete
 bool QVXDevice::takeFailure()
 {
     assertGuiThread();
-    return std::exchange(m_setFailed, false);
+    const bool busOption = m_unit.busOptionFailed.exchange(false);
+    return std::exchange(m_setFailed, false) || busOption;
+}
+
+int QVXDevice::setsWaiting() const
+{
+    assertGuiThread();
+    const Caches &c = m_caches;
+    return m_setsUnderWay + c.route.pending() + c.eq.pending() + c.comp.pending() +
+           c.fader.pending() + c.mute.pending() + c.pan.pending() + c.solo.pending() +
+           c.phase.pending();
 }
 
 void QVXDevice::forget_grmeter(int ch_type, unsigned char ch_no)
@@ -340,6 +348,7 @@ void QVXDevice::reset()
     assertGuiThread();
     m_caches = Caches();
     m_setFailed = false;
+    m_unit.busOptionFailed = false;
     m_setsForgotten = m_setsUnderWay;
 }
 
@@ -362,12 +371,18 @@ void QVXDevice::emitComp(const Comp &v)
         v.ch_type, v.ch_no, v.on, v.threshold, v.ratio, v.attack, v.release, v.gain, v.link);
 }
 
+void QVXDevice::emitParameter(const Parameter &v, ParameterSignal send)
+{
+    ++m_setsUnderWay;
+    emit(this->*send)(v.ch_type, v.ch_no, v.data);
+}
+
 template <int Size>
 void QVXDevice::answered(Parameters<Size> &table, bool ret, ParameterSignal send)
 {
-    assertGuiThread();
-    table.answered(
-        ret, [this, send](const Parameter &v) { emit(this->*send)(v.ch_type, v.ch_no, v.data); });
+    noteSet(ret);
+    table.answered(ret, [this, send](const Parameter &v) { emitParameter(v, send); });
+    emit setAnswered();
 }
 
 void QVXDevice::recv_deselect(bool)
@@ -401,6 +416,7 @@ void QVXDevice::recv_set_assign_ch(bool ret)
 {
     noteSet(ret);
     m_caches.route.answered(ret, [this](const Route &v) { emitRoute(v); });
+    emit setAnswered();
 }
 
 void QVXDevice::recv_set_eq(bool ret)
@@ -408,12 +424,14 @@ void QVXDevice::recv_set_eq(bool ret)
     noteSet(ret);
     // Wider than the others: of every channel one waiting band goes out.
     m_caches.eq.answered(ret, bandCount, [this](const Eq &v) { emitEq(v); });
+    emit setAnswered();
 }
 
 void QVXDevice::recv_set_comp(bool ret)
 {
     noteSet(ret);
     m_caches.comp.answered(ret, [this](const Comp &v) { emitComp(v); });
+    emit setAnswered();
 }
 
 void QVXDevice::recv_set_fader(bool ret)

@@ -84,7 +84,12 @@ public:
     void forget_grmeter(int ch_type, unsigned char ch_no);
 
     /// Whether a setter's request, made after the last reset, has failed since this was asked last.
+    /// Of the bus options, which are not told apart by when they were asked for, any request.
     bool takeFailure();
+
+    /// How many requests of setters are with the worker or wait here to follow; without the bus
+    /// options.
+    int setsWaiting() const;
 
     /// Takes it that the meters answer, until they say otherwise: for a device that has come back.
     void trustMeters();
@@ -94,6 +99,9 @@ public:
     void reset();
 
 signals:
+    /// A setter's request was answered, and those that it held up are with the worker.
+    void setAnswered();
+
     void sig_deselect();
     void sig_is_selected();
     void sig_get_version();
@@ -216,6 +224,7 @@ private:
     void emitRoute(const Route &v);
     void emitEq(const Eq &v);
     void emitComp(const Comp &v);
+    void emitParameter(const Parameter &v, ParameterSignal send);
     template <int Size>
     bool
     setParameter(Parameters<Size> &table, int index, const Parameter &values, ParameterSignal send);

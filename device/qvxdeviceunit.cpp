@@ -155,14 +155,14 @@ void QVXDeviceUnit::set_phase(int ch_type, unsigned char ch_no, unsigned char da
 void QVXDeviceUnit::set_send_stereobus(unsigned char on)
 {
     assertWorkerThread();
-    m_device.set_send_stereobus(on);
+    if (!m_device.set_send_stereobus(on)) busOptionFailed = true;
     pace();
 }
 
 void QVXDeviceUnit::set_truebypass(unsigned char on)
 {
     assertWorkerThread();
-    m_device.set_truebypass(on);
+    if (!m_device.set_truebypass(on)) busOptionFailed = true;
     pace();
 }
 

@@ -53,6 +53,9 @@ public:
     std::atomic<bool> sampleRateWaits{false};
     ///@}
 
+    /// Whether one of the two bus options, which have no answer, has failed; the facade clears it.
+    std::atomic<bool> busOptionFailed{false};
+
     /// What the construction found; constant from then on.
     bool foundAtStart() const { return m_foundAtStart; }
     const QString &productNameAtStart() const { return m_productNameAtStart; }

@@ -38,6 +38,9 @@ public:
     /// The result of the last request, as a setter returns it.
     bool ret() const { return m_ret; }
 
+    /// How many entries wait for an answer before they can go.
+    int pending() const { return m_pending; }
+
     /// Takes newer values; send(values) is called when they can go at once. False when they equal
     /// those that were asked for last, and nothing is to be done.
     template <typename Send>
@@ -46,8 +49,10 @@ public:
         Entry &entry = m_entries[static_cast<std::size_t>(index)];
         if (entry.values == values) return false;
         entry.values = values;
-        entry.pending = m_busy;
-        if (!m_busy) {
+        if (m_busy) {
+            m_pending += entry.pending ? 0 : 1;
+            entry.pending = true;
+        } else {
             m_busy = true;
             send(values);
         }
@@ -86,6 +91,7 @@ private:
             Entry &entry = m_entries[static_cast<std::size_t>(i)];
             if (!entry.pending) continue;
             entry.pending = false;
+            --m_pending;
             send(*entry.values);
             return true;
         }
@@ -93,6 +99,7 @@ private:
     }
 
     std::array<Entry, static_cast<std::size_t>(Size)> m_entries{};
+    int m_pending = 0;
     bool m_busy = false;
     bool m_ret = false;
 };

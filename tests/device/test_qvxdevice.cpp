@@ -63,6 +63,8 @@ QByteArray eq(int number, int band)
 
 } // namespace
 
+Q_DECLARE_METATYPE(std::function<void(QVXDevice &, unsigned char)>)
+
 class TestQVXDevice : public QObject
 {
     Q_OBJECT
@@ -71,6 +73,8 @@ private slots:
     void onlyTheNewestValueFollows();
     void kindsDoNotWaitForOneAnother();
     void resultsOfSetters();
+    void failuresAreToldOnce_data();
+    void failuresAreToldOnce();
     void refusedChannels();
     void eqBands();
     void resetForgets();
@@ -144,6 +148,47 @@ void TestQVXDevice::resultsOfSetters()
     QVERIFY(!panel.device.set_pan(input, 1, 3));
     QCOMPARE(panel.sent(), parameter(input, 1, "82", 3));
     QVERIFY(panel.device.set_pan(input, 1, 4));
+}
+
+void TestQVXDevice::failuresAreToldOnce_data()
+{
+    using Request = std::function<void(QVXDevice &, unsigned char)>;
+    QTest::addColumn<Request>("request");
+    const auto row = [](const char *name, const Request &request) {
+        QTest::newRow(name) << request;
+    };
+    row("fader", [](QVXDevice &d, unsigned char v) { d.set_fader(master, 2, v); });
+    row("pan", [](QVXDevice &d, unsigned char v) { d.set_pan(input, 16, v); });
+    row("mute", [](QVXDevice &d, unsigned char v) { d.set_mute(input, 1, v); });
+    row("solo", [](QVXDevice &d, unsigned char v) { d.set_solo(input, 1, v); });
+    row("phase", [](QVXDevice &d, unsigned char v) { d.set_phase(input, 1, v); });
+    row("eq", [](QVXDevice &d, unsigned char v) { d.set_eq(input, 1, v, 1, 0, 0, 0); });
+    row("comp", [](QVXDevice &d, unsigned char v) { d.set_comp(input, 1, v, 0, 0, 0, 0, 0, 0); });
+    row("route", [](QVXDevice &d, unsigned char v) { d.set_assign_ch(2, v + 1, lineOut, 1); });
+    row("stereo bus", [](QVXDevice &d, unsigned char v) { d.set_send_stereobus(v); });
+    row("true bypass", [](QVXDevice &d, unsigned char v) { d.set_truebypass(v); });
+}
+
+/// Of every kind, and also when many have succeeded before.
+void TestQVXDevice::failuresAreToldOnce()
+{
+    using Request = std::function<void(QVXDevice &, unsigned char)>;
+    QFETCH(Request, request);
+    Panel panel;
+    for (const unsigned char value : {0, 1, 0})
+        request(panel.device, value);
+    panel.sent();
+    panel.device.reset();
+    QVERIFY(!panel.device.takeFailure());
+    panel.tamber.setPlugged(false);
+    request(panel.device, 1);
+    QVERIFY(QTest::qWaitFor([&] { return panel.device.takeFailure(); }));
+    QVERIFY(!panel.device.takeFailure());
+    QTRY_COMPARE(panel.device.setsWaiting(), 0);
+    panel.tamber.setPlugged(true);
+    request(panel.device, 0);
+    panel.sent();
+    QVERIFY(!panel.device.takeFailure());
 }
 
 void TestQVXDevice::refusedChannels()
