@@ -50,6 +50,9 @@ InterfacePage::InterfacePage(QWidget *parent) : QWidget(parent)
         noDevice());
     m_device =
         addRow(form, QStringLiteral("Device ："), QStringLiteral("label_Device"), noDevice());
+    m_trueBypass = addRow(
+        form, QStringLiteral("Mixer True Bypass ："), QStringLiteral("label_MixerTrueBypass"),
+        noDevice());
 
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(6, 6, 6, 6);
@@ -58,7 +61,7 @@ InterfacePage::InterfacePage(QWidget *parent) : QWidget(parent)
     column->addStretch();
 }
 
-void InterfacePage::refresh(QVXDevice &device)
+void InterfacePage::refresh(QVXDevice &device, bool trueBypass)
 {
     std::uint16_t version = 0;
     std::uint16_t build = 0;
@@ -69,4 +72,6 @@ void InterfacePage::refresh(QVXDevice &device)
     const bool present = device.is_selected();
     m_firmware->setText(present && version != 0 ? versionText(version, build) : noDevice());
     m_device->setText(present && !name.isEmpty() ? name : noDevice());
+    const QString onOff = trueBypass ? QStringLiteral("On") : QStringLiteral("Off");
+    m_trueBypass->setText(present ? onOff : noDevice());
 }

@@ -14,7 +14,8 @@ public:
     explicit InterfacePage(QWidget *parent = nullptr);
 
     /// Shows what the device answered last and asks it anew; "No Device" without one.
-    void refresh(QVXDevice &device);
+    /// @param trueBypass the option as it was sent to the device
+    void refresh(QVXDevice &device, bool trueBypass);
 
     /// The Mixer page alone gives the window its size. So this page need not be laid out before it
     /// is shown, and the window opens sooner.
@@ -24,4 +25,5 @@ public:
 private:
     QLabel *m_firmware;
     QLabel *m_device;
+    QLabel *m_trueBypass;
 };

@@ -47,7 +47,8 @@ MainWindow::MainWindow(
       m_notice(makeNotice()), m_device(transport),
       m_mixer(settings, m_device, m_mixerPage->view(), m_mixerPage->section()),
       m_output(
-          settings, m_device, m_outputPage->view(), [this](bool on) { m_mixer.setBypassed(!on); })
+          settings, m_device, m_outputPage->view(), [this](bool on) { m_mixer.setBypassed(!on); }),
+      m_fullSend(m_device)
 {
     setWindowTitle(QLatin1String(constants::windowTitle));
     m_pages->setObjectName(QStringLiteral("sW_pages"));
@@ -67,7 +68,8 @@ MainWindow::MainWindow(
     startTimers();
     m_mixer.showAll();
     m_output.showAll();
-    sendState();
+    listPortions();
+    m_fullSend.start();
     restorePage();
 }
 
@@ -210,17 +212,21 @@ void MainWindow::connectPresence()
     const mixer::Presence &presence = m_mixer.presence();
     connect(&presence, &mixer::Presence::disconnected, this, [this] { showDisconnected(); });
     connect(&presence, &mixer::Presence::reconnected, this, [this] { delete m_disconnectedBox; });
-    connect(&presence, &mixer::Presence::stateWanted, this, &MainWindow::sendState);
+    connect(&presence, &mixer::Presence::stateWanted, &m_fullSend, &mixer::FullSend::start);
     connect(&presence, &mixer::Presence::answeringChanged, this, [this] {
         status();
-        m_interfacePage->refresh(m_device);
+        refreshInterfacePage();
     });
 }
 
-void MainWindow::sendState()
+void MainWindow::listPortions()
 {
-    m_mixer.sendAll();
-    m_output.sendAll();
+    std::vector<mixer::FullSend::Portion> portions = m_mixer.stripPortions();
+    // First what is heard most.
+    portions.insert(
+        portions.begin(), {[this] { m_mixer.sendFaders(); }, [this] { m_mixer.sendMutes(); },
+                           [this] { m_output.sendAll(); }});
+    m_fullSend.setPortions(std::move(portions));
 }
 
 void MainWindow::showDisconnected()
@@ -241,8 +247,13 @@ void MainWindow::status()
 
 void MainWindow::timerInterrupt_1000ms()
 {
-    m_interfacePage->refresh(m_device);
+    refreshInterfacePage();
     status();
+}
+
+void MainWindow::refreshInterfacePage()
+{
+    m_interfacePage->refresh(m_device, m_settings.read(storage::trueBypass));
 }
 
 void MainWindow::startTimers()
@@ -261,12 +272,12 @@ void MainWindow::restorePage()
 {
     // A stored index that is no page, as on a first start, leaves the page as it is.
     m_pages->setCurrentIndex(m_settings.read(storage::windowPage));
-    m_interfacePage->refresh(m_device);
+    refreshInterfacePage();
 }
 
 void MainWindow::openPage(Page page)
 {
     m_pages->setCurrentIndex(static_cast<int>(page));
-    if (page == Page::Interface) m_interfacePage->refresh(m_device);
+    if (page == Page::Interface) refreshInterfacePage();
     m_settings.write(storage::windowPage, static_cast<int>(page));
 }

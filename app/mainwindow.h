@@ -78,8 +78,9 @@ private:
     void connectSection();
     void connectKnob(DialControl *dial, mixer::ParameterId id);
     void connectPresence();
-    void sendState();
+    void listPortions();
     void showDisconnected();
+    void refreshInterfacePage();
     void startTimers();
     void restorePage();
     void openPage(Page page);
@@ -95,4 +96,5 @@ private:
     QVXDevice m_device;
     mixer::Mixer m_mixer;
     mixer::OutputRule m_output;
+    mixer::FullSend m_fullSend;
 };

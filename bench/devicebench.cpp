@@ -155,7 +155,12 @@ void benchWholeState()
     const std::uint64_t before = device.tamber.taken();
     QElapsedTimer timer;
     timer.start();
-    mixer.sendAll();
+    mixer::FullSend send(device.facade);
+    std::vector<mixer::FullSend::Portion> portions = mixer.stripPortions();
+    portions.emplace_back([&] { mixer.sendMutes(); });
+    portions.emplace_back([&] { mixer.sendFaders(); });
+    send.setPortions(std::move(portions));
+    send.start();
     while (device.tamber.taken() < before + commands)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
     report::against(

@@ -191,22 +191,36 @@ void Mixer::showName(const StripView &strip)
     strip.name->setCursorPosition(0); // of a long name the beginning is seen
 }
 
-void Mixer::sendAll()
+void Mixer::sendFaders()
 {
     for (const StripView &view : m_context.view.strips)
         m_fader.send(view.id);
+}
+
+void Mixer::sendMutes()
+{
     for (const StripView &view : m_context.view.strips)
         m_switches.sendMute(view.id);
-    for (int number = 1; number <= trackCount; ++number) {
-        m_pan.send(track(number));
-        m_switches.sendPhase(track(number));
-    }
+}
+
+std::vector<FullSend::Portion> Mixer::stripPortions()
+{
+    std::vector<FullSend::Portion> portions;
     for (const StripView &view : m_context.view.strips) {
         if (view.id.kind == StripKind::Master) continue;
-        m_switches.sendSolo(view.id);
-        m_section.sendEq(view.id);
-        m_section.sendComp(view.id);
+        portions.emplace_back([this, id = view.id] {
+            if (id.isMono()) sendSides(id);
+            sendStrip(id);
+        });
     }
+    return portions;
+}
+
+/// What a channel keeps for itself, linked or not.
+void Mixer::sendSides(const StripId &track)
+{
+    m_pan.send(track);
+    m_switches.sendPhase(track);
 }
 
 } // namespace mixer

@@ -2,6 +2,7 @@
 
 #include "mixer/context.h"
 #include "mixer/faderrule.h"
+#include "mixer/fullsend.h"
 #include "mixer/panrule.h"
 #include "mixer/presence.h"
 #include "mixer/sectionrule.h"
@@ -53,8 +54,13 @@ public:
 
     /// Puts the whole stored state on screen, the stored selection too.
     void showAll();
-    /// Asks the device for the whole stored state: faders first, then mutes, then the rest.
-    void sendAll();
+    /// @name Asking the device for the whole stored state
+    ///@{
+    void sendFaders();
+    void sendMutes();
+    /// The rest, a portion a strip.
+    std::vector<FullSend::Portion> stripPortions();
+    ///@}
 
 private:
     void showLink(const StripId &pair);
@@ -62,6 +68,7 @@ private:
     void showSelection();
     void select(const StripId &strip, bool on);
     void sendStrip(const StripId &strip);
+    void sendSides(const StripId &track);
     void copyStrip(const StripId &from, const StripId &to);
 
     void enableStrip(const StripView &strip, bool enabled);

@@ -4,6 +4,13 @@
 #include "mixer/context.h"
 
 namespace mixer {
+namespace {
+
+/// A whole send takes 1.8 s. A command that fails each time must not make it begin anew so often
+/// that what follows never gets its turn.
+constexpr int resendTicks = 30;
+
+} // namespace
 
 Presence::Presence(Context &context)
     : m_context(context), m_meters(context), m_gainReduction(context)
@@ -51,12 +58,18 @@ bool Presence::pollMeters()
         m_context.device.deselect();
         return false;
     }
-    if (m_unsent) {
-        m_unsent = false;
-        m_context.device.reset();
-        emit stateWanted();
-    }
+    resendWhatFailed();
     return true;
+}
+
+void Presence::resendWhatFailed()
+{
+    if (m_ticksToResend > 0) --m_ticksToResend;
+    if (!m_unsent || m_ticksToResend > 0) return;
+    m_unsent = false;
+    m_ticksToResend = resendTicks;
+    m_context.device.reset();
+    emit stateWanted();
 }
 
 void Presence::setAnswering(bool answering)

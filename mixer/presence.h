@@ -31,7 +31,8 @@ signals:
     void disconnected();
     /// It is back after that.
     void reconnected();
-    /// What the device holds is not known: everything is to be sent to it, once.
+    /// What the device holds is not known: everything is to be sent to it, once. For commands that
+    /// go on failing not again before the last send is through.
     void stateWanted();
     /// isAnswering() has changed.
     void answeringChanged(bool answering);
@@ -39,6 +40,7 @@ signals:
 private:
     bool checkPresence();
     bool pollMeters();
+    void resendWhatFailed();
     void setAnswering(bool answering);
 
     Context &m_context;
@@ -46,6 +48,7 @@ private:
     GainReductionRule m_gainReduction;
     bool m_disconnected = false;
     bool m_unsent = false; ///< a command or the meters failed since all was sent
+    int m_ticksToResend = 0;
     bool m_answering = true;
 };
 

@@ -8,6 +8,7 @@
 
 #include <QDir>
 
+#include <functional>
 #include <memory>
 
 constexpr char testOrganisation[] = "TestPanel";
@@ -23,10 +24,16 @@ inline QString settingsPath(const QByteArray &name)
 /// The main window with a simulated device, on a settings file of its own.
 struct Panel
 {
+    using Cable = std::function<std::unique_ptr<Transport>(std::unique_ptr<Transport>)>;
+
     /// @param stored the content of the settings file beforehand, beside "start box seen"
-    explicit Panel(const QByteArray &name, const QByteArray &stored = QByteArray())
+    /// @param cable puts something of the test's between the panel and the device
+    explicit Panel(
+        const QByteArray &name, const QByteArray &stored = QByteArray(),
+        const Cable &cable = [](std::unique_ptr<Transport> direct) { return direct; })
         : path(prepare(name, stored)), settings(testOrganisation, name.constData()), tamber(clock),
-          transport(tracedWhereAsked(std::make_unique<simulator::SimulatedTransport>(tamber))),
+          transport(
+              tracedWhereAsked(cable(std::make_unique<simulator::SimulatedTransport>(tamber)))),
           window(settings, *transport, testOrganisation)
     {
     }

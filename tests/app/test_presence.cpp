@@ -8,6 +8,9 @@
 #include <QPushButton>
 #include <QtTest>
 
+#include <atomic>
+#include <vector>
+
 /// The panel's life with a device whose cable comes and goes, or that misbehaves.
 class TestPresence : public QObject
 {
@@ -18,10 +21,54 @@ private slots:
     void startWithoutADevice();
     void troubleIsMadeGood_data();
     void troubleIsMadeGood();
+    void singleFailuresAreMadeGood_data();
+    void singleFailuresAreMadeGood();
+    void clicksDoNotWaitForAFullSend();
     void metersShowTheDevice();
 };
 
 namespace {
+
+/// Loses all messages with one tag, as long as it is told to.
+class LossyTransport final : public Transport
+{
+public:
+    explicit LossyTransport(std::unique_ptr<Transport> behind) : m_behind(std::move(behind)) {}
+
+    void lose(int tag) { m_tag = tag; } ///< 0 for none
+    int lost() const { return m_lost; }
+
+    int find(TransportContext &context, int index) override
+    {
+        return m_behind->find(context, index);
+    }
+    int transferOut(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, const std::uint8_t *data) override
+    {
+        std::vector<std::uint8_t> copy(data, data + length);
+        vxmsg::Buffer message{copy.data(), static_cast<std::uint8_t>(length), 0};
+        vxmsg::Item item;
+        while (vxmsg::next(message, item) == 0)
+            if (item.tag == m_tag) return ++m_lost, 1;
+        return m_behind->transferOut(device, request, value, index, length, data);
+    }
+    int transferIn(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, std::uint8_t *data) override
+    {
+        return m_behind->transferIn(device, request, value, index, length, data);
+    }
+    int sampleRate(TransportContext &device, std::uint32_t &rate) override
+    {
+        return m_behind->sampleRate(device, rate);
+    }
+
+private:
+    std::unique_ptr<Transport> m_behind;
+    std::atomic<int> m_tag{0};
+    std::atomic<int> m_lost{0};
+};
 
 constexpr int patience = 30000 * slowness;
 
@@ -129,6 +176,62 @@ void TestPresence::troubleIsMadeGood()
     const auto muted = [&](std::size_t i) { return panel.tamber.state().inputs[i].mute; };
     QTRY_VERIFY_WITH_TIMEOUT(muted(6) && muted(7) && !showsNotice(panel), patience);
     QCOMPARE(boxes(panel), 0);
+}
+
+void TestPresence::singleFailuresAreMadeGood_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<int>("tag");
+    QTest::newRow("mute") << "pB_Mute7"_s << int(vxctl::tagMute);
+    QTest::newRow("phase") << "pB_Phase7"_s << int(vxctl::tagPhase);
+    QTest::newRow("true bypass") << "rB_MixerTrueBypass_on"_s << int(vxctl::tagTrueBypass);
+    QTest::newRow("stereo bus") << "cB_ToStereoBus"_s << int(vxctl::tagStereoBus);
+}
+
+/// A command that gets lost while all else works.
+void TestPresence::singleFailuresAreMadeGood()
+{
+    QFETCH(QString, button);
+    QFETCH(int, tag);
+    LossyTransport *cable = nullptr;
+    Panel panel("lossy", "", [&](std::unique_ptr<Transport> behind) {
+        auto lossy = std::make_unique<LossyTransport>(std::move(behind));
+        cable = lossy.get();
+        return lossy;
+    });
+    panel.window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(holdsAll(panel), patience);
+    cable->lose(tag);
+    panel.find<QAbstractButton>(button)->click();
+    QTRY_VERIFY_WITH_TIMEOUT(cable->lost() > 0, patience);
+    cable->lose(0);
+    const auto arrived = [&] {
+        const simulator::MixerState state = panel.tamber.state();
+        return state.inputs[6].mute || state.inputs[6].phase || state.trueBypass ||
+               !state.stereoBus;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(arrived(), patience);
+    QVERIFY(!showsNotice(panel));
+}
+
+void TestPresence::clicksDoNotWaitForAFullSend()
+{
+    Panel panel("full send", "");
+    panel.window.show();
+    for (const int wait : {100, 600, 1100}) { // milliseconds of the 1.8 s that it takes
+        panel.tamber.setPlugged(false);
+        QTRY_VERIFY_WITH_TIMEOUT(showsNotice(panel), patience);
+        panel.tamber.setPlugged(true);
+        QTRY_VERIFY_WITH_TIMEOUT(!showsNotice(panel), patience);
+        QTest::qWait(wait);
+        QVERIFY(!holdsAll(panel));
+        const std::uint64_t before = panel.tamber.taken();
+        auto *mute = panel.find<QPushButton>("pB_Mute16"_s);
+        mute->click();
+        QTRY_COMPARE_WITH_TIMEOUT(
+            panel.tamber.state().inputs[15].mute, mute->isChecked(), patience);
+        QVERIFY2(panel.tamber.taken() - before < 50, "it waited for the rest of the state");
+    }
 }
 
 void TestPresence::metersShowTheDevice()
