@@ -71,7 +71,8 @@ void InterfacePage::refresh(QVXDevice &device, bool trueBypass)
     device.get_product_name(name);
     const bool present = device.is_selected();
     m_firmware->setText(present && version != 0 ? versionText(version, build) : noDevice());
-    m_device->setText(present && !name.isEmpty() ? name : noDevice());
+    // A name that was forgotten, and is being asked for anew, is still on screen.
+    if (!present || !name.isEmpty()) m_device->setText(present ? name : noDevice());
     const QString onOff = trueBypass ? QStringLiteral("On") : QStringLiteral("Off");
     m_trueBypass->setText(present ? onOff : noDevice());
 }

@@ -16,6 +16,7 @@ GainReductionRule::GainReductionRule(Context &context)
 void GainReductionRule::poll(const std::optional<StripId> &strip)
 {
     if (!strip) {
+        m_polled.clear();
         m_bar.fall();
         return;
     }

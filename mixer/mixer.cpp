@@ -72,15 +72,16 @@ void Mixer::muteClicked(const StripId &strip)
 
 void Mixer::setLinked(const StripId &pair, bool linked)
 {
+    if (m_context.isLinked(pair) == linked) return;
     const int left = channelNumber(pair.key());
     const std::array<StripId, 2> sides = {track(left), track(left + 1)};
     // From here until the page is exchanged none of the three strips sends.
     m_context.settings.write(pair.key(), key::link, linked);
     if (linked) {
         copyStrip(sides[0], pair);
+        m_solo.link(pair);
         for (const StripId &side : sides)
             m_switches.setMute(side, false);
-        m_solo.link(pair);
     } else {
         for (const StripId &side : sides)
             copyStrip(pair, side);
@@ -106,8 +107,11 @@ void Mixer::copyStrip(const StripId &from, const StripId &to)
 
 void Mixer::sendStrip(const StripId &strip)
 {
+    // A strip that falls silent does so before its level changes, others after.
+    const bool muted = m_context.settings.read(strip.key(), key::mute);
+    if (muted) m_switches.sendMute(strip);
     m_fader.send(strip);
-    m_switches.sendMute(strip);
+    if (!muted) m_switches.sendMute(strip);
     m_switches.sendSolo(strip);
     m_section.sendEq(strip);
     m_section.sendComp(strip);

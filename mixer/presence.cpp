@@ -6,9 +6,9 @@
 namespace mixer {
 namespace {
 
-/// A whole send takes 1.8 s. A command that fails each time must not make it begin anew so often
-/// that what follows never gets its turn.
-constexpr int resendTicks = 30;
+/// A whole send takes 3.2 s beside the meters. A command that fails each time must not make it
+/// begin anew so often that what follows never gets its turn.
+constexpr int resendTicks = 60;
 
 } // namespace
 

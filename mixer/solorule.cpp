@@ -82,13 +82,16 @@ void SoloRule::restoreMutes()
 void SoloRule::link(const StripId &pair)
 {
     const int left = channelNumber(pair.key());
-    bool soloed = false;
-    for (const StripId &side : {track(left), track(left + 1)}) {
-        soloed = soloed || m_context.settings.read(side.key(), key::solo);
+    const auto stored = [this](const StripId &side, storage::SwitchKey switchKey) {
+        return m_context.settings.read(side.key(), switchKey);
+    };
+    const bool leftSoloed = stored(track(left), key::solo);
+    const bool rightSoloed = stored(track(left + 1), key::solo);
+    for (const StripId &side : {track(left), track(left + 1)})
         m_switches.setSolo(side, false);
-    }
-    m_switches.setSolo(pair, soloed);
-    if (soloed) m_switches.setMute(pair, false);
+    m_switches.setSolo(pair, leftSoloed || rightSoloed);
+    // The left channel's mute is then the one that the solo of the right has given it.
+    if (rightSoloed && !leftSoloed) m_switches.setMute(pair, stored(track(left + 1), key::mute));
     savedMute(pair) = savedMute(track(left));
     savedMute(track(left + 1)) = savedMute(track(left));
 }

@@ -21,8 +21,8 @@ public:
     void clicked(const StripId &strip);
 
     /// A pair's solo and saved mute become those of its channels, soloed when either is: to be
-    /// called when their other values were copied and no page sends. The mono strips let go of
-    /// theirs.
+    /// called when their other values were copied, their mutes still stand, and no page sends. The
+    /// mono strips let go of their solo.
     void link(const StripId &pair);
     /// The same back to both channels.
     void unlink(const StripId &pair);

@@ -16,9 +16,11 @@ private slots:
     void stereoStripsTakePart();
     void linkingWithoutSoloLeavesMutesAlone();
     void linkingMovesTheSolo();
+    void linkingKeepsMutesMadeByHand();
     void unlinkingMovesTheSolo();
     void linkCopiesTheLeftChannel();
     void linkingSendsNothingInBetween();
+    void linkingMutesBeforeItLifts();
 };
 
 namespace {
@@ -140,6 +142,20 @@ void TestSolo::linkingMovesTheSolo()
     QTRY_COMPARE_WITH_TIMEOUT(heard(panel).size(), 15, patience);
 }
 
+void TestSolo::linkingKeepsMutesMadeByHand()
+{
+    for (const QString &soloed : {"1"_s, "2"_s}) {
+        Panel panel("hand", "");
+        click(panel, "pB_Solo"_s + soloed);
+        click(panel, "pB_Mute"_s + soloed);
+        QCOMPARE(audible(panel), QStringList());
+        click(panel, "pB_LinkOn1_2"_s);
+        QCOMPARE(audible(panel), QStringList());
+        click(panel, "pB_Solo1_2"_s);
+        QVERIFY(audible(panel).contains("1_2"_s));
+    }
+}
+
 void TestSolo::unlinkingMovesTheSolo()
 {
     Panel panel("back", "[Track3_4]\nLink=true\n[Track9]\nMute=true\n");
@@ -174,7 +190,8 @@ void TestSolo::linkCopiesTheLeftChannel()
         input(4).eq == input(3).eq && input(4).comp == input(3).comp, patience);
     QTRY_COMPARE_WITH_TIMEOUT(input(4).fader, -16, patience);
     QTRY_VERIFY_WITH_TIMEOUT(input(3).comp.link && input(4).comp.link, patience);
-    QVERIFY(input(3).phase && !input(4).phase); // kept per side, like the pan
+    // Kept per side.
+    QTRY_VERIFY_WITH_TIMEOUT(input(3).phase && !input(4).phase, patience);
     QTRY_COMPARE_WITH_TIMEOUT(input(4).pan, 70, patience);
     click(panel, "pB_LinkOff3_4"_s);
     const IniContent parted = panel.file();
@@ -197,6 +214,19 @@ void TestSolo::linkingSendsNothingInBetween()
     click(panel, "pB_LinkOn5_6"_s);
     QTest::qWait(500);
     QCOMPARE(parametersSent(panel.tracePath()).size(), before);
+}
+
+/// The right channel, at full level from now on, is silent before it gets there.
+void TestSolo::linkingMutesBeforeItLifts()
+{
+    Panel panel("lift", "[Track5]\nMute=true\nFader_pos=157\n[Track6]\nFader_pos=230\n");
+    QTRY_COMPARE_WITH_TIMEOUT(heard(panel).size(), 15, patience);
+    QTest::qWait(2500 * slowness);
+    const int before = parametersSent(panel.tracePath()).size();
+    click(panel, "pB_LinkOn5_6"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(panel.tamber.state().inputs[5].fader, 0, patience);
+    const QList<TraceLine> sent = parametersSent(panel.tracePath()).mid(before);
+    QVERIFY(sent.first().item("83") == 1 && sent.first().item("62") == 6);
 }
 
 QTEST_MAIN(TestSolo)
