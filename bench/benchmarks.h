@@ -10,3 +10,5 @@ void benchDrag();
 void benchCurve();
 void benchTick();
 void benchMuteDuringFullSend();
+void benchReplug();
+void benchLoad();

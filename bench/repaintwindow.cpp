@@ -1,0 +1,40 @@
+#include <QApplication>
+#include <QPainter>
+#include <QTimer>
+#include <QWidget>
+
+namespace {
+
+/// Paints the whole of itself ten times a second, in another colour each time.
+class Repainted : public QWidget
+{
+public:
+    Repainted()
+    {
+        setFixedSize(1000, 300);
+        setAttribute(Qt::WA_OpaquePaintEvent);
+        auto *timer = new QTimer(this);
+        connect(timer, &QTimer::timeout, this, QOverload<>::of(&QWidget::update));
+        timer->start(100);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.fillRect(rect(), QColor::fromHsv(++m_count % 360, 255, 255));
+    }
+
+private:
+    int m_count = 0;
+};
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QApplication application(argc, argv);
+    Repainted window;
+    window.show();
+    return QApplication::exec();
+}
