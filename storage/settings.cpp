@@ -1,15 +1,10 @@
 #include "storage/settings.h"
 
-#include "storage/inicodec.h"
-
-#include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <QSettings>
 
-#include <filesystem>
+#include <algorithm>
 
 using namespace storage;
 
@@ -18,46 +13,41 @@ namespace {
 Q_LOGGING_CATEGORY(log, "tamber.storage")
 
 constexpr int flushInterval = 50;   // milliseconds between two writes of the file
-constexpr int leftoverAge = 60;     // seconds
 constexpr int retryInterval = 2000; // milliseconds until a failed write is tried again
 
-QString pathOf(const char *organisation, const char *application)
+QStringList knownGroups()
 {
-    const QSettings store(
-        QSettings::IniFormat, QSettings::UserScope, QLatin1String(organisation),
-        QLatin1String(application));
-    return store.fileName();
+    QStringList groups;
+    for (const char *group : {"Panel", "Interface", "Misc", "Update", "LineOutSettings", "Master"})
+        groups += QLatin1String(group);
+    for (int track = 1; track <= 16; ++track)
+        groups += QStringLiteral("Track%1").arg(track);
+    for (int left = 1; left < 16; left += 2)
+        groups += QStringLiteral("Track%1_%2").arg(left).arg(left + 1);
+    return groups;
 }
 
-/// The name under which a new file is made. It is this process's own, so that nobody's lock on it
-/// can keep the write waiting.
-QString freshName(const QString &fileName)
+bool holdsKnownGroup(const Values &values)
 {
-    return fileName + QStringLiteral(".%1.new").arg(QCoreApplication::applicationPid());
+    static const QStringList known = knownGroups();
+    const QStringList keys = values.keys();
+    return std::any_of(keys.begin(), keys.end(), [](const QString &key) {
+        return known.contains(key.section(QLatin1Char('/'), 0, -2));
+    });
 }
 
-/// What processes that were killed while they wrote have left.
-void removeLeftovers(const QFileInfo &file)
+/// A name for a copy that is read. None comes twice, so that no cache of the store can answer.
+QString nameToReadFrom(const QString &fileName)
 {
-    QDir folder = file.dir();
-    const QStringList left =
-        folder.entryList({file.fileName() + QStringLiteral(".*.new*")}, QDir::Files);
-    for (const QString &name : left) {
-        // Another process may be writing a younger one just now.
-        const QFileInfo leftover(folder.filePath(name));
-        if (leftover.lastModified().secsTo(QDateTime::currentDateTime()) > leftoverAge)
-            folder.remove(name);
-    }
+    static int count = 0;
+    return freshName(fileName) + QString::number(++count);
 }
 
-bool replace(const QString &fileName, const QString &by)
+bool isAmong(const QStringList &kept, const QString &key)
 {
-    const auto path = [](const QString &name) {
-        return std::filesystem::path(name.toStdU16String());
-    };
-    std::error_code error;
-    std::filesystem::rename(path(by), path(fileName), error);
-    return !error;
+    return std::any_of(kept.begin(), kept.end(), [&](const QString &entry) {
+        return entry.endsWith(QLatin1Char('/')) ? key.startsWith(entry) : key == entry;
+    });
 }
 
 } // namespace
@@ -78,9 +68,9 @@ Settings::~Settings()
 
 void Settings::open()
 {
-    removeLeftovers(QFileInfo(m_fileName));
+    removeLeftovers(m_fileName);
     m_stamp = stampOfFile();
-    switch (load()) {
+    switch (readValues(m_fileName, m_values)) {
     case FileHealth::Good:
         return;
     case FileHealth::Missing:
@@ -96,19 +86,6 @@ void Settings::open()
         break;
     }
     keepCopy(m_fileName);
-}
-
-FileHealth Settings::load()
-{
-    const FileHealth health = inspect(m_fileName);
-    if (health == FileHealth::Missing || health == FileHealth::Unreadable) return health;
-    QSettings store(m_fileName, QSettings::IniFormat);
-    store.setIniCodec(iniCodec());
-    const QStringList keys = store.allKeys();
-    for (const QString &key : keys)
-        m_values.insert(key, store.value(key));
-    if (m_values.isEmpty()) return FileHealth::Unreadable;
-    return store.status() == QSettings::FormatError ? FileHealth::Damaged : health;
 }
 
 Settings::Stamp Settings::stampOfFile() const
@@ -128,28 +105,11 @@ void Settings::flush()
         keepCopy(m_fileName);
         m_stamp = found;
     }
-    const bool written = writeFile();
+    const bool written = writeValues(m_fileName, m_values);
     if (written) m_stamp = stampOfFile();
     m_sinceFlush.start();
     m_changed = !written;
     noteResult(written);
-}
-
-bool Settings::writeFile()
-{
-    const QString fresh = freshName(m_fileName);
-    bool written = false;
-    {
-        QSettings store(fresh, QSettings::IniFormat);
-        store.setIniCodec(iniCodec());
-        for (auto value = m_values.cbegin(); value != m_values.cend(); ++value)
-            store.setValue(value.key(), value.value());
-        store.sync();
-        written = store.status() == QSettings::NoError;
-    }
-    if (written && replace(m_fileName, fresh)) return true;
-    QFile::remove(fresh);
-    return false;
 }
 
 void Settings::noteResult(bool written)
@@ -159,6 +119,67 @@ void Settings::noteResult(bool written)
     if (written && m_failing) qCInfo(log) << "the settings file is written again:" << m_fileName;
     m_failing = !written;
     if (m_failing) m_timer.start(retryInterval);
+}
+
+/// The file, too, may have been changed by somebody else.
+bool Settings::bringFileUpToDate()
+{
+    if (!m_values.isEmpty() && !(stampOfFile() == m_stamp)) m_changed = true;
+    flush();
+    return !m_changed;
+}
+
+bool Settings::copyTo(const QString &fileName)
+{
+    if (bringFileUpToDate() && copyWhole(m_fileName, fileName)) return true;
+    qCWarning(log) << "the settings file cannot be copied to" << fileName;
+    return false;
+}
+
+bool Settings::isUsable(const QString &fileName)
+{
+    Values values;
+    readValues(fileName, values);
+    return holdsKnownGroup(values);
+}
+
+bool Settings::takeFrom(const QString &fileName, const QStringList &kept)
+{
+    const QString copy = nameToReadFrom(m_fileName);
+    const bool copied = makeCopy(fileName, copy);
+    Values taken;
+    const FileHealth health = readValues(copied ? copy : fileName, taken);
+    const bool usable = holdsKnownGroup(taken);
+    if (usable) {
+        bringFileUpToDate();
+        m_values = merged(taken, kept);
+        const bool whole = copied && health == FileHealth::Good && m_values == taken;
+        m_changed = !whole || !replaceFile(m_fileName, copy);
+        if (!m_changed) m_stamp = stampOfFile();
+        flush();
+    }
+    QFile::remove(copy);
+    return usable;
+}
+
+/// Those of another file, but for what is kept.
+Values Settings::merged(Values taken, const QStringList &kept) const
+{
+    for (auto value = taken.begin(); value != taken.end();)
+        value = isAmong(kept, value.key()) ? taken.erase(value) : std::next(value);
+    for (auto value = m_values.begin(); value != m_values.end(); ++value)
+        if (isAmong(kept, value.key())) taken.insert(value.key(), value.value());
+    return taken;
+}
+
+void Settings::clear()
+{
+    m_timer.stop();
+    m_values.clear();
+    m_changed = false;
+    if (QFileInfo::exists(m_fileName) && !QFile::remove(m_fileName))
+        qCWarning(log) << "the settings file cannot be deleted:" << m_fileName;
+    m_stamp = stampOfFile();
 }
 
 QVariant Settings::value(const QString &group, const char *key, const QVariant &missing) const

@@ -1,14 +1,13 @@
 #pragma once
 
-#include "storage/filehealth.h"
 #include "storage/keys.h"
+#include "storage/wholefile.h"
 
 #include <QDateTime>
 #include <QElapsedTimer>
-#include <QMap>
 #include <QString>
+#include <QStringList>
 #include <QTimer>
-#include <QVariant>
 
 /// The live settings file: the whole state of the panel, one INI file per user. The only place
 /// that knows its groups and keys. GUI thread only; it may be made before the application object.
@@ -58,7 +57,34 @@ public:
     /// until it succeeds.
     void flush();
 
+    /// Whether nothing is stored, so that there may be no file.
+    bool isEmpty() const { return m_values.isEmpty(); }
+
     QString fileName() const { return m_fileName; }
+
+    /// @name The file as a whole
+    /// What has changed is written before; failures are logged.
+    ///@{
+
+    /// Copies the file byte for byte to another path.
+    /// @return false when it could not; what was at that path is still there
+    bool copyTo(const QString &fileName);
+
+    /// Whether a file is one of the panel's settings: there, readable, and with a group that the
+    /// panel knows.
+    static bool isUsable(const QString &fileName);
+
+    /// Takes over the values of another file, byte for byte where nothing is kept from before that
+    /// differs. When the disk refuses, the values are those of the other file all the same, and the
+    /// write is tried again until it succeeds.
+    /// @param kept what stays as it is now, a missing key missing: as "group/key", or "group/" for
+    ///        all of a group
+    /// @return false when the other file is not usable; nothing has changed then
+    bool takeFrom(const QString &fileName, const QStringList &kept);
+
+    /// Forgets all values and deletes the file. What is written afterwards makes a new one.
+    void clear();
+    ///@}
 
 private:
     struct Stamp
@@ -69,9 +95,9 @@ private:
     };
 
     void open();
-    storage::FileHealth load();
     Stamp stampOfFile() const;
-    bool writeFile();
+    bool bringFileUpToDate();
+    storage::Values merged(storage::Values taken, const QStringList &kept) const;
     void noteResult(bool written);
     QVariant value(const QString &group, const char *key, const QVariant &missing) const;
     int integer(const QString &group, const char *key) const;
@@ -79,8 +105,8 @@ private:
     void setValue(const QString &group, const char *key, const QVariant &value);
 
     const QString m_fileName;
-    QMap<QString, QVariant> m_values; ///< by "group/key"
-    Stamp m_stamp;                    ///< of the file as it was read or written last
+    storage::Values m_values;
+    Stamp m_stamp; ///< of the file as it was read or written last
     QTimer m_timer;
     QElapsedTimer m_sinceFlush;
     bool m_changed = false; ///< something is not on disk yet

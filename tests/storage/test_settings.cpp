@@ -110,6 +110,7 @@ private slots:
     void changeIsOnDiskWithTheNextEvent();
     void burst();
     void killedProcessLosesNothing();
+    void leftoverOfTheSameProcessId();
 };
 
 void TestSettings::initTestCase()
@@ -444,6 +445,21 @@ void TestSettings::killedProcessLosesNothing()
     QCOMPARE(writer.exitStatus(), QProcess::CrashExit);
     const QStringList expected = {"Track3/Mute=true"_s, "Track3/Solo=true"_s};
     QCOMPARE(entriesOf(readIni(File().folder() + "/killed.ini"_s)), expected);
+}
+
+/// A half-written file of a former process that had the same id is not added to.
+void TestSettings::leftoverOfTheSameProcessId()
+{
+    const File file;
+    const QString id = QString::number(QCoreApplication::applicationPid());
+    QFile left(file.path() + ".%1.new"_s.arg(id));
+    QVERIFY(left.open(QIODevice::WriteOnly));
+    left.write("[Track9]\nMute=true\n");
+    left.close();
+    const auto settings = file.open();
+    settings->write(track3, key::solo, true);
+    settings->flush();
+    QCOMPARE(entriesOf(file.content()), QStringList{"Track3/Solo=true"_s});
 }
 
 int main(int argc, char **argv)
