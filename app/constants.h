@@ -22,6 +22,8 @@ constexpr char applicationName[] = "Tamber";
 constexpr char driverSettingsKey[] = "HKEY_CURRENT_USER\\Software\\NORVEL\\Tamber\\ASIODRIVER";
 /// Name under which the interface's audio driver is registered.
 constexpr char driverName[] = "Tamber ASIO";
+/// What the Interface page says of the standard that the driver follows.
+constexpr char asioCredit[] = "ASIO is a trademark and software of its respective owner.";
 
 /// The companion mixer program; the quotes are part of the value.
 constexpr char companionMixerPath[] = "\"c:\\Program Files\\NORVEL\\Tamber\\tmbrmixer.exe\"";
@@ -30,6 +32,10 @@ constexpr char companionMixerPath[] = "\"c:\\Program Files\\NORVEL\\Tamber\\tmbr
 constexpr char alreadyRunning[] = "Already App is Running!";
 /// How long it waits for the acknowledgement, in milliseconds.
 constexpr int alreadyRunningTimeout = 5000;
+
+/// The maker's sites, international and Japanese.
+constexpr char website[] = "https://www.norvel.example";
+constexpr char websiteJapan[] = "https://www.norvel.example/jp";
 
 /// Title of the main window.
 constexpr char windowTitle[] = "NORVEL Tamber Settings Panel";

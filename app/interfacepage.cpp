@@ -3,12 +3,26 @@
 #include "app/constants.h"
 #include "app/pagebar.h"
 #include "device/qvxdevice.h"
+#include "driver/buffersize.h"
+#include "driver/samplerate.h"
 
 #include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
 #include <QLabel>
+#include <QSlider>
 #include <QVBoxLayout>
+#include <QVariant>
 
 namespace {
+
+constexpr int margin = 6;
+constexpr int captionWidth = 140; ///< the same in all groups, so that their values stand in line
+constexpr int rowSpacing = 14;
+constexpr int columnSpacing = 16;
+constexpr int stepPitch = 60;    ///< from one step of the slider to the next
+constexpr int handleLength = 14; ///< of the slider, with its border
+constexpr int bufferSizeWidth = 96;
 
 QString noDevice()
 {
@@ -24,55 +38,161 @@ QString versionText(int version, int build)
         .arg(build, 4, 10, QLatin1Char('0'));
 }
 
-QLabel *addRow(QFormLayout *form, const QString &caption, const QString &name, const QString &text)
+QLabel *makeLabel(const QString &text, const char *role)
 {
+    auto *label = new QLabel(text);
+    label->setProperty("role", QLatin1String(role));
+    return label;
+}
+
+/// @param caption what the value is of, which its name is made of too: "Sample Rate"
+QLabel *makeValue(const QString &caption, const QString &text, const QString &tip)
+{
+    QString name = QStringLiteral("label_") + caption;
     auto *value = new QLabel(text);
-    value->setObjectName(name);
+    value->setObjectName(name.remove(QLatin1Char(' ')));
+    value->setAccessibleDescription(caption);
+    value->setToolTip(tip + QStringLiteral(" Select it with the mouse to copy it."));
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    form->addRow(caption, value);
     return value;
+}
+
+/// "Sample Rate ：", with the colon of full width.
+QString captionOf(const QLabel *value)
+{
+    return value->accessibleDescription() + QStringLiteral(" \uFF1A");
+}
+
+QLabel *makeCaption(QLabel *value)
+{
+    QLabel *caption = makeLabel(captionOf(value), "hint");
+    caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    caption->setFixedWidth(captionWidth);
+    caption->setBuddy(value);
+    return caption;
+}
+
+QWidget *makeGroup(const QString &title, const QVector<QLabel *> &values)
+{
+    auto *group = new QGroupBox(title);
+    auto *form = new QFormLayout(group);
+    form->setHorizontalSpacing(columnSpacing);
+    form->setVerticalSpacing(rowSpacing);
+    for (QLabel *value : values)
+        form->addRow(makeCaption(value), value);
+    return group;
+}
+
+QSlider *makeSlider()
+{
+    auto *slider = new QSlider(Qt::Horizontal);
+    slider->setObjectName(QStringLiteral("hS_BufferSize"));
+    slider->setAccessibleName(QStringLiteral("Buffer size"));
+    slider->setToolTip(
+        QStringLiteral("Buffer size of the audio driver: drag, wheel or arrow keys"));
+    slider->setRange(0, driver::bufferStepCount - 1);
+    slider->setFixedWidth((driver::bufferStepCount - 1) * stepPitch + handleLength);
+    return slider;
+}
+
+/// The sizes below the slider, each in the middle of its step. The first takes no more room than
+/// the handle, so that the slider begins where the scale does.
+QLayout *makeScale()
+{
+    auto *scale = new QHBoxLayout;
+    scale->setSpacing(0);
+    for (int step = 0; step < driver::bufferStepCount; ++step) {
+        QLabel *size = makeLabel(QString::number(driver::bufferFrames(step)), "scale");
+        size->setAlignment(Qt::AlignCenter);
+        size->setFixedWidth(step == 0 ? handleLength : stepPitch);
+        scale->addWidget(size);
+        if (step == 0) scale->addSpacing((stepPitch - handleLength) / 2);
+    }
+    return scale;
 }
 
 } // namespace
 
-InterfacePage::InterfacePage(QWidget *parent) : QWidget(parent)
+InterfacePage::InterfacePage(QWidget *parent) : QWidget(parent), m_bufferSlider(makeSlider())
 {
-    auto *form = new QFormLayout;
-    form->setContentsMargins(40, 40, 40, 40);
-    form->setHorizontalSpacing(24);
-    form->setVerticalSpacing(16);
-    form->setLabelAlignment(Qt::AlignRight);
-    addRow(
-        form, QStringLiteral("Software Version ："), QStringLiteral("label_SoftwareVersion"),
-        QLatin1String(constants::softwareVersion));
-    m_firmware = addRow(
-        form, QStringLiteral("Firmware Version ："), QStringLiteral("label_FirmwareVersion"),
-        noDevice());
-    m_device =
-        addRow(form, QStringLiteral("Device ："), QStringLiteral("label_Device"), noDevice());
-    m_trueBypass = addRow(
-        form, QStringLiteral("Mixer True Bypass ："), QStringLiteral("label_MixerTrueBypass"),
-        noDevice());
+    makeValues();
+    auto *groups = new QVBoxLayout;
+    groups->setContentsMargins(18, 24, 18, 12);
+    groups->setSpacing(18);
+    groups->addWidget(buildAudioDriver());
+    groups->addWidget(
+        makeGroup(QStringLiteral("Tamber"), {m_device, m_firmware, m_sampleRate, m_trueBypass}));
+    groups->addWidget(makeGroup(QStringLiteral("Settings Panel"), {m_software}));
+    groups->addStretch();
+    groups->addWidget(makeLabel(QLatin1String(constants::asioCredit), "credit"));
 
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(6, 6, 6, 6);
+    column->setContentsMargins(margin, margin, margin, margin);
     column->addWidget(makePageBar(Page::Interface, this));
-    column->addLayout(form);
-    column->addStretch();
+    column->addLayout(groups, 1);
+}
+
+void InterfacePage::makeValues()
+{
+    const auto make = [](const char *caption, const QString &text, const char *tip) {
+        return makeValue(QLatin1String(caption), text, QLatin1String(tip));
+    };
+    m_bufferSize = make("Buffer Size", QStringLiteral("256 Samples"), "What the driver is told.");
+    m_software = make(
+        "Software Version", QLatin1String(constants::softwareVersion), "Version of this panel.");
+    m_firmware = make("Firmware Version", noDevice(), "Version and build inside the device.");
+    m_device = make("Device", noDevice(), "How the device calls itself.");
+    m_sampleRate = make("Sample Rate", noDevice(), "The rate at which the device works.");
+    m_trueBypass =
+        make("Mixer True Bypass", noDevice(), "Whether the device's mixer is out of circuit.");
+}
+
+QWidget *InterfacePage::buildAudioDriver()
+{
+    // So that the word stands still while the number changes.
+    m_bufferSize->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_bufferSize->setFixedWidth(bufferSizeWidth);
+
+    auto *group = new QGroupBox(QStringLiteral("Audio Driver"));
+    auto *grid = new QGridLayout(group);
+    grid->setHorizontalSpacing(columnSpacing);
+    grid->addWidget(makeCaption(m_bufferSize), 0, 0);
+    grid->addWidget(m_bufferSlider, 0, 1, Qt::AlignLeft);
+    grid->addWidget(m_bufferSize, 0, 2);
+    grid->addLayout(makeScale(), 1, 1);
+    grid->setRowMinimumHeight(2, rowSpacing / 2);
+    grid->addWidget(
+        makeLabel(
+            QStringLiteral("Smaller sizes answer faster, larger ones are safer from drop-outs."),
+            "hint"),
+        3, 1);
+    grid->setColumnStretch(3, 1);
+    return group;
 }
 
 void InterfacePage::refresh(QVXDevice &device, bool trueBypass)
 {
     std::uint16_t version = 0;
     std::uint16_t build = 0;
+    std::uint32_t rate = 0;
     QString name;
     device.get_version(version);
     device.get_build(build);
+    device.get_sample_rate(rate);
     device.get_product_name(name);
     const bool present = device.is_selected();
     m_firmware->setText(present && version != 0 ? versionText(version, build) : noDevice());
+    m_sampleRate->setText(present && rate != 0 ? driver::sampleRateText(rate) : noDevice());
     // A name that was forgotten, and is being asked for anew, is still on screen.
     if (!present || !name.isEmpty()) m_device->setText(present ? name : noDevice());
     const QString onOff = trueBypass ? QStringLiteral("On") : QStringLiteral("Off");
     m_trueBypass->setText(present ? onOff : noDevice());
+}
+
+QVector<ProductInformation::Fact> InterfacePage::facts() const
+{
+    QVector<ProductInformation::Fact> facts;
+    for (const QLabel *value : {m_software, m_firmware, m_device, m_sampleRate, m_trueBypass})
+        facts.append({captionOf(value), value->text()});
+    return facts;
 }

@@ -1,10 +1,15 @@
 #include "app/mainwindow.h"
 
+#include "app/boxes.h"
 #include "app/companionmixer.h"
 #include "app/constants.h"
+#include "app/helplinks.h"
 #include "app/interfacepage.h"
+#include "app/language.h"
 #include "app/mixerpage.h"
 #include "app/outputpage.h"
+#include "app/productinformation.h"
+#include "app/scenemenu.h"
 #include "storage/settings.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/dialcontrol.h"
@@ -12,15 +17,18 @@
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
 
+#include <QDesktopServices>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSettings>
+#include <QSlider>
 #include <QStackedWidget>
 #include <QStyle>
 #include <QTimer>
+#include <QUrl>
 
 namespace {
 
@@ -30,6 +38,13 @@ void connectByName(QObject *control, const char *signal, QObject *receiver, cons
 {
     const QByteArray slot = control->objectName().toLatin1() + '_' + gesture + "(QMouseEvent*)";
     QObject::connect(control, signal, receiver, QByteArray::number(QSLOT_CODE) + slot);
+}
+
+QAction *addNamed(QMenu *menu, const QString &text, const QString &name)
+{
+    QAction *action = menu->addAction(text);
+    action->setObjectName(name);
+    return action;
 }
 
 QSettings geometryStore(const QString &organisation)
@@ -44,11 +59,13 @@ MainWindow::MainWindow(
     : QMainWindow(parent), m_settings(settings), m_organisation(QLatin1String(organisation)),
       m_pages(new QStackedWidget(this)), m_mixerPage(new MixerPage(m_pages)),
       m_interfacePage(new InterfacePage(m_pages)), m_outputPage(new OutputPage(m_pages)),
-      m_notice(makeNotice()), m_device(transport),
+      m_notice(makeNotice()), m_scenes(settings, organisation), m_device(transport),
       m_mixer(settings, m_device, m_mixerPage->view(), m_mixerPage->section()),
       m_output(
           settings, m_device, m_outputPage->view(), [this](bool on) { m_mixer.setBypassed(!on); }),
-      m_fullSend(m_device)
+      m_fullSend(m_device), m_bufferSize(
+                                settings, m_organisation, m_interfacePage->bufferSizeSlider(),
+                                m_interfacePage->bufferSizeLabel())
 {
     setWindowTitle(QLatin1String(constants::windowTitle));
     m_pages->setObjectName(QStringLiteral("sW_pages"));
@@ -65,12 +82,14 @@ MainWindow::MainWindow(
     connectStrips();
     connectSection();
     connectPresence();
+    connectBufferSize();
     startTimers();
     m_mixer.showAll();
     m_output.showAll();
     listPortions();
     m_fullSend.start();
     restorePage();
+    offerStartInformation();
 }
 
 MainWindow::~MainWindow()
@@ -81,13 +100,46 @@ MainWindow::~MainWindow()
 
 void MainWindow::buildMenus()
 {
-    QMenu *view = menuBar()->addMenu(tr("&View"));
-    QAction *minimize = view->addAction(tr("&Minimize"), this, &MainWindow::showMinimized);
-    minimize->setObjectName(QStringLiteral("actionMinimize"));
+    buildViewMenu();
+    buildSceneMenu();
+    buildHelpMenu();
+}
+
+void MainWindow::buildViewMenu()
+{
+    QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
+    QAction *minimize =
+        addNamed(view, QStringLiteral("&Minimize"), QStringLiteral("actionMinimize"));
     minimize->setShortcut(Qt::CTRL | Qt::Key_M);
-    QAction *close = view->addAction(tr("&Close"), this, &MainWindow::close);
-    close->setObjectName(QStringLiteral("actionClose"));
-    close->setShortcut(Qt::CTRL | Qt::Key_Q);
+    connect(minimize, &QAction::triggered, this, &MainWindow::showMinimized);
+    view->addSeparator();
+    addNamed(view, QStringLiteral("&Initialize Memory"), QStringLiteral("actionInitialize_Memory"));
+    view->addSeparator();
+    QAction *close = addNamed(view, QStringLiteral("&Close"), QStringLiteral("actionClose"));
+    close->setShortcut(QKeySequence::Quit);
+    connect(close, &QAction::triggered, this, &MainWindow::close);
+}
+
+void MainWindow::buildSceneMenu()
+{
+    auto *scenes = new SceneMenu(m_scenes, this);
+    connect(scenes, &SceneMenu::recalled, this, &MainWindow::applySettings);
+    menuBar()->addMenu(scenes);
+}
+
+void MainWindow::buildHelpMenu()
+{
+    QMenu *help = menuBar()->addMenu(QStringLiteral("&Help"));
+    QAction *faqs = addNamed(help, QStringLiteral("&FAQs"), QStringLiteral("actionFAQs"));
+    faqs->setShortcut(QKeySequence::HelpContents);
+    QAction *website =
+        addNamed(help, QStringLiteral("NORVEL &Website"), QStringLiteral("actionNORVEL_Website"));
+    connect(website, &QAction::triggered, this, [this] {
+        openWebPage(helplinks::productTop(systemLanguage()));
+    });
+    help->addSeparator();
+    addNamed(
+        help, QStringLiteral("&Product Information"), QStringLiteral("actionProduct_Information"));
 }
 
 QLabel *MainWindow::makeNotice()
@@ -181,7 +233,8 @@ void MainWindow::connectSection()
     });
     connect(
         section.compressorCurve, &DrawCompressor::changeColorComp, this,
-        &MainWindow::slt_changeColorComp);
+        &MainWindow::sig_changeColorComp);
+    connect(this, &MainWindow::sig_changeColorComp, this, &MainWindow::slt_changeColorComp);
 }
 
 void MainWindow::connectKnob(DialControl *dial, mixer::ParameterId id)
@@ -212,10 +265,20 @@ void MainWindow::connectPresence()
     const mixer::Presence &presence = m_mixer.presence();
     connect(&presence, &mixer::Presence::disconnected, this, [this] { showDisconnected(); });
     connect(&presence, &mixer::Presence::reconnected, this, [this] { delete m_disconnectedBox; });
-    connect(&presence, &mixer::Presence::stateWanted, &m_fullSend, &mixer::FullSend::start);
+    connect(&presence, &mixer::Presence::stateWanted, this, [this] {
+        m_output.forgetSent();
+        m_fullSend.start();
+    });
     connect(&presence, &mixer::Presence::answeringChanged, this, [this] {
         status();
         refreshInterfacePage();
+    });
+}
+
+void MainWindow::connectBufferSize()
+{
+    connect(m_interfacePage->bufferSizeSlider(), &QSlider::valueChanged, this, [this](int step) {
+        m_bufferSize.changed(step);
     });
 }
 
@@ -254,6 +317,7 @@ void MainWindow::timerInterrupt_1000ms()
 void MainWindow::refreshInterfacePage()
 {
     m_interfacePage->refresh(m_device, m_settings.read(storage::trueBypass));
+    if (m_productInformation) m_productInformation->setFacts(m_interfacePage->facts());
 }
 
 void MainWindow::startTimers()
@@ -268,16 +332,78 @@ void MainWindow::startTimers()
     start(10, &MainWindow::timerInterrupt_10ms);
 }
 
+/// The settings have been replaced as a whole.
+void MainWindow::applySettings()
+{
+    // What a hand still holds must not be dragged away from where it is put now.
+    for (StepControl *control : findChildren<StepControl *>())
+        control->letGo();
+    m_mixer.showAll();
+    m_output.showAll();
+    m_fullSend.start();
+    refreshInterfacePage();
+}
+
+void MainWindow::delSettingsFile()
+{
+    boxes::askFirst(
+        this, QStringLiteral("This operation initializes all parameters in this Settings Panel."),
+        [this] {
+            m_settings.clear();
+            m_settings.write(storage::informationSeen, false);
+            m_settings.flush();
+            applySettings();
+        });
+}
+
+void MainWindow::on_actionProduct_Information_triggered()
+{
+    if (!m_productInformation) {
+        m_productInformation = new ProductInformation(this);
+        m_productInformation->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    refreshInterfacePage();
+    m_productInformation->open();
+}
+
+void MainWindow::on_actionFAQs_triggered()
+{
+    openWebPage(helplinks::faqs(systemLanguage()));
+}
+
+void MainWindow::openWebPage(const QUrl &page)
+{
+    if (QDesktopServices::openUrl(page)) return;
+    boxes::inform(
+        this,
+        QStringLiteral("No web browser could be started.\nThe page is %1.").arg(page.toString()));
+}
+
+/// Opened by the event loop, so that it lies above the window.
+void MainWindow::offerStartInformation()
+{
+    if (m_settings.read(storage::informationSeen)) return;
+    const auto show = [this] {
+        boxes::showStartInformation(
+            this, [this] { m_settings.write(storage::informationSeen, true); });
+    };
+    QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
+}
+
 void MainWindow::restorePage()
 {
     // A stored index that is no page, as on a first start, leaves the page as it is.
     m_pages->setCurrentIndex(m_settings.read(storage::windowPage));
     refreshInterfacePage();
+    m_bufferSize.load();
 }
 
 void MainWindow::openPage(Page page)
 {
     m_pages->setCurrentIndex(static_cast<int>(page));
-    if (page == Page::Interface) refreshInterfacePage();
+    if (page == Page::Interface) {
+        refreshInterfacePage();
+        m_bufferSize.load();
+    }
     m_settings.write(storage::windowPage, static_cast<int>(page));
 }

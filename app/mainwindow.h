@@ -3,8 +3,10 @@
 #include "app/pagebar.h"
 #include "app/stripslots.h"
 #include "device/qvxdevice.h"
+#include "driver/buffersizerule.h"
 #include "mixer/mixer.h"
 #include "mixer/outputrule.h"
+#include "storage/scenememories.h"
 
 #include <QMainWindow>
 #include <QMessageBox>
@@ -17,6 +19,7 @@ class InterfacePage;
 class QLabel;
 class MixerPage;
 class OutputPage;
+class ProductInformation;
 class QStackedWidget;
 class Settings;
 
@@ -36,6 +39,10 @@ public:
     /// Stores the window's geometry and what is not on disk yet.
     ~MainWindow() override;
 
+signals:
+    /// The compressor display has said its state: "GR_Passive", "GR_Available" or "GR_Active".
+    void sig_changeColorComp(const QString &state);
+
 public slots:
     TAMBER_TRACKS(TAMBER_TRACK_SLOTS)
     TAMBER_PAIRS(TAMBER_PAIR_SLOTS)
@@ -48,7 +55,7 @@ public slots:
     /// Mark the display; the next tick of 10 ms repaints it.
     void doEqualizerRepaint() { m_mixer.section().markEq(); }
     void doCompressorRepaint() { m_mixer.section().markComp(); }
-    /// Colours the gain-reduction caption by the state that the compressor display has said.
+    /// Colours the gain-reduction caption by the state.
     void slt_changeColorComp(const QString &state);
     /// Shows or hides the notice that no device answers.
     void status();
@@ -65,8 +72,18 @@ public slots:
     void on_pB_ToInterfaceFromOutput_released() { openPage(Page::Interface); }
     void on_pB_ToMixerFromOutput_released() { openPage(Page::Mixer); }
 
+    void on_actionInitialize_Memory_triggered() { delSettingsFile(); }
+    void on_actionProduct_Information_triggered();
+    void on_actionFAQs_triggered();
+
+    /// Puts panel, settings file and device back to their defaults, once the user has agreed.
+    void delSettingsFile();
+
 private:
     void buildMenus();
+    void buildViewMenu();
+    void buildSceneMenu();
+    void buildHelpMenu();
     QLabel *makeNotice();
     void restoreWindowGeometry();
     void storeWindowGeometry() const;
@@ -78,10 +95,14 @@ private:
     void connectSection();
     void connectKnob(DialControl *dial, mixer::ParameterId id);
     void connectPresence();
+    void connectBufferSize();
     void listPortions();
     void showDisconnected();
     void refreshInterfacePage();
     void startTimers();
+    void applySettings();
+    void openWebPage(const QUrl &page);
+    void offerStartInformation();
     void restorePage();
     void openPage(Page page);
 
@@ -93,8 +114,11 @@ private:
     OutputPage *m_outputPage;
     QLabel *m_notice;
     QPointer<QMessageBox> m_disconnectedBox;
+    QPointer<ProductInformation> m_productInformation;
+    SceneMemories m_scenes;
     QVXDevice m_device;
     mixer::Mixer m_mixer;
     mixer::OutputRule m_output;
     mixer::FullSend m_fullSend;
+    driver::BufferSizeRule m_bufferSize;
 };

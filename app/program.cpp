@@ -1,6 +1,7 @@
 #include "app/program.h"
 
 #include "app/constants.h"
+#include "app/language.h"
 #include "app/mainwindow.h"
 #include "app/qtsingleapplication.h"
 #include "device/tracetransport.h"
@@ -78,6 +79,7 @@ int run(const Program &program, int argc, char **argv)
             QLatin1String(constants::alreadyRunning), constants::alreadyRunningTimeout);
         return delivered ? 0 : 1;
     }
+    installTranslations();
     applyLook();
     const std::unique_ptr<Transport> transport = tracedWhereAsked(program.makeTransport());
     MainWindow window(program.settings, *transport, program.organisation);

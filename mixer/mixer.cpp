@@ -152,6 +152,7 @@ void Mixer::showSelection()
 
 void Mixer::showAll()
 {
+    m_solo.forgetMutes();
     for (const StripView &view : m_context.view.strips) {
         m_fader.show(view.id);
         m_switches.show(view.id);

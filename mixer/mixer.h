@@ -52,7 +52,7 @@ public:
     /// and "Bypass" where the strips' levels stand. Nothing is stored or sent.
     void setBypassed(bool bypassed);
 
-    /// Puts the whole stored state on screen, the stored selection too.
+    /// Puts the whole stored state on screen, the stored selection too, however it came about.
     void showAll();
     /// @name Asking the device for the whole stored state
     ///@{

@@ -42,7 +42,7 @@ void OutputRule::assign(int output, int index)
 void OutputRule::setStereoBus(bool on)
 {
     showTwin(on);
-    m_device.set_send_stereobus(on);
+    sendStereoBus(on);
     m_settings.write(storage::stereoBus, on);
 }
 
@@ -56,7 +56,7 @@ void OutputRule::showTwin(bool on)
 void OutputRule::setTrueBypass(bool on)
 {
     m_enableMixer(!on);
-    m_device.set_truebypass(on);
+    sendTrueBypass(on);
     m_settings.write(storage::trueBypass, on);
 }
 
@@ -88,8 +88,28 @@ void OutputRule::sendAll()
 {
     for (int output = 1; output <= lineOutCount; ++output)
         assign(output, stored(output));
-    m_device.set_send_stereobus(m_settings.read(storage::stereoBus));
-    m_device.set_truebypass(m_settings.read(storage::trueBypass));
+    const bool bus = m_settings.read(storage::stereoBus);
+    if (m_sentStereoBus != bus) sendStereoBus(bus);
+    const bool bypass = m_settings.read(storage::trueBypass);
+    if (m_sentTrueBypass != bypass) sendTrueBypass(bypass);
+}
+
+void OutputRule::forgetSent()
+{
+    m_sentStereoBus.reset();
+    m_sentTrueBypass.reset();
+}
+
+void OutputRule::sendStereoBus(bool on)
+{
+    m_sentStereoBus = on;
+    m_device.set_send_stereobus(on);
+}
+
+void OutputRule::sendTrueBypass(bool on)
+{
+    m_sentTrueBypass = on;
+    m_device.set_truebypass(on);
 }
 
 } // namespace mixer

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 class QVXDevice;
 class Settings;
@@ -34,18 +35,25 @@ public:
     /// Puts the stored state on screen, and a stored bypass into force there. Sends and stores
     /// nothing.
     void showAll();
-    /// Asks the device for the stored state.
+    /// Asks the device for the stored state, so far as it has not been asked for already.
     void sendAll();
+    /// The device may hold anything: all is to be sent again.
+    void forgetSent();
 
 private:
     int stored(int output) const;
     void assign(int output, int index);
     void showTwin(bool on);
+    void sendStereoBus(bool on);
+    void sendTrueBypass(bool on);
 
     Settings &m_settings;
     QVXDevice &m_device;
     const OutputView &m_view;
     const std::function<void(bool)> m_enableMixer;
+    // The facade keeps no account of these two.
+    std::optional<bool> m_sentStereoBus;
+    std::optional<bool> m_sentTrueBypass;
 };
 
 } // namespace mixer

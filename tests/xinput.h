@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QPoint>
+#include <QSize>
 #include <QString>
 #include <QVector>
 
@@ -34,6 +35,18 @@ public:
         release();
     }
 
+    /// A key of the standard keyboard, as evdev numbers it plus 8.
+    enum Key : std::uint8_t { Digit1 = 10, Control = 37, Shift = 50 };
+
+    /// Presses the keys one after the other, and releases them.
+    void type(const QVector<Key> &chord)
+    {
+        for (const Key key : chord)
+            fake(XCB_KEY_PRESS, key);
+        for (const Key key : chord)
+            fake(XCB_KEY_RELEASE, key);
+    }
+
     /// The visible top-level window of a process with this title, 0 if there is none.
     xcb_window_t find(const QString &title, qint64 process)
     {
@@ -61,6 +74,12 @@ public:
             xcb_translate_coordinates_reply,
             xcb_translate_coordinates(m_connection, window, m_root, 0, 0));
         return reply ? QPoint(reply->dst_x, reply->dst_y) : QPoint();
+    }
+
+    QSize size(xcb_window_t window)
+    {
+        const auto reply = wait(xcb_get_geometry_reply, xcb_get_geometry(m_connection, window));
+        return reply ? QSize(reply->width, reply->height) : QSize();
     }
 
     /// Whether a is nearer to the eye than b.

@@ -19,6 +19,14 @@ StepControl::StepControl(Travel travel, QWidget *parent)
     setFocusPolicy(Qt::StrongFocus);
 }
 
+bool StepControl::event(QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
+        m_letGo = false;
+    if (event->type() == QEvent::MouseMove && m_letGo) return true;
+    return QLabel::event(event);
+}
+
 void StepControl::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Home) {

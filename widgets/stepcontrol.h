@@ -16,6 +16,9 @@ public:
 
     StepControl(Travel travel, QWidget *parent);
 
+    /// Ends a drag in the user's hand: the pointer's moves count again from the next press.
+    void letGo() { m_letGo = true; }
+
 signals:
     /// Wheel or key: move by this many positions, positive down (vertical) or right (horizontal).
     void stepped(int positions);
@@ -23,6 +26,7 @@ signals:
     void resetRequested();
 
 protected:
+    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
@@ -32,5 +36,6 @@ private:
 
     const int m_up;           ///< the step of one position upwards, -1 or 1
     const bool m_sideways;    ///< the left and right keys count
+    bool m_letGo = false;
     int m_wheelRemainder = 0; ///< eighths of a degree that did not make a whole position yet
 };

@@ -33,6 +33,9 @@ public:
     }
     QString traceFile() const { return m_folder.filePath("trace"_s); }
 
+    /// What the environment says of the user's language, as in "ja_JP.UTF-8"; C without it.
+    QString language = QStringLiteral("C");
+
     QProcessEnvironment environment() const
     {
         QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
@@ -41,6 +44,9 @@ public:
         all.insert("XDG_RUNTIME_DIR"_s, m_folder.filePath("run"_s));
         all.insert("TMPDIR"_s, m_folder.filePath("tmp"_s));
         all.insert("TAMBER_TRACE"_s, traceFile());
+        for (const QString &variable : {"LANG"_s, "LC_ALL"_s})
+            all.insert(variable, language);
+        all.remove("LANGUAGE"_s);
         return all;
     }
 

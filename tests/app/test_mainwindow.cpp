@@ -450,7 +450,8 @@ void TestMainWindow::storedStateAtTheStart()
                   "[Track5]\nFader_pos=170\nFader_value=banana\n"
                   "[Track5_6]\nFader_pos=144\nMute=true\n"
                   "[Track6]\nFader_pos=loud\nPan_pos=-1\n"
-                  "[Master]\nFader_pos=244\nFader_value=-96\nMute=true\n");
+                  "[Master]\nFader_pos=244\nFader_value=-96\nMute=true\n"
+                  "[Interface]\nAudioPeformanceIndex=7\n");
     const QByteArray file = bytesOf(panel.path);
 
     QCOMPARE(panel.find("faderKnob1"_s)->y(), 150);

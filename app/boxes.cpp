@@ -1,0 +1,79 @@
+#include "app/boxes.h"
+
+#include "app/constants.h"
+#include "app/helplinks.h"
+#include "app/language.h"
+
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QGridLayout>
+
+namespace {
+
+/// The texts that have a translation.
+class StartInformation
+{
+    Q_DECLARE_TR_FUNCTIONS(StartInformation)
+
+public:
+    static QString text(const QUrl &faqs)
+    {
+        const QString link = QStringLiteral("<a href=\"%1\">Tamber FAQS</a>").arg(faqs.toString());
+        //: %1 is a link to the answers
+        return tr("If noise occurs, ensure your computer's power option is set to 'High "
+                  "Performance.'<p>Also select the ASIO Driver type within your Audio Software for "
+                  "best performance.<p>Setup information and more FAQs are available on our "
+                  "website:<br>USA: %1")
+            .arg(link);
+    }
+    static QString neverAgain() { return tr("Do not show again"); }
+};
+
+QMessageBox *makeBox(QMessageBox::Icon icon, QWidget *parent, const QString &title)
+{
+    auto *box = new QMessageBox(parent);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setIcon(icon);
+    box->setWindowTitle(title);
+    return box;
+}
+
+} // namespace
+
+void boxes::askFirst(QWidget *parent, const QString &text, const std::function<void()> &accepted)
+{
+    QMessageBox *box =
+        makeBox(QMessageBox::Question, parent, QLatin1String(constants::windowTitle));
+    box->setText(text);
+    box->setInformativeText(QStringLiteral("Are you sure?"));
+    box->setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+    box->setDefaultButton(QMessageBox::Cancel);
+    QObject::connect(box, &QMessageBox::finished, parent, [accepted](int answer) {
+        if (answer == QMessageBox::Ok) accepted();
+    });
+    box->open();
+}
+
+void boxes::inform(QWidget *parent, const QString &text)
+{
+    QMessageBox *box =
+        makeBox(QMessageBox::Information, parent, QLatin1String(constants::windowTitle));
+    box->setText(text);
+    box->open();
+}
+
+void boxes::showStartInformation(QWidget *parent, const std::function<void()> &neverAgain)
+{
+    QMessageBox *box =
+        makeBox(QMessageBox::Information, parent, QStringLiteral("NORVEL Tamber Information"));
+    box->setTextFormat(Qt::RichText);
+    box->setText(StartInformation::text(helplinks::faqs(systemLanguage())));
+    box->setStandardButtons(QMessageBox::Ok);
+    // A button among the others, so that a tick closes the box too.
+    auto *tick = new QCheckBox(StartInformation::neverAgain());
+    box->addButton(tick, QMessageBox::AcceptRole);
+    QObject::connect(box, &QMessageBox::finished, parent, [tick, neverAgain] {
+        if (tick->isChecked()) neverAgain();
+    });
+    box->open();
+}

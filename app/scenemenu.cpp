@@ -1,0 +1,90 @@
+#include "app/scenemenu.h"
+
+#include "app/boxes.h"
+#include "storage/scenememories.h"
+#include "widgets/scenememorydialog.h"
+
+#include <QFontMetrics>
+
+namespace {
+
+constexpr int titleWidth = 240; // pixels; a longer name is cut in its title
+
+/// Slot 10 has the key 0.
+QString digit(int slot)
+{
+    return QString::number(slot % 10);
+}
+
+} // namespace
+
+SceneMenu::SceneMenu(SceneMemories &scenes, QWidget *window)
+    : QMenu(QStringLiteral("&SceneMemory"), window), m_scenes(scenes), m_window(window)
+{
+    for (int slot = 1; slot <= static_cast<int>(m_menus.size()); ++slot)
+        addScene(slot);
+    addSeparator();
+    QAction *all = addAction(QStringLiteral("&Initialize"), this, &SceneMenu::initialize);
+    all->setObjectName(QStringLiteral("actionInitialize_SceneMemory"));
+}
+
+void SceneMenu::addScene(int slot)
+{
+    QMenu *menu = addMenu(QString());
+    m_menus[static_cast<std::size_t>(slot - 1)] = menu;
+    showName(slot);
+    const auto add = [&](const char *text, const char *name, void (SceneMenu::*handler)(int)) {
+        QAction *action = menu->addAction(QLatin1String(text));
+        action->setObjectName(QLatin1String(name) + QString::number(slot));
+        connect(
+            action, &QAction::triggered, this, [this, handler, slot] { (this->*handler)(slot); });
+        return action;
+    };
+    add("&Save", "actionSave", &SceneMenu::save)
+        ->setShortcut(QStringLiteral("Ctrl+Shift+") + digit(slot));
+    add("&Load", "actionLoad", &SceneMenu::load)
+        ->setShortcut(QStringLiteral("Ctrl+") + digit(slot));
+    add("&Rename", "actionRename", &SceneMenu::rename);
+}
+
+void SceneMenu::showName(int slot)
+{
+    const QString name = m_scenes.name(slot);
+    QString title = fontMetrics().elidedText(name, Qt::ElideRight, titleWidth);
+    title.replace(QLatin1Char('&'), QStringLiteral("&&"));
+    m_menus[static_cast<std::size_t>(slot - 1)]->setTitle(title);
+}
+
+void SceneMenu::save(int slot)
+{
+    m_scenes.save(slot);
+}
+
+void SceneMenu::load(int slot)
+{
+    if (m_scenes.load(slot))
+        emit recalled();
+    else
+        boxes::inform(m_window, QStringLiteral("This scene memory does not exist."));
+}
+
+void SceneMenu::rename(int slot)
+{
+    auto *dialog = new SceneMemoryDialog(m_scenes.name(slot), m_window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog, slot] {
+        m_scenes.rename(slot, dialog->name());
+        showName(slot);
+    });
+    dialog->open();
+}
+
+void SceneMenu::initialize()
+{
+    boxes::askFirst(
+        m_window, QStringLiteral("This operation initializes ALL Scene Memories."), [this] {
+            m_scenes.initialize();
+            for (int slot = 1; slot <= static_cast<int>(m_menus.size()); ++slot)
+                showName(slot);
+        });
+}

@@ -1,0 +1,315 @@
+#include "app/program.h"
+#include "tests/app/drivendemo.h"
+#include "tests/app/gestures.h"
+#include "widgets/dialcontrol.h"
+#include "widgets/fader.h"
+#include "widgets/pancontrol.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStackedWidget>
+
+/// Scenes, saved and loaded by the panel's own menu: settings file, widgets and device agree.
+class TestScenes : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { applyLook(); }
+    void loadBringsAllBack();
+    void loadSendsDifferencesOnly();
+    void loadInTheMiddle_data();
+    void loadInTheMiddle();
+    void emptySlot();
+    void names();
+    void initializeMemory();
+    void realDemo();
+};
+
+namespace {
+
+constexpr int patience = 30000 * slowness;
+
+/// A session in which many things differ from the defaults.
+constexpr char session[] =
+    "[Panel]\nMainWindowPanel=0\n"
+    "[Track1]\nFader_pos=187\nFader_value=-16\nMute=true\nName=Kick\nPhase=true\n"
+    "[Track1_2_L]\nPhase=true\n"
+    "[Track3]\nPan_pos=4\nPan_value=L80\nEq=true\nEqLowGainPos=127\nEqLowGainValue=12\n"
+    "[Track5_6]\nLink=true\nFader_pos=200\nFader_value=-23\nComp=true\nSelect=true\n"
+    "[Track9]\nSolo=true\n[Track10]\nMute=true\n"
+    "[Master]\nFader_pos=170\nFader_value=-8\n"
+    "[LineOutSettings]\nLineOut3=1\nLineOut4=9\n"
+    "[Misc]\nComputerOutToStereoBus=false\n";
+
+/// What the window shows, line by line: positions, texts and what is on.
+QStringList shown(const Panel &panel)
+{
+    QStringList lines;
+    for (const auto *control : panel.window.findChildren<StepControl *>())
+        lines += control->objectName() + " %1 "_s.arg(control->x()) + control->accessibleName() +
+                 " %1"_s.arg(control->y());
+    for (const auto *button : panel.window.findChildren<QAbstractButton *>())
+        if (button->isCheckable())
+            lines +=
+                button->objectName() + " %1 %2"_s.arg(button->isChecked()).arg(button->isEnabled());
+    for (const auto *list : panel.window.findChildren<QComboBox *>())
+        lines += list->objectName() + list->currentText();
+    for (const auto *edit : panel.window.findChildren<QLineEdit *>())
+        lines += edit->objectName() + edit->text();
+    for (const auto *pages : panel.window.findChildren<QStackedWidget *>())
+        lines += pages->objectName() + QString::number(pages->currentIndex());
+    lines.sort();
+    return lines;
+}
+
+void trigger(const Panel &panel, const QString &action)
+{
+    panel.find<QAction>(action)->trigger();
+}
+
+/// Moves every control of the panel that can be moved, so that none is what it was.
+void wreck(const Panel &panel)
+{
+    for (auto *knob : panel.window.findChildren<StepControl *>())
+        if (knob->isEnabled()) emit knob->stepped(7);
+    for (auto *button : panel.window.findChildren<QAbstractButton *>()) {
+        const bool links = button->objectName().startsWith("pB_Link"_s);
+        if (button->isEnabled() && (button->isCheckable() || links) && !button->isHidden())
+            button->click();
+    }
+    for (auto *list : panel.window.findChildren<QComboBox *>())
+        list->setCurrentIndex((list->currentIndex() + 3) % list->count());
+    for (auto *edit : panel.window.findChildren<QLineEdit *>())
+        if (edit->isEnabled()) QTest::keyClicks(edit, "x"_s);
+}
+
+bool agrees(const Panel &panel, const simulator::MixerState &wanted)
+{
+    return QTest::qWaitFor([&] { return panel.tamber.state() == wanted; }, patience);
+}
+
+/// The device's state when nothing more is sent.
+simulator::MixerState settledState(const Panel &panel)
+{
+    int sent = -1;
+    int before = 0;
+    while (sent != before) {
+        before = sent;
+        QTest::qWait(700 * slowness);
+        sent = parametersSent(panel.tracePath()).size() + sectionsSent(panel.tracePath()).size();
+    }
+    return panel.tamber.state();
+}
+
+} // namespace
+
+void TestScenes::loadBringsAllBack()
+{
+    Panel panel("scenes", session);
+    const simulator::MixerState state = settledState(panel);
+    const QStringList window = shown(panel);
+    trigger(panel, "actionSave3"_s);
+    const IniContent saved = panel.file();
+    wreck(panel);
+    QVERIFY(settledState(panel) != state);
+    QVERIFY(shown(panel) != window);
+    QVERIFY(panel.file() != saved);
+    trigger(panel, "actionLoad3"_s);
+    QCOMPARE(shown(panel), window);
+    QCOMPARE(panel.file(), saved);
+    QVERIFY(agrees(panel, state));
+}
+
+/// Neither what the device has already nor anything twice.
+void TestScenes::loadSendsDifferencesOnly()
+{
+    Panel panel("difference", session);
+    settledState(panel);
+    trigger(panel, "actionSave1"_s);
+    panel.find<QAbstractButton>("pB_Mute4"_s)->click();
+    emit panel.find<fader>("faderKnob7"_s)->stepped(20);
+    settledState(panel);
+    const auto sets = [&] {
+        QList<QByteArray> messages;
+        for (const TraceLine &line : readTrace(panel.tracePath())) {
+            const auto sets = [&](const char *tag) { return line.item(tag) >= 0; };
+            const bool section = sets("51") || sets("91") || sets("44") || sets("45");
+            if (line.setsParameter() || (line.what == "out" && section) ||
+                line.bytes.contains("43 01 00"))
+                messages += line.bytes;
+        }
+        return messages;
+    };
+    const int before = sets().size();
+    trigger(panel, "actionLoad1"_s);
+    QVERIFY(QTest::qWaitFor([&] { return sets().size() >= before + 2; }, patience));
+    QTest::qWait(1500);
+    QCOMPARE(
+        sets().mid(before),
+        (QList<QByteArray>{
+            "61 02 04 62 02 07 81 02 00 00 00", "61 02 04 62 02 04 83 02 00 00 00"}));
+}
+
+void TestScenes::loadInTheMiddle_data()
+{
+    QTest::addColumn<QString>("of");
+    for (const char *of : {"a drag", "being unplugged", "true bypass", "a solo", "a full send"})
+        QTest::newRow(of) << QString::fromLatin1(of);
+}
+
+void TestScenes::loadInTheMiddle()
+{
+    QFETCH(QString, of);
+    Panel panel("middle", session);
+    panel.window.show();
+    const simulator::MixerState state = settledState(panel);
+    const QStringList window = shown(panel);
+    trigger(panel, "actionSave10"_s);
+    const IniContent saved = panel.file();
+
+    QWidget *knob = panel.find("faderKnob11"_s);
+    QPoint at = knob->mapToGlobal(QPoint(5, 5));
+    if (of == "a drag"_s) {
+        sendMouse(knob, QEvent::MouseButtonPress, at);
+        sendMouse(knob, QEvent::MouseMove, at += QPoint(0, 20));
+    } else if (of == "being unplugged"_s) {
+        panel.tamber.setPlugged(false);
+        QTest::qWait(500);
+        wreck(panel);
+    } else if (of == "true bypass"_s) {
+        panel.find<QAbstractButton>("rB_MixerTrueBypass_on"_s)->click();
+    } else if (of == "a solo"_s) {
+        panel.find<QAbstractButton>("pB_Solo9"_s)->click();
+        panel.find<QAbstractButton>("pB_Solo2"_s)->click();
+    } else {
+        panel.tamber.setPlugged(false);
+        QTest::qWait(500);
+        panel.tamber.setPlugged(true);
+        QTest::qWait(600);
+        wreck(panel);
+    }
+    trigger(panel, "actionLoad10"_s);
+    if (of == "a drag"_s) {
+        sendMouse(knob, QEvent::MouseMove, at += QPoint(0, 20));
+        sendMouse(knob, QEvent::MouseButtonRelease, at);
+    }
+    panel.tamber.setPlugged(true);
+    QVERIFY(agrees(panel, state));
+    QCOMPARE(shown(panel), window);
+    QCOMPARE(panel.file(), saved);
+    QVERIFY(settledState(panel) == state);
+}
+
+void TestScenes::emptySlot()
+{
+    Panel panel("empty", session);
+    const QStringList window = shown(panel);
+    const IniContent before = panel.file();
+    trigger(panel, "actionLoad7"_s);
+    auto *box = panel.window.findChild<QMessageBox *>();
+    QVERIFY(box);
+    QCOMPARE(box->text(), "This scene memory does not exist."_s);
+    box->button(QMessageBox::Ok)->click();
+    QCOMPARE(shown(panel), window);
+    QCOMPARE(panel.file(), before);
+}
+
+void TestScenes::names()
+{
+    const QString odd = QString(300, QLatin1Char('W')) + " / \"Tom & Jerry\""_s;
+    {
+        Panel panel("names", session);
+        trigger(panel, "actionRename2"_s);
+        auto *dialog = panel.window.findChild<QDialog *>();
+        QVERIFY(dialog);
+        dialog->findChild<QLineEdit *>()->setText(odd);
+        dialog->accept();
+    }
+    Panel panel("names", session);
+    QMenu *menu = nullptr;
+    for (QMenu *each : panel.window.findChildren<QMenu *>())
+        if (each->actions().contains(panel.find<QAction>("actionSave2"_s))) menu = each;
+    QVERIFY(menu->title().startsWith("WWW"_s));
+    QVERIFY(menu->title().size() < 60);
+    trigger(panel, "actionRename2"_s);
+    QCOMPARE(panel.window.findChild<QDialog *>()->findChild<QLineEdit *>()->text(), odd);
+    panel.window.findChild<QDialog *>()->reject();
+
+    trigger(panel, "actionSave2"_s);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    trigger(panel, "actionInitialize_SceneMemory"_s);
+    const IniContent before = panel.file();
+    panel.window.findChild<QMessageBox *>()->button(QMessageBox::Ok)->click();
+    QCOMPARE(menu->title(), "SceneMemory2"_s);
+    QCOMPARE(panel.file(), before);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    trigger(panel, "actionLoad2"_s);
+    QVERIFY(panel.window.findChild<QMessageBox *>());
+}
+
+void TestScenes::initializeMemory()
+{
+    Panel fresh("fresh", "");
+    const simulator::MixerState state = settledState(fresh);
+    const QStringList window = shown(fresh);
+
+    Panel panel("initialize", session);
+    settledState(panel);
+    wreck(panel);
+    for (const auto answer : {QMessageBox::Cancel, QMessageBox::Ok}) {
+        const IniContent before = panel.file();
+        trigger(panel, "actionInitialize_Memory"_s);
+        auto *box = panel.window.findChild<QMessageBox *>();
+        QCOMPARE(box->defaultButton()->text().remove(QLatin1Char('&')), "Cancel"_s);
+        box->button(answer)->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        if (answer == QMessageBox::Cancel) QCOMPARE(panel.file(), before);
+    }
+    QCOMPARE(shown(panel), window);
+    QCOMPARE(panel.file(), (IniContent{{"Misc/Information_Dialog"_s, "false"_s}}));
+    QVERIFY(agrees(panel, state));
+}
+
+/// The program as users have it, with pointer and keyboard.
+void TestScenes::realDemo()
+{
+    DrivenDemo demo;
+    QVERIFY(demo.isReady());
+    const auto alter = [&] {
+        demo.click("pB_Analog3"_s);
+        for (const int number : {1, 4, 9, 16})
+            demo.drag("faderKnob%1"_s.arg(number), 3 * number);
+        for (const QString &knob : {"lowGainKnob"_s, "highFreqKnob"_s, "ratioKnob"_s})
+            demo.drag(knob, -20);
+        demo.drag("panKnob8"_s, -9);
+        for (const QString &button : {"pB_EQ3"_s, "pB_Comp3"_s, "pB_LowCut"_s, "pB_Phase12"_s})
+            demo.click(button);
+        demo.click("pB_Solo14"_s);
+    };
+    alter();
+    QVERIFY(demo.settled());
+    const simulator::MixerState state = demo.deviceState();
+    const QString scene = QFileInfo(demo.home.settingsFile()).dir().filePath("Tamber_sm1.ini"_s);
+    demo.display.type({XDisplay::Control, XDisplay::Shift, XDisplay::Digit1});
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(scene), patience);
+    const QByteArray saved = bytesOf(scene);
+    alter();
+    demo.click("pB_LinkOn3_4"_s);
+    demo.click("pB_masterMute"_s);
+    QVERIFY(demo.settled());
+    QVERIFY(demo.deviceState() != state);
+    demo.display.type({XDisplay::Control, XDisplay::Digit1});
+    QTRY_COMPARE_WITH_TIMEOUT(bytesOf(demo.home.settingsFile()), saved, patience);
+    QVERIFY(demo.settled());
+    QVERIFY(demo.deviceState() == state);
+    QVERIFY(demo.fileState() == state);
+}
+
+QTEST_MAIN(TestScenes)
+#include "test_scenes.moc"

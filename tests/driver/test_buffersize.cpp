@@ -1,0 +1,155 @@
+#include "app/constants.h"
+#include "driver/buffersize.h"
+#include "driver/buffersizerule.h"
+#include "storage/settings.h"
+#include "tests/inifile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QtTest>
+
+#include <memory>
+
+using namespace driver;
+
+/// The steps of the buffer size, and the slider with its label on a driver's store.
+class TestBufferSize : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void steps();
+    void storeOfTheDriver();
+    void loads_data();
+    void loads();
+    void othersChangeTheStore();
+};
+
+namespace {
+
+constexpr char organisation[] = "TestDriver";
+
+QString storePath()
+{
+    const QSettings store(QLatin1String(organisation), QLatin1String(constants::applicationName));
+    return store.fileName();
+}
+
+/// Puts a line into the driver's group, as somebody else would.
+void putLine(const QByteArray &line)
+{
+    QDir().mkpath(QFileInfo(storePath()).path());
+    QFile file(storePath());
+    file.open(QIODevice::WriteOnly);
+    file.write("[ASIODRIVER]\nother=kept\n" + line + "\n");
+}
+
+QString storedFrames()
+{
+    return readIni(storePath()).value("ASIODRIVER/blockFrames"_s);
+}
+
+/// The controls of the page, the rule and the panel's settings.
+struct Desk
+{
+    Settings settings{organisation, "panel"};
+    QSlider slider;
+    QLabel label;
+    BufferSizeRule rule{settings, QLatin1String(organisation), &slider, &label};
+
+    Desk() { slider.setRange(0, bufferStepCount - 1); }
+    /// "step, label, stored frames, stored step"
+    QString state()
+    {
+        settings.flush();
+        const QString step = readIni(settings.fileName()).value("Interface/AudioPeformanceIndex"_s);
+        return "%1,%2,%3,%4"_s.arg(slider.value()).arg(label.text(), storedFrames(), step);
+    }
+};
+
+} // namespace
+
+void TestBufferSize::steps()
+{
+    QStringList lines;
+    for (int step = -1; step <= 11; ++step)
+        lines += "%1|%2"_s.arg(bufferFrames(step)).arg(bufferLabel(step));
+    const QStringList expected = {
+        "512| 512 Samples"_s, "4|  4 Samples"_s,    "8|  8 Samples"_s,     "16|  16 Samples"_s,
+        "24|  24 Samples"_s,  "32|  32 Samples"_s,  "64|  64 Samples"_s,   "128| 128 Samples"_s,
+        "256| 256 Samples"_s, "512| 512 Samples"_s, "1024|1024 Samples"_s, "2048|2048 Samples"_s,
+        "512| 512 Samples"_s};
+    QCOMPARE(lines, expected);
+    for (int step = 0; step < bufferStepCount; ++step)
+        QCOMPARE(bufferStep(bufferFrames(step)), step);
+}
+
+/// The group of the native store is, on Windows, the key in which the driver looks.
+void TestBufferSize::storeOfTheDriver()
+{
+    const QString key = "HKEY_CURRENT_USER\\Software\\%1\\%2\\ASIODRIVER"_s.arg(
+        QLatin1String(constants::organisation), QLatin1String(constants::applicationName));
+    QCOMPARE(QLatin1String(constants::driverSettingsKey), key);
+}
+
+void TestBufferSize::loads_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<QString>("state");
+    const QString defaults = "7, 256 Samples,256,7"_s;
+    QTest::newRow("nothing") << QByteArray() << defaults;
+    QTest::newRow("a size") << QByteArray("blockFrames=2048") << "10,2048 Samples,2048,10"_s;
+    QTest::newRow("16 bits") << QByteArray("blockFrames=65540") << "0,  4 Samples,4,0"_s;
+    QTest::newRow("negative") << QByteArray("blockFrames=-65024") << "8, 512 Samples,512,8"_s;
+    QTest::newRow("unknown size") << QByteArray("blockFrames=100") << defaults;
+    QTest::newRow("quoted") << QByteArray("blockFrames=\"512\"") << "8, 512 Samples,512,8"_s;
+    QTest::newRow("no number") << QByteArray("blockFrames=much") << defaults;
+    QTest::newRow("empty") << QByteArray("blockFrames=") << defaults;
+    QTest::newRow("a list") << QByteArray("blockFrames=512, 64") << defaults;
+}
+
+/// Whatever is stored, the slider, the label and both stores agree afterwards.
+void TestBufferSize::loads()
+{
+    QFETCH(QByteArray, line);
+    QFETCH(QString, state);
+    putLine(line);
+    Desk desk;
+    desk.slider.setValue(7);
+    const QSignalSpy changed(&desk.slider, &QSlider::valueChanged);
+    desk.rule.load();
+    QCOMPARE(desk.state(), state);
+    QCOMPARE(changed.count(), 0); // nobody has moved it
+    QCOMPARE(desk.slider.pageStep(), 1);
+    QCOMPARE(readIni(storePath()).value("ASIODRIVER/other"_s), "kept"_s);
+
+    // The next load finds all as it should be, and writes nothing.
+    const QByteArray settled = bytesOf(storePath()) + "\n";
+    QFile store(storePath());
+    QVERIFY(store.open(QIODevice::Append) && store.write("\n") == 1);
+    store.close();
+    desk.rule.load();
+    QCOMPARE(bytesOf(storePath()), settled);
+    QCOMPARE(desk.state(), state);
+}
+
+/// Each load reads what lies there by then, also while the store is open elsewhere in the program.
+void TestBufferSize::othersChangeTheStore()
+{
+    const QSettings open(QLatin1String(organisation), QLatin1String(constants::applicationName));
+    Desk desk;
+    desk.rule.changed(7);
+    for (const int frames : {512, 128, 1024}) {
+        putLine("blockFrames=" + QByteArray::number(frames));
+        desk.rule.load();
+        QCOMPARE(bufferFrames(desk.slider.value()), frames);
+    }
+}
+
+QTEST_MAIN(TestBufferSize)
+
+#include "test_buffersize.moc"
