@@ -19,6 +19,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <malloc.h>
 #include <unistd.h>
 #include <vector>
 
@@ -40,6 +41,7 @@ int rounds()
 struct Holdings
 {
     double memory;      ///< resident, in megabytes of 1024 x 1024 bytes
+    double heap;        ///< in use on the heap, the same; without what is free between its pieces
     double threads;     ///< running
     double descriptors; ///< open
 
@@ -51,7 +53,8 @@ struct Holdings
         pages.close();
         return {
             resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024 * 1024),
-            entries("/proc/self/task"_s), entries("/proc/self/fd"_s)};
+            static_cast<double>(mallinfo2().uordblks) / (1024 * 1024), entries("/proc/self/task"_s),
+            entries("/proc/self/fd"_s)};
     }
 
 private:
@@ -259,6 +262,7 @@ void benchReplug()
     report::figure("changes meanwhile that changed nothing"_s, replugging.idleChanges(), QString());
     reportTimes(replugging.times());
     const QString since = " since round %1"_s.arg(warm);
+    report::against("heap in use, growth"_s + since, after.heap - before.heap, 0.25, "MB"_s);
     report::against("resident memory, growth"_s + since, after.memory - before.memory, 1, "MB"_s);
     report::against(
         "threads; limit: those after round %1"_s.arg(warm), after.threads, before.threads,
