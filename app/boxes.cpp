@@ -69,6 +69,7 @@ void boxes::showStartInformation(QWidget *parent, const std::function<void()> &n
     box->setTextFormat(Qt::RichText);
     box->setText(StartInformation::text(helplinks::faqs(systemLanguage())));
     box->setStandardButtons(QMessageBox::Ok);
+    box->setEscapeButton(QMessageBox::Ok); // two buttons accept
     // A button among the others, so that a tick closes the box too.
     auto *tick = new QCheckBox(StartInformation::neverAgain());
     box->addButton(tick, QMessageBox::AcceptRole);

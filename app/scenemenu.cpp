@@ -10,10 +10,11 @@ namespace {
 
 constexpr int titleWidth = 240; // pixels; a longer name is cut in its title
 
-/// Slot 10 has the key 0.
-QString digit(int slot)
+/// Function keys: where a keyboard has its digits behind Shift, the key of a digit would be another
+/// one's with Shift, and saving would be loading.
+QString functionKey(int slot)
 {
-    return QString::number(slot % 10);
+    return QStringLiteral("F%1").arg(slot);
 }
 
 } // namespace
@@ -41,9 +42,9 @@ void SceneMenu::addScene(int slot)
         return action;
     };
     add("&Save", "actionSave", &SceneMenu::save)
-        ->setShortcut(QStringLiteral("Ctrl+Shift+") + digit(slot));
+        ->setShortcut(QStringLiteral("Ctrl+Shift+") + functionKey(slot));
     add("&Load", "actionLoad", &SceneMenu::load)
-        ->setShortcut(QStringLiteral("Ctrl+") + digit(slot));
+        ->setShortcut(QStringLiteral("Ctrl+") + functionKey(slot));
     add("&Rename", "actionRename", &SceneMenu::rename);
 }
 

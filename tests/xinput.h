@@ -36,7 +36,7 @@ public:
     }
 
     /// A key of the standard keyboard, as evdev numbers it plus 8.
-    enum Key : std::uint8_t { Digit1 = 10, Control = 37, Shift = 50 };
+    enum Key : std::uint8_t { Control = 37, Shift = 50, F1 = 67 };
 
     /// Presses the keys one after the other, and releases them.
     void type(const QVector<Key> &chord)

@@ -6,12 +6,19 @@
 #include <QMessageBox>
 #include <QVBoxLayout>
 
+namespace {
+
+constexpr int nameWidth = 320; // pixels at least
+
+} // namespace
+
 SceneMemoryDialog::SceneMemoryDialog(const QString &name, QWidget *parent)
     : QDialog(parent), m_name(new QLineEdit(name))
 {
     setWindowTitle(QStringLiteral("Rename the SceneMemory"));
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     m_name->setObjectName(QStringLiteral("lineEdit_SceneName"));
+    m_name->setMinimumWidth(nameWidth);
     m_name->selectAll();
 
     auto *prompt = new QLabel(QStringLiteral("Enter the name of this SceneMemory:"));

@@ -296,7 +296,7 @@ void TestScenes::realDemo()
     QVERIFY(demo.settled());
     const simulator::MixerState state = demo.deviceState();
     const QString scene = QFileInfo(demo.home.settingsFile()).dir().filePath("Tamber_sm1.ini"_s);
-    demo.display.type({XDisplay::Control, XDisplay::Shift, XDisplay::Digit1});
+    demo.display.type({XDisplay::Control, XDisplay::Shift, XDisplay::F1});
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(scene), patience);
     const QByteArray saved = bytesOf(scene);
     alter();
@@ -304,7 +304,7 @@ void TestScenes::realDemo()
     demo.click("pB_masterMute"_s);
     QVERIFY(demo.settled());
     QVERIFY(demo.deviceState() != state);
-    demo.display.type({XDisplay::Control, XDisplay::Digit1});
+    demo.display.type({XDisplay::Control, XDisplay::F1});
     QTRY_COMPARE_WITH_TIMEOUT(bytesOf(demo.home.settingsFile()), saved, patience);
     QVERIFY(demo.settled());
     QVERIFY(demo.deviceState() == state);

@@ -56,6 +56,14 @@ void TestWindow::menus()
 void TestWindow::startInformation()
 {
     Panel("start", "").settings.write(storage::informationSeen, false);
+    {
+        Panel escaped("start");
+        QMessageBox *box = nullptr;
+        QTRY_VERIFY((box = escaped.window.findChild<QMessageBox *>()) != nullptr);
+        QTest::keyClick(box, Qt::Key_Escape);
+        QVERIFY(!box->isVisible());
+        QVERIFY(!escaped.settings.read(storage::informationSeen));
+    }
     for (const bool ticked : {false, true}) {
         Panel started("start");
         started.window.show();
