@@ -37,6 +37,10 @@ constexpr int alreadyRunningTimeout = 5000;
 constexpr char website[] = "https://www.norvel.example";
 constexpr char websiteJapan[] = "https://www.norvel.example/jp";
 
+/// Where the update information is, unless the settings name another address.
+constexpr char updateInformation[] =
+    "https://update.norvel.example/download/fw/tamber/Tamber_UpdateInformation.json";
+
 /// Title of the main window.
 constexpr char windowTitle[] = "NORVEL Tamber Settings Panel";
 

@@ -29,15 +29,6 @@ QString noDevice()
     return QStringLiteral("No Device");
 }
 
-/// "1.02 0034" for version 102 and build 34.
-QString versionText(int version, int build)
-{
-    return QStringLiteral("%1.%2 %3")
-        .arg(version / 100)
-        .arg(version % 100, 2, 10, QLatin1Char('0'))
-        .arg(build, 4, 10, QLatin1Char('0'));
-}
-
 QLabel *makeLabel(const QString &text, const char *role)
 {
     auto *label = new QLabel(text);
@@ -113,6 +104,19 @@ QLayout *makeScale()
 
 } // namespace
 
+QString firmwareVersion(QVXDevice &device)
+{
+    std::uint16_t version = 0;
+    std::uint16_t build = 0;
+    device.get_version(version);
+    device.get_build(build);
+    if (!device.is_selected() || version == 0) return QString();
+    return QStringLiteral("%1.%2 %3")
+        .arg(version / 100)
+        .arg(version % 100, 2, 10, QLatin1Char('0'))
+        .arg(build, 4, 10, QLatin1Char('0'));
+}
+
 InterfacePage::InterfacePage(QWidget *parent) : QWidget(parent), m_bufferSlider(makeSlider())
 {
     makeValues();
@@ -172,16 +176,13 @@ QWidget *InterfacePage::buildAudioDriver()
 
 void InterfacePage::refresh(QVXDevice &device, bool trueBypass)
 {
-    std::uint16_t version = 0;
-    std::uint16_t build = 0;
     std::uint32_t rate = 0;
     QString name;
-    device.get_version(version);
-    device.get_build(build);
+    const QString firmware = firmwareVersion(device);
     device.get_sample_rate(rate);
     device.get_product_name(name);
     const bool present = device.is_selected();
-    m_firmware->setText(present && version != 0 ? versionText(version, build) : noDevice());
+    m_firmware->setText(firmware.isEmpty() ? noDevice() : firmware);
     m_sampleRate->setText(present && rate != 0 ? driver::sampleRateText(rate) : noDevice());
     // A name that was forgotten, and is being asked for anew, is still on screen.
     if (!present || !name.isEmpty()) m_device->setText(present ? name : noDevice());

@@ -8,6 +8,10 @@ class QLabel;
 class QSlider;
 class QVXDevice;
 
+/// The firmware of the device, "1.02 0034" for version 102 and build 34, as it was read last; asks
+/// anew. "" without a device.
+QString firmwareVersion(QVXDevice &device);
+
 /// The Interface page: the buffer size of the audio driver, and what the panel and the device are.
 /// The page shows; what its slider does is up to the window. GUI thread only.
 class InterfacePage : public QWidget

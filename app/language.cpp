@@ -11,7 +11,7 @@ QLocale systemLanguage()
 void installTranslations(const QLocale &language)
 {
     // One file a room: the panel's own texts exist in fewer languages than the updates'.
-    for (const char *room : {"panel"}) {
+    for (const char *room : {"panel", "update"}) {
         auto *translator = new QTranslator(qApp);
         if (translator->load(
                 language, QLatin1String(room), QStringLiteral("_"),

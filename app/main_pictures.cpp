@@ -113,6 +113,8 @@ int renderPages(const QString &folder, const QString &suffix)
     Settings settings(constants::demoOrganisation, constants::settingsFile);
     writeSession(settings);
     writeSection(settings, mixer::track(11));
+    settings.write(storage::informationSeen, true);
+    settings.write(storage::updateAddress, QStringLiteral("http://127.0.0.1:9/"));
     MainWindow window(settings, transport, constants::demoOrganisation);
     window.show();
     settle(2500);

@@ -11,6 +11,7 @@
 #include "app/productinformation.h"
 #include "app/scenemenu.h"
 #include "storage/settings.h"
+#include "update/updateinformation.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
@@ -46,6 +47,9 @@ QAction *addNamed(QMenu *menu, const QString &text, const QString &name)
     action->setObjectName(name);
     return action;
 }
+
+/// After the window was shown, in milliseconds.
+constexpr int updateDelay = 500;
 
 QSettings geometryStore(const QString &organisation)
 {
@@ -90,6 +94,7 @@ MainWindow::MainWindow(
     m_fullSend.start();
     restorePage();
     offerStartInformation();
+    startUpdateChecker();
 }
 
 MainWindow::~MainWindow()
@@ -138,6 +143,9 @@ void MainWindow::buildHelpMenu()
         openWebPage(helplinks::productTop(systemLanguage()));
     });
     help->addSeparator();
+    m_update = addNamed(help, QStringLiteral("&Update"), QStringLiteral("actionUpdate"));
+    m_update->setToolTip(QStringLiteral("Look for newer versions"));
+    connect(m_update, &QAction::triggered, this, [this] { m_updates->checkOnDemand(); });
     addNamed(
         help, QStringLiteral("&Product Information"), QStringLiteral("actionProduct_Information"));
 }
@@ -311,6 +319,7 @@ void MainWindow::status()
 void MainWindow::timerInterrupt_1000ms()
 {
     refreshInterfacePage();
+    m_update->setEnabled(!m_updates->isBusy());
     status();
 }
 
@@ -390,17 +399,37 @@ void MainWindow::offerStartInformation()
     QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
 }
 
+void MainWindow::startUpdateChecker()
+{
+    m_updates = new UpdateInformation(
+        m_settings,
+        {systemLanguage(), QLatin1String(constants::softwareVersion),
+         [this] { return firmwareVersion(m_device); }},
+        this);
+    // The window comes first.
+    QTimer::singleShot(updateDelay, m_updates, &UpdateInformation::checkQuietly);
+}
+
 void MainWindow::restorePage()
 {
     // A stored index that is no page, as on a first start, leaves the page as it is.
     m_pages->setCurrentIndex(m_settings.read(storage::windowPage));
+    focusPage();
     refreshInterfacePage();
     m_bufferSize.load();
+}
+
+/// Else a button that leads to another page would have the focus, or get it from one that is
+/// hidden.
+void MainWindow::focusPage()
+{
+    m_pages->currentWidget()->setFocus();
 }
 
 void MainWindow::openPage(Page page)
 {
     m_pages->setCurrentIndex(static_cast<int>(page));
+    focusPage();
     if (page == Page::Interface) {
         refreshInterfacePage();
         m_bufferSize.load();

@@ -22,6 +22,7 @@ class OutputPage;
 class ProductInformation;
 class QStackedWidget;
 class Settings;
+class UpdateInformation;
 
 /// The program's window: the frame, the pages and the strips' slots. It owns the device facade and
 /// the rules of the mixer, and is the only class that knows all rooms. GUI thread only.
@@ -60,7 +61,8 @@ public slots:
     /// Shows or hides the notice that no device answers.
     void status();
 
-    /// Refreshes what the window says of the device, and whether it answers.
+    /// Refreshes what the window says of the device, whether it answers, and whether updates can be
+    /// looked for.
     void timerInterrupt_1000ms();
     void timerInterrupt_100ms() { m_mixer.tick(); }
     void timerInterrupt_10ms() { m_mixer.section().repaintMarked(); }
@@ -103,7 +105,9 @@ private:
     void applySettings();
     void openWebPage(const QUrl &page);
     void offerStartInformation();
+    void startUpdateChecker();
     void restorePage();
+    void focusPage();
     void openPage(Page page);
 
     Settings &m_settings;
@@ -115,10 +119,12 @@ private:
     QLabel *m_notice;
     QPointer<QMessageBox> m_disconnectedBox;
     QPointer<ProductInformation> m_productInformation;
+    QAction *m_update;
     SceneMemories m_scenes;
     QVXDevice m_device;
     mixer::Mixer m_mixer;
     mixer::OutputRule m_output;
     mixer::FullSend m_fullSend;
+    UpdateInformation *m_updates = nullptr;
     driver::BufferSizeRule m_bufferSize;
 };

@@ -5,11 +5,13 @@
 #include "app/mainwindow.h"
 #include "app/qtsingleapplication.h"
 #include "device/tracetransport.h"
+#include "widgets/displaycolours.h"
 #include "widgets/sharppixmap.h"
 
 #include <QFile>
 #include <QFont>
 #include <QIcon>
+#include <QPalette>
 #include <QScreen>
 #include <QStyleFactory>
 #include <QTimer>
@@ -21,6 +23,10 @@ void applyLook()
     font.setFamilies({QStringLiteral("Segoe UI"), QStringLiteral("DejaVu Sans")});
     font.setPixelSize(12);
     QApplication::setFont(font);
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::Link, displaycolours::inCircuit); // no style sheet reaches links
+    palette.setColor(QPalette::LinkVisited, displaycolours::inCircuit);
+    QApplication::setPalette(palette);
     QFile sheet(QStringLiteral(":/Resource/panel.qss"));
     if (sheet.open(QIODevice::ReadOnly)) qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
     QApplication::setWindowIcon(QIcon(sharpPixmap(QStringLiteral(":/Resource/track/tamber.png"))));
@@ -35,7 +41,9 @@ constexpr int companionDelay = 200;
 QRect placeBeside(const QRect &panel, const QRect &screen, const QSize &size)
 {
     constexpr int gap = 8;
+    // Of equal ones the first: below the menus, and beside the boxes in the panel's middle.
     const QPoint corners[] = {
+        {panel.right() + gap, panel.bottom() - size.height()},
         {panel.right() + gap, panel.top()},
         {panel.left(), panel.bottom() + gap},
         {panel.left() - gap - size.width(), panel.top()},

@@ -90,6 +90,7 @@ void benchDrag()
     simulator::SimulatedTransport transport(tamber);
     Settings settings(constants::demoOrganisation, constants::settingsFile);
     fill(settings);
+    leaveAlone(settings);
     MainWindow window(settings, transport, constants::demoOrganisation);
     window.show();
     runEvents(2000);

@@ -147,6 +147,7 @@ public:
     Replugging() : m_settings(constants::demoOrganisation, settingsName), m_transport(m_tamber)
     {
         storeVariety(m_settings);
+        leaveAlone(m_settings);
         m_window =
             std::make_unique<MainWindow>(m_settings, m_transport, constants::demoOrganisation);
         m_musician = std::make_unique<Musician>(*m_window);

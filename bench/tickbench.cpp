@@ -66,6 +66,7 @@ void benchTick()
     simulator::SimulatedTamber tamber(clock);
     RestlessTransport transport(tamber);
     Settings settings(constants::demoOrganisation, "Tamber_Tick");
+    leaveAlone(settings);
     MainWindow window(settings, transport, constants::demoOrganisation);
     window.show();
     runEvents(3000);
@@ -83,6 +84,7 @@ void benchMuteDuringFullSend()
     simulator::SimulatedTamber tamber(clock);
     simulator::SimulatedTransport transport(tamber);
     Settings settings(constants::demoOrganisation, "Tamber_Mute");
+    leaveAlone(settings);
     MainWindow window(settings, transport, constants::demoOrganisation);
     auto *mute = window.findChild<QPushButton *>(QStringLiteral("pB_Mute16"));
     std::array<double, clicks> times;

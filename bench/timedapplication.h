@@ -1,5 +1,7 @@
 #pragma once
 
+#include "storage/settings.h"
+
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -32,6 +34,14 @@ private:
     bool m_nested = false;
     qint64 m_nanoseconds = 0;
 };
+
+/// Settings of a user who has seen the start information, for a panel that is left alone: it looks
+/// for updates where nobody answers.
+inline void leaveAlone(Settings &settings)
+{
+    settings.write(storage::informationSeen, true);
+    settings.write(storage::updateAddress, QStringLiteral("http://127.0.0.1:9/"));
+}
 
 /// Runs the event loop for so long.
 inline void runEvents(int milliseconds)

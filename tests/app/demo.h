@@ -24,7 +24,7 @@ public:
             m_folder.filePath("run"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QFile settings(settingsFile());
         settings.open(QIODevice::WriteOnly);
-        settings.write("[Misc]\nInformation_Dialog=true\n");
+        settings.write("[Misc]\nInformation_Dialog=true\n[Update]\nJsonUrl=http://127.0.0.1:9/\n");
     }
 
     QString settingsFile() const

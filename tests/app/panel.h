@@ -69,7 +69,10 @@ private:
         QFile ini(file);
         if (!stored.isNull() || !ini.exists()) {
             ini.open(QIODevice::WriteOnly);
-            ini.write("[Misc]\nInformation_Dialog=true\n" + stored);
+            // Nobody listens there: no test looks for updates outside this machine.
+            ini.write(
+                "[Update]\nJsonUrl=http://127.0.0.1:9/\n[Misc]\nInformation_Dialog=true\n" +
+                stored);
         }
         qputenv("TAMBER_TRACE", (file + ".trace"_s).toLocal8Bit());
         return file;

@@ -1,0 +1,152 @@
+#include "tests/shorthand.h"
+#include "update/document.h"
+#include "update/updatesoftware.h"
+#include "update/version.h"
+
+#include <QtTest>
+
+/// What is made of the update document, which nobody vouches for.
+class TestUpdateDocument : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void versions_data();
+    void versions();
+    void documents();
+    void addresses_data();
+    void addresses();
+    void news_data();
+    void news();
+    void kinds();
+};
+
+void TestUpdateDocument::versions_data()
+{
+    QTest::addColumn<int>("major");
+    QTest::addColumn<int>("minor");
+    QTest::addColumn<QString>("than");
+    QTest::addColumn<bool>("newer");
+    QTest::newRow("same") << 4 << 0 << "4.00 0064"_s << false;
+    QTest::newRow("minor") << 4 << 1 << "4.00 0064"_s << true;
+    QTest::newRow("builds do not count") << 4 << 0 << "4.00 0001"_s << false;
+    QTest::newRow("older major, newer minor") << 3 << 99 << "4.00 0064"_s << false;
+    QTest::newRow("major") << 5 << 0 << "4.99 0064"_s << true;
+    QTest::newRow("of the major its first digit") << 10 << 0 << "4.00 0064"_s << false;
+    QTest::newRow("firmware") << 1 << 3 << "1.02 0034"_s << true;
+    QTest::newRow("firmware, same") << 1 << 2 << "1.02 0034"_s << false;
+    QTest::newRow("marked") << 4 << 1 << "4.01"_s << false;
+    QTest::newRow("newer than marked") << 4 << 2 << "4.01"_s << true;
+    QTest::newRow("no mark") << 4 << 1 << QString() << true;
+    QTest::newRow("nothing published") << 0 << 0 << QString() << false;
+    QTest::newRow("marked, three digits") << 4 << 123 << "4.123"_s << false;
+    QTest::newRow("not a version") << 4 << 1 << "banana"_s << true;
+}
+
+void TestUpdateDocument::versions()
+{
+    QFETCH(int, major);
+    QFETCH(int, minor);
+    QFETCH(QString, than);
+    QTEST(update::isNewer(major, minor, than), "newer");
+    // What was ticked is never newer than itself.
+    QVERIFY(!update::isNewer(major, minor, update::versionText(major, minor)));
+}
+
+void TestUpdateDocument::documents()
+{
+    const auto good = update::parse(
+        R"({"windows_software_version_major":4,"windows_software_version_minor":1,
+            "windows_software_url_ja":"https://a/ja.exe","windows_software_url_en":"https://a/en.exe",
+            "firmware_version_major":2,"windows_firmware_url_en":"https://a/fw.zip",
+            "messages":"Hello","Tamber_version1":"x"})");
+    QVERIFY(good);
+    QCOMPARE(update::versionText(good->software.major, good->software.minor), "4.01"_s);
+    QCOMPARE(good->software.address(true), "https://a/ja.exe"_s);
+    QCOMPARE(good->software.address(false), "https://a/en.exe"_s);
+    QCOMPARE(good->firmware.major, 2);
+    QCOMPARE(good->firmware.minor, 0);
+    QCOMPARE(good->firmware.address(true), QString());
+    QCOMPARE(good->news, "Hello"_s);
+
+    const auto odd = update::parse(
+        R"({"windows_software_version_major":"4","windows_software_version_minor":-1,
+            "firmware_version_major":1e300,"windows_software_url_en":7,"messages":["a"]})");
+    QVERIFY(odd);
+    QCOMPARE(odd->software.major, 0);
+    QCOMPARE(odd->software.minor, 0);
+    QCOMPARE(odd->firmware.major, 0);
+    QVERIFY(odd->software.international.isEmpty() && odd->news.isEmpty());
+    for (const char *none : {"", "[]", "<html>", "{\"a\":", "null"})
+        QVERIFY2(!update::parse(none), none);
+}
+
+void TestUpdateDocument::addresses_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<bool>("allowed");
+    const auto row = [](const char *address, bool allowed) {
+        QTest::newRow(address) << QString::fromLatin1(address) << allowed;
+    };
+    row("https://update.norvel.example/a.exe", true);
+    row("http://127.0.0.1:8080/a.exe", true);
+    row("http://[::1]/a.exe", true);
+    row("http://update.norvel.example/a.exe", false);
+    row("http://127.0.0.1.norvel.example/a.exe", false);
+    row("http://localhost/a.exe", false); // a name can lead anywhere
+    row("file:///etc/passwd", false);
+    row("ftp://127.0.0.1/a.exe", false);
+    row("data:text/plain,a", false);
+    row("https:///a.exe", false);
+    row("", false);
+}
+
+void TestUpdateDocument::addresses()
+{
+    QFETCH(QString, address);
+    QTEST(update::isAllowed(QUrl(address, QUrl::StrictMode)), "allowed");
+}
+
+void TestUpdateDocument::news_data()
+{
+    QTest::addColumn<QString>("news");
+    QTest::addColumn<QString>("shown");
+    const auto row = [](const char *news, const char *shown) {
+        QTest::newRow(news) << QString::fromUtf8(news) << QString::fromUtf8(shown);
+    };
+    row("Plain & simple", "Plain &amp; simple");
+    row("<b>New</b><br/>line\nline", "<b>New</b><br>line<br>line");
+    row("<a href=\"https://x.example/?a=1&b=2\">See</a>",
+        "<a href=\"https://x.example/?a=1&amp;b=2\">See</a>");
+    row("<a href=\"http://x.example\">See</a>",
+        "&lt;a href=&quot;http://x.example&quot;&gt;See&lt;/a&gt;");
+    row("<a href=\"javascript:run()\">x</a>",
+        "&lt;a href=&quot;javascript:run()&quot;&gt;x&lt;/a&gt;");
+    row("<a href=\"https://x\" onclick=\"y\">x</a>",
+        "&lt;a href=&quot;https://x&quot; onclick=&quot;y&quot;&gt;x&lt;/a&gt;");
+    row("<img src=\"file:///etc/passwd\">", "&lt;img src=&quot;file:///etc/passwd&quot;&gt;");
+    row("<b style=\"font-size:900pt\">x", "&lt;b style=&quot;font-size:900pt&quot;&gt;x");
+    row("<script>run()</script>", "&lt;script&gt;run()&lt;/script&gt;");
+}
+
+void TestUpdateDocument::news()
+{
+    QFETCH(QString, news);
+    QTEST(update::presentable(news), "shown");
+    QVERIFY(update::presentable(QString(1 << 20, QLatin1Char('<'))).size() < 20000);
+}
+
+void TestUpdateDocument::kinds()
+{
+    const auto kind = [](const char *address) {
+        return UpdateSoftware::kindOf(QUrl(QLatin1String(address)));
+    };
+    using Kind = UpdateSoftware::Kind;
+    QCOMPARE(kind("https://a/Setup.EXE?x=1"), Kind::Installer);
+    QCOMPARE(kind("https://a/setup.dmg"), Kind::DiskImage);
+    for (const char *archive : {"https://a/setup.zip", "https://a/setupexe", "https://a/?f=b.exe"})
+        QCOMPARE(kind(archive), Kind::Archive);
+}
+
+QTEST_GUILESS_MAIN(TestUpdateDocument)
+#include "test_updatedocument.moc"

@@ -1,0 +1,32 @@
+#include "update/redirects.h"
+
+#include "update/document.h"
+
+#include <QLoggingCategory>
+#include <QNetworkReply>
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "tamber.update")
+
+constexpr char refused[] = "refused"; // property of a reply
+
+} // namespace
+
+void update::followAllowedRedirects(QNetworkReply *reply)
+{
+    QObject::connect(reply, &QNetworkReply::redirected, reply, [reply](const QUrl &to) {
+        if (isAllowed(to)) {
+            emit reply->redirectAllowed();
+            return;
+        }
+        qCWarning(log) << "a request must not be led to" << to.toString();
+        reply->setProperty(refused, true);
+        QMetaObject::invokeMethod(reply, &QNetworkReply::abort, Qt::QueuedConnection);
+    });
+}
+
+bool update::wasRefused(const QNetworkReply *reply)
+{
+    return reply->property(refused).toBool();
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QNetworkReply>
+#include <QObject>
+#include <QPointer>
+#include <QProcess>
+#include <QTimer>
+#include <QUrl>
+
+class QNetworkAccessManager;
+
+/// Downloads an update whole, unpacks it where it is an archive, and starts the installer in it.
+/// Nothing is kept of a download that did not come whole. GUI thread only; it never waits.
+class UpdateSoftware : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// What a download's address says of it, by the ending of its path in any case of letters.
+    enum class Kind { Installer, DiskImage, Archive };
+    static Kind kindOf(const QUrl &address);
+
+    /// @param network must outlive the object
+    explicit UpdateSoftware(QNetworkAccessManager &network, QObject *parent = nullptr);
+
+    /// How long a download may stand still, in milliseconds; 60000 unless a test says otherwise.
+    void setStallTime(int milliseconds) { m_watchdog.setInterval(milliseconds); }
+
+    /// Of the download under way, or of the last.
+    Kind kind() const { return m_kind; }
+
+    /// Whether a download or its unpacking is under way.
+    bool isBusy() const { return m_reply || m_unzip; }
+
+    /// Begins; one at a time. The address must be allowed, and so must those that it leads to.
+    void download(const QUrl &address);
+
+public slots:
+    /// Ends a download or an unpacking quietly.
+    void cancelDownload();
+    /// Starts what was downloaded. It goes on when the panel ends.
+    void execFile();
+
+signals:
+    void startedDownloadFile();
+    void progressValueChanged(int percent);
+    /// The download, or what had to be done with it, is over, well or not. One of the next two, or
+    /// none after a cancel, follows.
+    void finishedDownloadFile();
+    void errorDownloadFile();
+    /// What was downloaded can be started.
+    void readiedExec();
+    /// It was started, or could not be.
+    void executed(bool started);
+
+private slots:
+    void replyFinishedFileDownload(QNetworkReply *reply);
+    void replyDownloadProgress(qint64 received, qint64 total);
+    void timeoutDownload();
+    void replyFinishedUnzip(int exitCode, QProcess::ExitStatus status);
+
+private:
+    bool store(const QByteArray &body);
+    bool storeArchive(const QByteArray &body);
+    void unzip();
+    void ready(const QString &file);
+    void fail();
+    void discard();
+
+    QNetworkAccessManager &m_network;
+    QTimer m_watchdog;
+    QPointer<QNetworkReply> m_reply;
+    QPointer<QProcess> m_unzip;
+    Kind m_kind = Kind::Archive;
+    QString m_folder;    ///< of this download, "" without one
+    QString m_installer; ///< what execFile() starts
+};
