@@ -94,14 +94,15 @@ bool agrees(const Panel &panel, const simulator::MixerState &wanted)
     return QTest::qWaitFor([&] { return panel.tamber.state() == wanted; }, patience);
 }
 
-/// The device's state when nothing more is sent.
+/// The device's state when nothing more is sent. The panel sends at its own pace, a slow program
+/// is late by much less than it is slow.
 simulator::MixerState settledState(const Panel &panel)
 {
     int sent = -1;
     int before = 0;
     while (sent != before) {
         before = sent;
-        QTest::qWait(700 * slowness);
+        QTest::qWait(600 + 100 * slowness);
         sent = parametersSent(panel.tracePath()).size() + sectionsSent(panel.tracePath()).size();
     }
     return panel.tamber.state();
