@@ -19,7 +19,8 @@ inline IniContent readIni(const QString &fileName)
 {
     IniContent content;
     QString group;
-    for (const QString &line : QString::fromUtf8(bytesOf(fileName)).split(QLatin1Char('\n'))) {
+    const QString text = QString::fromUtf8(bytesOf(fileName)).remove(QLatin1Char('\r'));
+    for (const QString &line : text.split(QLatin1Char('\n'))) {
         if (line.startsWith(QLatin1Char('['))) group = line.mid(1, line.length() - 2) + "/"_s;
         const int equals = line.indexOf(QLatin1Char('='));
         if (equals < 0) continue;

@@ -36,7 +36,7 @@ public:
     }
 
     /// A key of the standard keyboard, as evdev numbers it plus 8.
-    enum Key : std::uint8_t { Control = 37, Shift = 50, F1 = 67 };
+    enum Key : std::uint8_t { Return = 36, Control = 37, Shift = 50, F1 = 67, Left = 113 };
 
     /// Presses the keys one after the other, and releases them.
     void type(const QVector<Key> &chord)

@@ -1,90 +1,10 @@
 #pragma once
 
-#include "app/constants.h"
-#include "tests/inifile.h"
-#include "tests/xinput.h"
+#include "tests/app/userprogram.h"
 
-#include <QDir>
-#include <QProcess>
-#include <QTemporaryDir>
-
-#include <csignal>
-#include <sys/prctl.h>
-
-/// A user's home that is empty but for settings with "start box seen", for a program that is
-/// started as a process.
-class PrivateHome
+/// The demo program.
+class Demo : public UserProgram
 {
 public:
-    PrivateHome()
-    {
-        for (const char *folder : {"config/NORVEL-Demo", "run", "tmp"})
-            QDir().mkpath(m_folder.filePath(QLatin1String(folder)));
-        QFile::setPermissions(
-            m_folder.filePath("run"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        QFile settings(settingsFile());
-        settings.open(QIODevice::WriteOnly);
-        settings.write("[Misc]\nInformation_Dialog=true\n[Update]\nJsonUrl=http://127.0.0.1:9/\n");
-    }
-
-    QString settingsFile() const
-    {
-        return m_folder.filePath("config/NORVEL-Demo/Tamber_Setting.ini"_s);
-    }
-    QString traceFile() const { return m_folder.filePath("trace"_s); }
-
-    /// What the environment says of the user's language, as in "ja_JP.UTF-8"; C without it.
-    QString language = QStringLiteral("C");
-
-    QProcessEnvironment environment() const
-    {
-        QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
-        all.insert("HOME"_s, m_folder.path());
-        all.insert("XDG_CONFIG_HOME"_s, m_folder.filePath("config"_s));
-        all.insert("XDG_RUNTIME_DIR"_s, m_folder.filePath("run"_s));
-        all.insert("TMPDIR"_s, m_folder.filePath("tmp"_s));
-        all.insert("TAMBER_TRACE"_s, traceFile());
-        for (const QString &variable : {"LANG"_s, "LC_ALL"_s})
-            all.insert(variable, language);
-        all.remove("LANGUAGE"_s);
-        return all;
-    }
-
-private:
-    QTemporaryDir m_folder;
-};
-
-/// The demo program as a process, which ends with this object, or with the test whatever happens.
-class Demo : public QProcess
-{
-public:
-    explicit Demo(const PrivateHome &home)
-    {
-        setProcessEnvironment(home.environment());
-        setProcessChannelMode(QProcess::ForwardedChannels);
-        start(QStringLiteral(TAMBER_DEMO), {});
-        waitForStarted();
-    }
-    ~Demo() override
-    {
-        kill();
-        waitForFinished();
-    }
-
-    bool isUp() const { return state() == QProcess::Running; }
-    bool endedWith(int code) const
-    {
-        return state() == QProcess::NotRunning && exitStatus() == QProcess::NormalExit &&
-               exitCode() == code;
-    }
-    void signal(int number) const { ::kill(static_cast<pid_t>(processId()), number); }
-
-    /// Its main window, 0 until it is shown.
-    xcb_window_t window(XDisplay &display) const
-    {
-        return display.find(QLatin1String(constants::windowTitle), processId());
-    }
-
-protected:
-    void setupChildProcess() override { prctl(PR_SET_PDEATHSIG, SIGKILL); }
+    explicit Demo(const PrivateHome &home) : UserProgram(home, {QStringLiteral(TAMBER_DEMO)}) {}
 };

@@ -1,47 +1,14 @@
 #pragma once
 
 #include "app/simulatedtamberwindow.h"
-#include "tests/app/demo.h"
-#include "tests/app/panel.h"
-#include "tests/patience.h"
-#include "tests/tracefile.h"
+#include "tests/app/drivenprogram.h"
 
-#include <QtTest>
-
-/// The real demo as a process, driven by a real pointer and keyboard.
-class DrivenDemo
+/// The real demo, driven by a real pointer and keyboard.
+class DrivenDemo : public DrivenProgram
 {
 public:
-    static constexpr int patience = 30000 * slowness;
+    DrivenDemo() : DrivenProgram({QStringLiteral(TAMBER_DEMO)}) {}
 
-    DrivenDemo() : m_twin("twin")
-    {
-        m_twin.window.grab(); // lays it out
-        m_demo = std::make_unique<Demo>(home);
-    }
-
-    /// Whether its window came up and the first full send is through.
-    bool isReady()
-    {
-        return QTest::qWaitFor([this] { return m_demo->window(display) != 0; }, patience) &&
-               settled();
-    }
-
-    /// The window of the demo with this title, 0 without one.
-    xcb_window_t find(const QString &title) { return display.find(title, m_demo->processId()); }
-
-    void click(const QString &control) { display.click(placeOf(control)); }
-    void drag(const QString &control, int down)
-    {
-        const QPoint from = placeOf(control);
-        display.movePointer(from);
-        display.press();
-        for (int way = 1; way <= qAbs(down); ++way) {
-            display.movePointer(from + QPoint(0, down > 0 ? way : -way));
-            QTest::qSleep(4);
-        }
-        display.release();
-    }
     void toggleCable()
     {
         simulator::SteppedClock clock;
@@ -54,63 +21,4 @@ public:
         display.click(
             display.position(window) + cable->mapTo(&twin, QPoint(8, cable->height() / 2)));
     }
-
-    /// Waits until nothing but the meters goes to the device any more.
-    bool settled()
-    {
-        int before = -1;
-        for (int waited = 0; waited < patience; waited += 1000) {
-            const int now =
-                parametersSent(home.traceFile()).size() + sectionsSent(home.traceFile()).size();
-            if (now == before) return true;
-            before = now;
-            QTest::qWait(1000);
-        }
-        return false;
-    }
-
-    /// What its device holds: it has obeyed what was carried to it since it was plugged in.
-    simulator::MixerState deviceState() const
-    {
-        simulator::SteppedClock clock;
-        simulator::SimulatedTamber device(clock);
-        for (const TraceLine &line : readTrace(home.traceFile())) {
-            if (line.what == "find") device.setPlugged(!line.failed);
-            if (line.what != "out" || line.failed) continue;
-            const QByteArray bytes = QByteArray::fromHex(line.bytes);
-            device.take(
-                reinterpret_cast<const std::uint8_t *>(bytes.constData()),
-                static_cast<std::size_t>(bytes.size()));
-        }
-        return device.state();
-    }
-
-    /// What a panel that starts with its settings file sends.
-    simulator::MixerState fileState() const
-    {
-        const Panel panel("replayed", bytesOf(home.settingsFile()));
-        simulator::MixerState before;
-        simulator::MixerState now = panel.tamber.state();
-        do {
-            before = now;
-            QTest::qWait(1500);
-            now = panel.tamber.state();
-        } while (now != before);
-        return now;
-    }
-
-    XDisplay display;
-    PrivateHome home;
-
-private:
-    QPoint placeOf(const QString &control)
-    {
-        const xcb_window_t window = m_demo->window(display);
-        display.raise(window);
-        const auto *widget = m_twin.find(control);
-        return display.position(window) + widget->mapTo(&m_twin.window, widget->rect().center());
-    }
-
-    Panel m_twin; ///< never shown; its controls lie where the demo's do
-    std::unique_ptr<Demo> m_demo;
 };
