@@ -19,11 +19,13 @@
 #include "widgets/pancontrol.h"
 
 #include <QDesktopServices>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QSettings>
 #include <QSlider>
 #include <QStackedWidget>
@@ -159,10 +161,19 @@ QLabel *MainWindow::makeNotice()
     return notice;
 }
 
+/// Where some desktops put a window by themselves, one of this size is partly off the screen.
+void MainWindow::moveToMiddle()
+{
+    const QRect free = QGuiApplication::primaryScreen()->availableGeometry();
+    const QSize room = free.size() - sizeHint();
+    move(free.topLeft() + QPoint(qMax(0, room.width() / 2), qMax(0, room.height() / 2)));
+}
+
 void MainWindow::restoreWindowGeometry()
 {
     QSettings store = geometryStore(m_organisation);
-    restoreGeometry(store.value(QStringLiteral("Window/geometry")).toByteArray());
+    if (!restoreGeometry(store.value(QStringLiteral("Window/geometry")).toByteArray()))
+        moveToMiddle();
 }
 
 void MainWindow::storeWindowGeometry() const

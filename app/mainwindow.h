@@ -87,6 +87,7 @@ private:
     void buildSceneMenu();
     void buildHelpMenu();
     QLabel *makeNotice();
+    void moveToMiddle();
     void restoreWindowGeometry();
     void storeWindowGeometry() const;
     void connectStrips();

@@ -132,8 +132,14 @@ void TestWindow::placeOnAScreenThatIsGone()
 
 void TestWindow::fitsTheSmallestScreen()
 {
+    QSettings(QLatin1String(testOrganisation), QLatin1String(constants::applicationName))
+        .remove("Window/geometry"_s);
     Panel panel("fits", "");
     panel.window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel.window));
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    const QPoint distance = panel.window.frameGeometry().center() - screen.center();
+    QVERIFY2(distance.manhattanLength() < 80, "a first start is in the middle");
     // 1366 x 768 without a task bar of 40 rows and a title bar of 32.
     QVERIFY(panel.window.width() <= 1366 && panel.window.height() <= 768 - 72);
     QCOMPARE(panel.window.minimumSize(), panel.window.maximumSize());
