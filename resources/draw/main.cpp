@@ -1,8 +1,10 @@
 // Draws every image of the panel. Run it after a change of its colours or sizes:
 //     QT_QPA_PLATFORM=offscreen tamber-draw resources/track
+//     QT_QPA_PLATFORM=offscreen tamber-draw --icons resources/icons
 
 #include "controls.h"
 #include "editing.h"
+#include "icons.h"
 #include "knobs.h"
 #include "sheet.h"
 #include "strips.h"
@@ -12,6 +14,7 @@
 #include <QPainter>
 #include <QTextStream>
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -60,22 +63,28 @@ std::vector<Image> images()
     return all;
 }
 
+bool writeImages(const QString &folder)
+{
+    QDir(folder).mkpath(QStringLiteral("knob_s"));
+    const std::vector<Image> all = images();
+    return std::all_of(all.begin(), all.end(), [&folder](const Image &image) {
+        return sheet::write(folder, image.name, image.size, image.draw);
+    });
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
     const QGuiApplication application(argc, argv);
     QTextStream err(stderr);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 2) {
-        err << "usage: tamber-draw FOLDER\n";
+    QStringList arguments = QCoreApplication::arguments().mid(1);
+    const bool asIcons = arguments.removeOne(QStringLiteral("--icons"));
+    if (arguments.size() != 1) {
+        err << "usage: tamber-draw [--icons] FOLDER\n";
         return 2;
     }
-    QDir(arguments[1]).mkpath(QStringLiteral("knob_s"));
-    for (const Image &image : images()) {
-        if (sheet::write(arguments[1], image.name, image.size, image.draw)) continue;
-        err << "cannot write " << image.name << " to " << arguments[1] << '\n';
-        return 1;
-    }
-    return 0;
+    if (asIcons ? icons::write(arguments[0]) : writeImages(arguments[0])) return 0;
+    err << "cannot write to " << arguments[0] << '\n';
+    return 1;
 }

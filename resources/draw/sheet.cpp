@@ -39,8 +39,7 @@ static QImage withPalette(const QImage &image)
     return indexed;
 }
 
-static bool
-writeScaled(const QString &path, QSize size, int scale, const std::function<void(QPainter &)> &draw)
+QImage drawn(QSize size, qreal scale, const std::function<void(QPainter &)> &draw)
 {
     QImage image(size * scale, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
@@ -49,7 +48,7 @@ writeScaled(const QString &path, QSize size, int scale, const std::function<void
     painter.scale(scale, scale);
     draw(painter);
     painter.end();
-    return withPalette(image).save(path);
+    return image;
 }
 
 bool write(
@@ -57,8 +56,8 @@ bool write(
     const std::function<void(QPainter &)> &draw)
 {
     const QString stem = folder + QLatin1Char('/') + name;
-    return writeScaled(stem + QLatin1String(".png"), size, 1, draw) &&
-           writeScaled(stem + QLatin1String("@2x.png"), size, 2, draw);
+    return withPalette(drawn(size, 1, draw)).save(stem + QLatin1String(".png")) &&
+           withPalette(drawn(size, 2, draw)).save(stem + QLatin1String("@2x.png"));
 }
 
 } // namespace sheet

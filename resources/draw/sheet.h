@@ -6,6 +6,7 @@
 
 #include <functional>
 
+class QImage;
 class QPainter;
 class QRectF;
 
@@ -41,6 +42,9 @@ constexpr int stripHeight = 368;
 
 /// A filled rectangle with sharp edges, whatever the painter's hints are.
 void fill(QPainter &painter, const QRectF &area, QRgb rgb);
+
+/// What `draw`, which counts in pixels of `size`, draws at this scale.
+QImage drawn(QSize size, qreal scale, const std::function<void(QPainter &)> &draw);
 
 /// Draws with `draw`, in pixels of the 1x size, and writes "name.png" and "name@2x.png" into
 /// `folder`. False when a file cannot be written.
