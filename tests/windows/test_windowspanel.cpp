@@ -1,0 +1,241 @@
+#include "app/program.h"
+#include "tests/app/drivenprogram.h"
+
+#include <QPixmap>
+#include <QScreen>
+
+/// The Windows program under Wine, driven from outside, with the fake driver's device at its other
+/// end. packaging/windows/test starts this in a Wine of its own, and says where things are:
+///   WINEPREFIX        that Wine
+///   WINDOWS_PROGRAMS  the folder with tamber-panel.exe and the tests' own programs
+///   PICTURES          the folder that takes the pictures of the pages
+class TestWindowsPanel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void findsItsDevice();
+    void sendsWhatIsDone();
+    void livesWithoutDevice();
+    void bufferSize();
+    void secondStart();
+    void pages();
+    void ends();
+
+private:
+    void cable(const QString &inOrOut) const;
+    simulator::MixerState driverState(int from = 0) const;
+
+    std::unique_ptr<DrivenProgram> m_panel;
+};
+
+namespace {
+
+constexpr int patience = 30000 * slowness;
+const QString noDeviceTitle = QStringLiteral("USB Disconnected");
+
+QString disk()
+{
+    return qEnvironmentVariable("WINEPREFIX") + "/drive_c/"_s;
+}
+
+QString program(const QString &name)
+{
+    return qEnvironmentVariable("WINDOWS_PROGRAMS") + QLatin1Char('/') + name;
+}
+
+/// Where Windows programs keep the files of the user that Wine has.
+QString userFolder()
+{
+    QDir users(disk() + "users"_s);
+    const QStringList names = users.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString &name : names)
+        if (name != "Public"_s) return users.filePath(name) + "/AppData/Roaming/NORVEL/"_s;
+    return QString();
+}
+
+/// How a Windows program is started in that Wine, whatever home it is given.
+QStringList inWine(const QStringList &command)
+{
+    const QString folder = qEnvironmentVariable("WINEPREFIX") + "/../tmp"_s;
+    return QStringList{"env"_s, "TMPDIR="_s + folder, "wine"_s} + command;
+}
+
+/// Runs a Windows program to its end. Returns what it prints, in one line; nothing if it fails.
+QString run(const QStringList &command)
+{
+    QStringList arguments = inWine(command);
+    const QString launcher = arguments.takeFirst();
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(launcher, arguments);
+    if (!process.waitForFinished(patience) || process.exitCode() != 0) return QString();
+    return QString::fromLatin1(process.readAllStandardOutput()).simplified();
+}
+
+QString registryValue(const QString &key, const QString &value)
+{
+    const QString line =
+        run({"reg"_s, "query"_s, "HKCU\\Software\\NORVEL\\Tamber\\"_s + key, "/v"_s, value});
+    return line.section(QLatin1Char(' '), -1);
+}
+
+/// What the driver was handed, message by message.
+QList<QByteArray> driverLog()
+{
+    QFile log(disk() + "tamber-driver.log"_s);
+    log.open(QIODevice::ReadOnly);
+    constexpr int block = 16;
+    QList<QByteArray> messages;
+    for (QByteArray line = log.readLine(); line.endsWith('\n'); line = log.readLine())
+        messages += QByteArray::fromHex(line).mid(block);
+    return messages;
+}
+
+} // namespace
+
+void TestWindowsPanel::cable(const QString &inOrOut) const
+{
+    QCOMPARE(run({program("cable.exe"_s), inOrOut}), inOrOut);
+}
+
+/// What a Tamber holds that was plugged in when the driver got this message.
+simulator::MixerState TestWindowsPanel::driverState(int from) const
+{
+    simulator::SteppedClock clock;
+    simulator::SimulatedTamber device(clock);
+    for (const QByteArray &message : driverLog().mid(from))
+        device.take(
+            reinterpret_cast<const std::uint8_t *>(message.constData()),
+            static_cast<std::size_t>(message.size()));
+    return device.state();
+}
+
+void TestWindowsPanel::initTestCase()
+{
+    applyLook();
+    cable("in"_s);
+    m_panel = std::make_unique<DrivenProgram>(
+        inWine({program("tamber-panel.exe"_s)}), userFolder() + "Tamber_Setting.ini"_s);
+    QVERIFY(m_panel->isReady());
+}
+
+void TestWindowsPanel::findsItsDevice()
+{
+    QVERIFY(driverState() == m_panel->fileState());
+    QVERIFY(!m_panel->find(noDeviceTitle));
+    bool rate = false;
+    bool identity = false;
+    for (const TraceLine &line : readTrace(m_panel->home.traceFile())) {
+        rate |= line.what == "rate" && !line.failed && line.bytes == "80 BB 00 00";
+        identity |= line.what == "in" && line.bytes.startsWith("32 03 23 01 33 03 2D 00");
+    }
+    QVERIFY(rate);
+    QVERIFY(identity);
+}
+
+void TestWindowsPanel::sendsWhatIsDone()
+{
+    const int before = driverLog().size();
+    m_panel->drag("faderKnob3"_s, 20);
+    m_panel->click("pB_Mute5"_s);
+    QVERIFY(m_panel->settled());
+    const QList<QByteArray> sent = driverLog().mid(before);
+    const auto isSent = [&sent](const char *start) {
+        return std::any_of(sent.begin(), sent.end(), [start](const QByteArray &message) {
+            return message.startsWith(QByteArray::fromHex(start));
+        });
+    };
+    QVERIFY(isSent("61 02 04 62 02 03 81"));
+    QVERIFY(isSent("61 02 04 62 02 05 83 02 01"));
+    QVERIFY(driverState() == m_panel->fileState());
+}
+
+void TestWindowsPanel::livesWithoutDevice()
+{
+    // The program that fights with the panel for the device is ended meanwhile.
+    const QString mixer = userFolder() + "tmbrmixer.exe"_s;
+    QVERIFY(QFile::copy(disk() + "windows/system32/notepad.exe"_s, mixer));
+    UserProgram other(m_panel->home, inWine({mixer}));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        m_panel->display.find("Untitled - Notepad"_s, other.processId()), patience);
+
+    cable("out"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(m_panel->find(noDeviceTitle), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!other.isUp(), patience);
+    m_panel->display.close(m_panel->find(noDeviceTitle));
+    QTRY_VERIFY_WITH_TIMEOUT(!m_panel->find(noDeviceTitle), patience);
+    const int before = driverLog().size();
+    m_panel->drag("faderKnob4"_s, 30);
+    QTest::qWait(3000);
+    QCOMPARE(driverLog().size(), before);
+    QVERIFY(!m_panel->find(noDeviceTitle)); // it is told once
+
+    cable("in"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(driverLog().size() > before, patience);
+    QVERIFY(m_panel->settled());
+    QVERIFY(driverState(before) == m_panel->fileState());
+}
+
+void TestWindowsPanel::bufferSize()
+{
+    const auto becomes = [](const char *frames) {
+        return QTest::qWaitFor(
+            [frames] {
+                return registryValue("ASIODRIVER"_s, "blockFrames"_s) == QLatin1String(frames);
+            },
+            patience);
+    };
+    QVERIFY(becomes("0x100"));
+    m_panel->click("pB_ToInterfaceFromMixer"_s);
+    m_panel->click("hS_BufferSize"_s); // left of its handle
+    QVERIFY(becomes("0x80"));
+    m_panel->display.type({XDisplay::Left});
+    QVERIFY(becomes("0x40"));
+    m_panel->click("pB_ToMixerFromInterface"_s);
+}
+
+void TestWindowsPanel::secondStart()
+{
+    UserProgram second(m_panel->home, inWine({program("tamber-panel.exe"_s)}));
+    QVERIFY(second.waitForFinished(patience));
+    QVERIFY(second.endedWith(0));
+    QVERIFY(m_panel->find(QLatin1String(constants::windowTitle)));
+}
+
+/// Whole on the screen, and as large as where the panel is developed.
+void TestWindowsPanel::pages()
+{
+    const xcb_window_t window = m_panel->find(QLatin1String(constants::windowTitle));
+    const QRect place(m_panel->display.position(window), m_panel->display.size(window));
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    QVERIFY(screen.contains(place));
+    const QDir folder(qEnvironmentVariable("PICTURES"));
+    QList<QImage> pictures;
+    const auto take = [&](const QString &page) {
+        QTest::qWait(1000);
+        const QPixmap picture = QGuiApplication::primaryScreen()->grabWindow(
+            0, place.x(), place.y(), place.width(), place.height());
+        QVERIFY(picture.save(folder.filePath(page + ".png"_s)));
+        QVERIFY(!pictures.contains(picture.toImage()));
+        pictures += picture.toImage();
+    };
+    take("mixer"_s);
+    m_panel->click("pB_ToInterfaceFromMixer"_s);
+    take("interface"_s);
+    m_panel->click("pB_ToOutputFromInterface"_s);
+    take("output"_s);
+}
+
+void TestWindowsPanel::ends()
+{
+    m_panel->display.close(m_panel->find(QLatin1String(constants::windowTitle)));
+    QTRY_VERIFY_WITH_TIMEOUT(m_panel->endedWith(0), patience);
+    QVERIFY(!registryValue("Window"_s, "geometry"_s).isEmpty());
+    QCOMPARE(readIni(m_panel->home.settingsFile()).value("Panel/MainWindowPanel"_s), "2"_s);
+}
+
+QTEST_MAIN(TestWindowsPanel)
+
+#include "test_windowspanel.moc"
