@@ -1,0 +1,157 @@
+#include "tests/app/demo.h"
+#include "tests/patience.h"
+#include "tests/shorthand.h"
+
+#include <QImage>
+#include <QStandardPaths>
+#include <QtTest>
+
+/// The demo's Debian package, made of what is built, unpacked into a folder of its own and started
+/// from there.
+class TestDebianPackage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void saysWhatItIsAndNeeds();
+    void holdsOnlyWhatBelongsToRootAndUsr();
+    void desktopFindsProgramAndIcons();
+    void sameBuildGivesSamePackage();
+    void installedDemoOpensAndEnds();
+
+private:
+    QString field(const QString &name) const;
+
+    QTemporaryDir m_folder;
+    QString m_package;
+};
+
+namespace {
+
+constexpr int patience = 30000 * slowness;
+const QString applicationId = QStringLiteral("example.norvel.TamberDemo");
+
+/// What a program prints, without the last line's end; nothing when it fails.
+QString outputOf(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(program, arguments);
+    if (!process.waitForFinished(patience) || process.exitCode() != 0) return QString();
+    return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+QString buildInto(const QString &folder)
+{
+    return outputOf(
+        QStringLiteral(PACKAGE_BUILDER),
+        {"--from"_s, QStringLiteral(BUILD_FOLDER), "--to"_s, folder});
+}
+
+QString installed(const QString &path)
+{
+    return QStringLiteral(UNPACKED "/usr/") + path;
+}
+
+QString valueIn(const QByteArray &desktopEntry, const QByteArray &key)
+{
+    for (const QByteArray &line : desktopEntry.split('\n'))
+        if (line.startsWith(key + '=')) return QString::fromUtf8(line.mid(key.size() + 1));
+    return QString();
+}
+
+} // namespace
+
+void TestDebianPackage::initTestCase()
+{
+    for (const QString &tool :
+         {"dpkg-deb"_s, "dpkg-shlibdeps"_s, "desktop-file-validate"_s, "appstreamcli"_s})
+        if (QStandardPaths::findExecutable(tool).isEmpty())
+            QSKIP(qPrintable("NO PACKAGE IS TESTED: there is no "_s + tool));
+    m_package = buildInto(m_folder.filePath("first"_s));
+    QVERIFY(!m_package.isEmpty());
+    QDir(QStringLiteral(UNPACKED)).removeRecursively();
+    outputOf("dpkg-deb"_s, {"-x"_s, m_package, QStringLiteral(UNPACKED)});
+    QVERIFY(QFileInfo(installed("bin/tamber-demo"_s)).isExecutable());
+}
+
+QString TestDebianPackage::field(const QString &name) const
+{
+    return outputOf("dpkg-deb"_s, {"-f"_s, m_package, name});
+}
+
+void TestDebianPackage::saysWhatItIsAndNeeds()
+{
+    QCOMPARE(field("Package"_s), "tamber-demo"_s);
+    QCOMPARE(field("Maintainer"_s), "NORVEL <panel@norvel.example>"_s);
+    QCOMPARE(field("Architecture"_s), outputOf("dpkg"_s, {"--print-architecture"_s}));
+    const QString version = QString::fromLatin1(constants::softwareVersion);
+    QCOMPARE(field("Version"_s), QString(version).replace(QLatin1Char(' '), QLatin1Char('.')));
+    QStringList needed;
+    for (const QString &one : field("Depends"_s).split(", "_s))
+        needed += one.section(QLatin1Char(' '), 0, 0);
+    for (const QString &name :
+         {"libc6"_s, "libqt5widgets5"_s, "libqt5network5"_s, "fonts-dejavu-core"_s,
+          "fonts-droid-fallback"_s})
+        QVERIFY2(needed.contains(name), qPrintable(name));
+}
+
+void TestDebianPackage::holdsOnlyWhatBelongsToRootAndUsr()
+{
+    const QStringList lines =
+        outputOf("dpkg-deb"_s, {"--contents"_s, m_package}).split(QLatin1Char('\n'));
+    QVERIFY(lines.size() > 10);
+    for (const QString &line : lines) {
+        const QString path = line.section(QLatin1Char(' '), -1);
+        QVERIFY2(path == "./"_s || path.startsWith("./usr/"_s), qPrintable(line));
+        QVERIFY2(line.contains(" root/root "_s), qPrintable(line));
+        const QString mode = path.endsWith("bin/tamber-demo"_s) ? "-rwxr-xr-x"_s : "-rw-r--r--"_s;
+        QCOMPARE(line.left(10), path.endsWith(QLatin1Char('/')) ? "drwxr-xr-x"_s : mode);
+    }
+    const QString documents = installed("share/doc/tamber-demo/"_s);
+    QVERIFY(bytesOf(documents + "copyright"_s).contains("License: MIT\n Permission is hereby"));
+    QVERIFY(bytesOf(documents + "changelog.gz"_s).startsWith("\x1f\x8b"));
+}
+
+void TestDebianPackage::desktopFindsProgramAndIcons()
+{
+    const QString fileName = applicationId + ".desktop"_s;
+    const QByteArray entry = bytesOf(installed("share/applications/"_s + fileName));
+    QVERIFY(QFileInfo(installed("bin/"_s + valueIn(entry, "Exec"))).isExecutable());
+    for (const int size : {16, 32, 48, 64, 128, 256}) {
+        const QString folder = QStringLiteral("share/icons/hicolor/%1x%1/apps/").arg(size);
+        const QImage icon(installed(folder + valueIn(entry, "Icon") + ".png"_s));
+        QCOMPARE(icon.size(), QSize(size, size));
+        QCOMPARE(qAlpha(icon.pixel(0, 0)), 0);
+    }
+    const QByteArray metainfo =
+        bytesOf(installed("share/metainfo/"_s + applicationId + ".metainfo.xml"_s));
+    QVERIFY(metainfo.contains('>' + fileName.toUtf8() + "</launchable>"));
+}
+
+void TestDebianPackage::sameBuildGivesSamePackage()
+{
+    const QByteArray again = bytesOf(buildInto(m_folder.filePath("second"_s)));
+    QVERIFY(!again.isEmpty());
+    QVERIFY(again == bytesOf(m_package));
+}
+
+void TestDebianPackage::installedDemoOpensAndEnds()
+{
+    XDisplay display;
+    const PrivateHome home;
+    const Demo demo(home);
+    QCOMPARE(
+        QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(demo.processId())),
+        QFileInfo(installed("bin/tamber-demo"_s)).canonicalFilePath());
+    QTRY_VERIFY_WITH_TIMEOUT(demo.window(display), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(bytesOf(home.traceFile()).contains(" out "), patience);
+    display.close(demo.window(display));
+    QTRY_VERIFY_WITH_TIMEOUT(!demo.isUp(), patience);
+    QVERIFY(demo.endedWith(0));
+}
+
+QTEST_MAIN(TestDebianPackage)
+
+#include "test_debianpackage.moc"
