@@ -161,11 +161,13 @@ QLabel *MainWindow::makeNotice()
     return notice;
 }
 
-/// Where some desktops put a window by themselves, one of this size is partly off the screen.
-void MainWindow::moveToMiddle()
+/// Some desktops put a window of this size partly off the screen when it has no place of its own.
+void MainWindow::moveOntoScreen()
 {
     const QRect free = QGuiApplication::primaryScreen()->availableGeometry();
-    const QSize room = free.size() - sizeHint();
+    const QRect frame = frameGeometry();
+    if (free.contains(frame)) return;
+    const QSize room = free.size() - frame.size();
     move(free.topLeft() + QPoint(qMax(0, room.width() / 2), qMax(0, room.height() / 2)));
 }
 
@@ -173,7 +175,7 @@ void MainWindow::restoreWindowGeometry()
 {
     QSettings store = geometryStore(m_organisation);
     if (!restoreGeometry(store.value(QStringLiteral("Window/geometry")).toByteArray()))
-        moveToMiddle();
+        QTimer::singleShot(0, this, &MainWindow::moveOntoScreen);
 }
 
 void MainWindow::storeWindowGeometry() const
@@ -330,7 +332,7 @@ void MainWindow::status()
 void MainWindow::timerInterrupt_1000ms()
 {
     refreshInterfacePage();
-    m_update->setEnabled(!m_updates->isBusy());
+    m_update->setEnabled(m_updates->canCheck());
     status();
 }
 

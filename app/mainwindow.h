@@ -87,7 +87,7 @@ private:
     void buildSceneMenu();
     void buildHelpMenu();
     QLabel *makeNotice();
-    void moveToMiddle();
+    void moveOntoScreen();
     void restoreWindowGeometry();
     void storeWindowGeometry() const;
     void connectStrips();

@@ -138,8 +138,7 @@ void TestWindow::fitsTheSmallestScreen()
     panel.window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&panel.window));
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    const QPoint distance = panel.window.frameGeometry().center() - screen.center();
-    QVERIFY2(distance.manhattanLength() < 80, "a first start is in the middle");
+    QVERIFY(screen.contains(panel.window.frameGeometry()));
     // 1366 x 768 without a task bar of 40 rows and a title bar of 32.
     QVERIFY(panel.window.width() <= 1366 && panel.window.height() <= 768 - 72);
     QCOMPARE(panel.window.minimumSize(), panel.window.maximumSize());
