@@ -23,6 +23,13 @@ update::Release release(const QJsonObject &object, const QString &versions, cons
         object.value(urls + QStringLiteral("_url_en")).toString()};
 }
 
+/// Cut here, so that what is shown, ticked and compared is the same.
+QString news(const QJsonObject &object)
+{
+    const QString all = object.value(QStringLiteral("messages")).toString();
+    return all.size() > longestNews ? all.left(longestNews) + QChar(0x2026) : all;
+}
+
 } // namespace
 
 std::optional<update::Document> update::parse(const QByteArray &json)
@@ -34,7 +41,7 @@ std::optional<update::Document> update::parse(const QByteArray &json)
     return Document{
         release(object, software, software),
         release(object, QStringLiteral("firmware"), QStringLiteral("windows_firmware")),
-        object.value(QStringLiteral("messages")).toString()};
+        news(object)};
 }
 
 bool update::isAllowed(const QUrl &address)
@@ -47,8 +54,10 @@ bool update::isAllowed(const QUrl &address)
 
 QString update::presentable(const QString &news)
 {
-    const QString cut = news.size() > longestNews ? news.left(longestNews) + QChar(0x2026) : news;
-    QString text = cut.toHtmlEscaped();
+    QString text = news.toHtmlEscaped();
+    static const QRegularExpression direction(
+        QStringLiteral("[\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]"));
+    text.remove(direction);
     static const QRegularExpression mark(QStringLiteral("&lt;(/?(?:b|i|u|p|br))\\s*/?&gt;"));
     text.replace(mark, QStringLiteral("<\\1>"));
     static const QRegularExpression link(
@@ -56,5 +65,9 @@ QString update::presentable(const QString &news)
         QRegularExpression::DotMatchesEverythingOption);
     text.replace(link, QStringLiteral("<a href=\"\\1\">\\2</a>"));
     text.replace(QLatin1Char('\n'), QLatin1String("<br>"));
+    // A place to break a word that no line holds; not within a tag.
+    static const QRegularExpression longWord(
+        QStringLiteral("((?:&[a-z]+;|[^<>\\s&]){24})(?![^<>]*>)"));
+    text.replace(longWord, QStringLiteral("\\1") + QChar(0x200B));
     return text;
 }

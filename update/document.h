@@ -28,7 +28,7 @@ struct Document
 };
 
 /// None when the text is no JSON object. What is missing, or of another type than it should be,
-/// takes its default: 0 or "".
+/// takes its default: 0 or "". News are cut at 4000 characters.
 std::optional<Document> parse(const QByteArray &json);
 
 /// Whether an address may be fetched: https, or http on this machine's own loopback address.
@@ -36,8 +36,8 @@ bool isAllowed(const QUrl &address);
 
 /// News as they may be shown. They may carry b, i, u, p and br without attributes, and links of
 /// the form <a href="https://...">; everything else appears as the characters that it is made of,
-/// so that it can neither load nor run anything. What is longer than 4000 characters is cut there
-/// before it is looked at.
+/// so that it can neither load nor run anything, but what turns the direction of text, which goes.
+/// Words that are too long for a line get places to be broken at (U+200B).
 QString presentable(const QString &news);
 
 } // namespace update

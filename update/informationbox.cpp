@@ -15,6 +15,7 @@ namespace {
 
 constexpr int textWidth = 420;
 constexpr int newsHeight = 180;
+constexpr int whole = 100; // percent
 
 QLabel *makeText(const QString &richText)
 {
@@ -65,7 +66,7 @@ void InformationBox::addNews(const QString &richText)
 void InformationBox::addProgress()
 {
     m_progress = new QProgressBar;
-    m_progress->setRange(0, 100);
+    m_progress->setRange(0, 0); // busy, until it is known how much there is
     m_column->insertWidget(m_column->indexOf(m_buttons), m_progress);
 }
 
@@ -91,12 +92,14 @@ bool InformationBox::isTicked() const
 
 void InformationBox::setValue(int percent)
 {
-    if (m_progress) m_progress->setValue(percent);
+    if (!m_progress) return;
+    m_progress->setRange(0, whole);
+    m_progress->setValue(percent);
 }
 
 void InformationBox::enableCanselButton(int percent)
 {
-    if (m_last) m_last->setEnabled(percent < m_progress->maximum());
+    if (m_last) m_last->setEnabled(percent < whole);
 }
 
 void InformationBox::reject()

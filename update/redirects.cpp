@@ -21,9 +21,14 @@ void update::followAllowedRedirects(QNetworkReply *reply)
             return;
         }
         qCWarning(log) << "a request must not be led to" << to.toString();
-        reply->setProperty(refused, true);
-        QMetaObject::invokeMethod(reply, &QNetworkReply::abort, Qt::QueuedConnection);
+        refuse(reply);
     });
+}
+
+void update::refuse(QNetworkReply *reply)
+{
+    reply->setProperty(refused, true);
+    QMetaObject::invokeMethod(reply, &QNetworkReply::abort, Qt::QueuedConnection);
 }
 
 bool update::wasRefused(const QNetworkReply *reply)

@@ -7,9 +7,12 @@ namespace update {
 /// How often a request may be led elsewhere.
 constexpr int maximumRedirects = 5;
 
-/// Lets a reply of the user-verified policy be led on to allowed addresses only; one that would
-/// lead elsewhere ends at once as an error that wasRefused() tells from a cancel.
-void followAllowedRedirects(QNetworkReply *reply);
+/// Ends a reply whatever it was about to bring, as an error that wasRefused() tells from a cancel.
+void refuse(QNetworkReply *reply);
 bool wasRefused(const QNetworkReply *reply);
+
+/// Lets a reply of the user-verified policy be led on to allowed addresses only, and refuses it
+/// where it would lead elsewhere.
+void followAllowedRedirects(QNetworkReply *reply);
 
 } // namespace update

@@ -10,6 +10,7 @@
 #include <QLoggingCategory>
 #include <QNetworkReply>
 #include <QPushButton>
+#include <QTextDocumentFragment>
 
 namespace {
 
@@ -58,8 +59,9 @@ bool UpdateInformation::isBusy() const
 
 void UpdateInformation::check(bool onDemand)
 {
-    if (isBusy()) return;
+    if (!canCheck()) return;
     m_onDemand = onDemand;
+    if (m_reply) return;
     m_offered = false;
     const QString stored = m_settings.read(storage::updateAddress);
     const QUrl address(
@@ -181,6 +183,7 @@ void UpdateInformation::offer(
     box->addCheckBox(tr("Do not show this message again"));
     connect(box->addButton(tr("Update now")), &QPushButton::clicked, this, now);
     connect(box->addButton(tr("Update later")), &QPushButton::clicked, this, notNow);
+    m_offered = true;
     show(box);
 }
 
@@ -220,9 +223,11 @@ void UpdateInformation::startDownload(const update::Release &release)
 
 void UpdateInformation::offerNews()
 {
-    if (m_document.news.isEmpty() || m_document.news == m_settings.read(storage::newsMark)) return;
+    const QString text = update::presentable(m_document.news);
+    const bool blank = QTextDocumentFragment::fromHtml(text).toPlainText().trimmed().isEmpty();
+    if (blank || m_document.news == m_settings.read(storage::newsMark)) return;
     auto *box = new InformationBox(tr("NORVEL Latest Information"), QString(), m_window);
-    box->addNews(update::presentable(m_document.news));
+    box->addNews(text);
     box->addCheckBox(tr("Do not show this message again"));
     connect(
         box->addButton(tr("OK")), &QPushButton::clicked, this,
@@ -309,9 +314,9 @@ void UpdateInformation::say(const QString &text)
 
 void UpdateInformation::show(InformationBox *box)
 {
-    m_offered = true;
     m_box = box;
     // What a button does comes first; it may open the next box.
     connect(box, &QDialog::finished, this, &UpdateInformation::goOn, Qt::QueuedConnection);
     box->open();
+    box->activateWindow(); // the box before it may just have closed
 }

@@ -45,8 +45,10 @@ public:
     void checkQuietly() { check(false); }
     /// The check that the user asks for: says that, too.
     void checkOnDemand() { check(true); }
-    /// Whether a check, a box or a download is under way; another check does nothing then.
+    /// Whether a check, a box or a download is under way.
     bool isBusy() const;
+    /// Whether the user's check would do anything: it takes over a quiet one that is under way.
+    bool canCheck() const { return !isBusy() || (m_reply && !m_onDemand); }
 
     UpdateSoftware &download() { return m_software; }
 
@@ -106,5 +108,5 @@ private:
     QQueue<Decision> m_steps; ///< what is still to be offered
     QPointer<InformationBox> m_box;
     bool m_onDemand = false;
-    bool m_offered = false; ///< anything, since the check began
+    bool m_offered = false; ///< a newer version, since the check began
 };

@@ -14,7 +14,8 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "tamber.update")
 
-constexpr int stallTime = 60000; // milliseconds
+constexpr int stallTime = 60000;                       // milliseconds
+constexpr qint64 largestUpdate = 1024LL * 1024 * 1024; // bytes
 
 /// The shell unpacks; it takes the archive and the folder as its arguments.
 constexpr char unzipScript[] = "var shellapp =  new ActiveXObject(\"shell.application\");\n"
@@ -29,6 +30,21 @@ bool writeWhole(const QString &fileName, const QByteArray &content)
 {
     QFile file(fileName);
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
+}
+
+/// Whether all has come that the server wanted to send. A body that ends with the connection, and
+/// says so nowhere else, may have been cut off.
+bool isWhole(const QNetworkReply *reply, qint64 size)
+{
+    const QVariant announced = reply->header(QNetworkRequest::ContentLengthHeader);
+    if (announced.isValid()) return size > 0 && announced.toLongLong() == size;
+    return size > 0 && reply->rawHeader("Transfer-Encoding").toLower() == "chunked";
+}
+
+void removeFolder(const QString &folder)
+{
+    QDir::setCurrent(QDir::tempPath());
+    if (!QDir(folder).removeRecursively()) qCWarning(log) << "not all was removed:" << folder;
 }
 
 } // namespace
@@ -49,12 +65,24 @@ UpdateSoftware::UpdateSoftware(QNetworkAccessManager &network, QObject *parent)
     connect(&m_watchdog, &QTimer::timeout, this, &UpdateSoftware::timeoutDownload);
 }
 
+UpdateSoftware::~UpdateSoftware()
+{
+    for (QProcess *process : findChildren<QProcess *>()) {
+        if (process->state() == QProcess::NotRunning) continue;
+        process->disconnect();
+        process->kill();
+        process->waitForFinished(1000);
+        removeFolder(process->workingDirectory());
+    }
+}
+
 void UpdateSoftware::download(const QUrl &address)
 {
     if (m_reply || m_unzip) return;
     m_installer.clear();
+    m_folder.clear(); // that of the last one stays: its installer may run
     m_kind = kindOf(address);
-    if (!update::isAllowed(address)) {
+    if (!update::isAllowed(address) || m_kind == Kind::DiskImage) {
         qCWarning(log) << "an update must not be downloaded from" << address.toString();
         emit errorDownloadFile();
         return;
@@ -63,6 +91,7 @@ void UpdateSoftware::download(const QUrl &address)
     request.setAttribute(
         QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
     request.setMaximumRedirectsAllowed(update::maximumRedirects);
+    request.setRawHeader("Accept-Encoding", "identity"); // its length is that of the file
     QNetworkReply *reply = m_network.get(request);
     m_reply = reply;
     update::followAllowedRedirects(reply);
@@ -76,7 +105,9 @@ void UpdateSoftware::download(const QUrl &address)
 void UpdateSoftware::replyDownloadProgress(qint64 received, qint64 total)
 {
     if (total > 0) emit progressValueChanged(static_cast<int>(received * 100 / total));
-    if (m_reply) m_watchdog.start();
+    if (!m_reply) return;
+    m_watchdog.start();
+    if (received > largestUpdate || total > largestUpdate) update::refuse(m_reply);
 }
 
 void UpdateSoftware::timeoutDownload()
@@ -89,13 +120,17 @@ void UpdateSoftware::cancelDownload()
 {
     if (m_reply) m_reply->abort();
     if (!m_unzip) return;
-    m_unzip->disconnect(this);
-    connect(
-        m_unzip, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), m_unzip,
-        &QObject::deleteLater);
-    m_unzip->kill();
+    QProcess *process = m_unzip;
     m_unzip = nullptr;
-    discard();
+    m_folder.clear();
+    process->disconnect(this);
+    // Until then it may have files open.
+    connect(
+        process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), process, [process] {
+            removeFolder(process->workingDirectory());
+            process->deleteLater();
+        });
+    process->kill();
     emit finishedDownloadFile();
 }
 
@@ -110,9 +145,8 @@ void UpdateSoftware::replyFinishedFileDownload(QNetworkReply *reply)
         return;
     }
     const QByteArray body = reply->readAll();
-    const qint64 announced = reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
-    const bool whole = announced <= 0 || announced == body.size();
-    if (reply->error() != QNetworkReply::NoError || body.isEmpty() || !whole || !store(body)) {
+    const bool good = reply->error() == QNetworkReply::NoError;
+    if (!good || !isWhole(reply, body.size()) || !store(body)) {
         qCWarning(log) << "the update was not downloaded:" << reply->errorString();
         fail();
     }
@@ -122,7 +156,7 @@ void UpdateSoftware::replyFinishedFileDownload(QNetworkReply *reply)
 bool UpdateSoftware::store(const QByteArray &body)
 {
     QTemporaryDir folder;
-    if (!folder.isValid() || m_kind == Kind::DiskImage) return false;
+    if (!folder.isValid()) return false;
     folder.setAutoRemove(false); // the installer may still run from it when the panel has ended
     m_folder = folder.path();
     QDir::setCurrent(m_folder);
@@ -195,8 +229,7 @@ void UpdateSoftware::fail()
 void UpdateSoftware::discard()
 {
     if (m_folder.isEmpty()) return;
-    QDir::setCurrent(QDir::tempPath());
-    if (!QDir(m_folder).removeRecursively()) qCWarning(log) << "not all was removed:" << m_folder;
+    removeFolder(m_folder);
     m_folder.clear();
     m_installer.clear();
 }

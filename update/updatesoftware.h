@@ -22,6 +22,8 @@ public:
 
     /// @param network must outlive the object
     explicit UpdateSoftware(QNetworkAccessManager &network, QObject *parent = nullptr);
+    /// Leaves nothing behind of what is being unpacked.
+    ~UpdateSoftware() override;
 
     /// How long a download may stand still, in milliseconds; 60000 unless a test says otherwise.
     void setStallTime(int milliseconds) { m_watchdog.setInterval(milliseconds); }
@@ -32,7 +34,9 @@ public:
     /// Whether a download or its unpacking is under way.
     bool isBusy() const { return m_reply || m_unzip; }
 
-    /// Begins; one at a time. The address must be allowed, and so must those that it leads to.
+    /// Begins; one at a time. The address must be allowed, and so must those that it leads to. Disk
+    /// images are of no use here and fail at once; what is larger than 1 GiB, and what does not
+    /// tell where it ends, fails too.
     void download(const QUrl &address);
 
 public slots:
@@ -72,6 +76,6 @@ private:
     QPointer<QNetworkReply> m_reply;
     QPointer<QProcess> m_unzip;
     Kind m_kind = Kind::Archive;
-    QString m_folder;    ///< of this download, "" without one
+    QString m_folder;    ///< of this download, "" before it has one
     QString m_installer; ///< what execFile() starts
 };

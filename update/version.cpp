@@ -7,12 +7,12 @@ int firstDigit(const QString &text)
     return text.isEmpty() ? 0 : qMax(text.at(0).digitValue(), 0);
 }
 
-/// The digits after the first point.
+/// The first two digits after the point.
 int minorOf(const QString &version)
 {
     const QString rest = version.section(QLatin1Char('.'), 1, 1);
     int length = 0;
-    while (length < rest.size() && rest.at(length).isDigit())
+    while (length < qMin(rest.size(), 2) && rest.at(length).isDigit())
         ++length;
     return rest.left(length).toInt();
 }
@@ -26,7 +26,7 @@ QString update::versionText(int major, int minor)
 
 bool update::isNewer(int major, int minor, const QString &than)
 {
-    const int published = firstDigit(QString::number(major));
-    const int other = firstDigit(than);
-    return published != other ? published > other : minor > minorOf(than);
+    const QString published = versionText(major, minor);
+    if (firstDigit(published) != firstDigit(than)) return firstDigit(published) > firstDigit(than);
+    return minorOf(published) > minorOf(than);
 }

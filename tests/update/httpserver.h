@@ -14,6 +14,9 @@
 class HttpServer : public QTcpServer
 {
 public:
+    /// What tells the client that it has all.
+    enum class End { Length, Chunks, Connection };
+
     struct Answer
     {
         QByteArray body;
@@ -24,6 +27,7 @@ public:
         int pause = 0;                      ///< ... with so many milliseconds in between
         int sent = 1 << 30;                 ///< bytes of the body, after which ...
         bool stalls = false;                ///< ... nothing more comes, or else it hangs up
+        End end = End::Length;
     };
 
     HttpServer()
@@ -53,8 +57,11 @@ private:
         asked += path;
         const Answer answer = answers.value(path, {"gone", "404 Not Found"});
         const int length = answer.announced < 0 ? answer.body.size() : answer.announced;
+        const QByteArray ends[] = {
+            "\r\nContent-Length: " + QByteArray::number(length), "\r\nTransfer-Encoding: chunked",
+            ""};
         socket->write(
-            "HTTP/1.1 " + answer.status + "\r\nContent-Length: " + QByteArray::number(length) +
+            "HTTP/1.1 " + answer.status + ends[static_cast<int>(answer.end)] +
             (answer.location.isEmpty() ? QByteArray() : "\r\nLocation: " + answer.location) +
             "\r\nConnection: close\r\n\r\n");
         send(socket, answer, 0);
@@ -64,7 +71,9 @@ private:
     {
         const int end = qMin(answer.sent, answer.body.size());
         const QByteArray part = answer.body.mid(from, qMin(answer.chunk, end - from));
-        socket->write(part);
+        const bool chunks = answer.end == End::Chunks;
+        socket->write(chunks ? QByteArray::number(part.size(), 16) + "\r\n" + part + "\r\n" : part);
+        if (chunks && from + part.size() == answer.body.size()) socket->write("0\r\n\r\n");
         if (from + part.size() < end)
             QTimer::singleShot(
                 answer.pause, socket, [=] { send(socket, answer, from + part.size()); });

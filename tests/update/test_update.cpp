@@ -230,8 +230,17 @@ void TestUpdate::badDocuments()
 void TestUpdate::onDemand()
 {
     Panel panel;
-    panel.publish("{}");
+    panel.publish("{\"messages\":\"<b> </b>\"}"); // nothing that could be shown
+    panel.checker->checkQuietly();
+    QVERIFY(panel.checker->canCheck());
+    panel.checker->checkOnDemand(); // takes the quiet one over
+    QVERIFY(!panel.checker->canCheck());
+    QVERIFY(panel.text().contains("No newer version"_s));
+    QVERIFY(panel.click("OK"_s) && panel.isQuiet());
+    QCOMPARE(panel.server.asked.size(), 1);
+    panel.publish("{\"messages\":\"Hi\"}");
     panel.checker->checkOnDemand();
+    QVERIFY(panel.text().contains("Hi"_s) && panel.click("OK"_s));
     QVERIFY(panel.text().contains("No newer version"_s));
     QVERIFY(panel.click("OK"_s) && panel.isQuiet());
     panel.settings.write(storage::softwareMark, "4.02"_s); // it is asked for, so it is shown
@@ -287,6 +296,14 @@ void TestUpdate::installs()
     QVERIFY(panel.isQuiet());
     QVERIFY(QDir::currentPath().startsWith(m_folder.filePath("tmp"_s)));
     QVERIFY(QFile::exists("temp.exe"_s)); // it may still be at work when the panel has ended
+    // Also while another update is tried.
+    const QString first = QDir::currentPath();
+    panel.server.answers["/Panel.exe"_s] = {"", "404 Not Found"};
+    panel.checker->checkQuietly();
+    QVERIFY(panel.click("Update now"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(panel.text().contains("could not be downloaded"_s), patience);
+    QVERIFY(panel.click("OK"_s) && panel.isQuiet());
+    QVERIFY(QFile::exists(first + "/temp.exe"_s));
 
     // One that cannot be started: the user is told.
     panel.server.answers["/Panel.exe"_s] = {"\x7f"
@@ -304,7 +321,8 @@ void TestUpdate::installsFromAnArchive()
     makeProgram(m_folder.filePath("bin/cscript"_s), unpacker);
     Panel panel;
     panel.publish(document(panel.server, "/panel.zip"_s));
-    panel.server.answers["/panel.zip"_s] = {installer};
+    panel.server.answers["/panel.zip"_s] = {
+        installer, "200 OK", "", -1, 7, 0, 1 << 30, false, HttpServer::End::Chunks};
     panel.checker->checkQuietly();
     QVERIFY(panel.click("Update now"_s));
     QTRY_VERIFY_WITH_TIMEOUT(panel.text().contains("<b>Download complete</b>"_s), patience);
@@ -325,6 +343,9 @@ void TestUpdate::downloadsThatFail_data()
     row("cut", {installer, "200 OK", "", -1, 1 << 30, 0, 9});
     row("too short", {installer, "200 OK", "", 4000});
     row("redirect to a file", {"", "302 Found", "file:///bin/true"});
+    using End = HttpServer::End;
+    row("no end told", {installer, "200 OK", "", -1, 1 << 30, 0, 1 << 30, false, End::Connection});
+    row("chunks, cut", {installer, "200 OK", "", -1, 5, 0, 9, false, End::Chunks});
     row("nothing to unpack with", {installer}, QByteArray());
     row("unpacking fails", {installer}, "#!/bin/sh\ncp \"$2\" \"$3/Setup.exe\"\nexit 3\n");
     row("unpacking crashes", {installer}, "#!/bin/sh\nkill -9 $$\n");
@@ -352,8 +373,9 @@ void TestUpdate::downloadsThatFail()
 
 void TestUpdate::cancels()
 {
-    makeProgram(m_folder.filePath("bin/cscript"_s), "#!/bin/sh\nsleep 600\n");
-    for (const bool unpacking : {false, true}) {
+    makeProgram(m_folder.filePath("bin/cscript"_s), "#!/bin/sh\nexec sleep 600\n");
+    for (const QString &way : {"downloading"_s, "unpacking"_s, "panel ends"_s}) {
+        const bool unpacking = way != "downloading"_s;
         Panel panel;
         panel.publish(document(panel.server, "/panel.zip"_s));
         panel.server.answers["/panel.zip"_s] = {installer, "200 OK", "", -1, 1 << 30, 0, 9, true};
@@ -362,10 +384,13 @@ void TestUpdate::cancels()
         QVERIFY(panel.click("Update now"_s));
         QVERIFY(panel.text().contains("<b>Downloading</b>"_s));
         if (unpacking) QTRY_VERIFY(!QDir(m_folder.filePath("tmp"_s)).isEmpty());
-        QVERIFY(panel.click("Cancel"_s));
-        QVERIFY(panel.isQuiet());
-        QVERIFY(QDir(m_folder.filePath("tmp"_s)).isEmpty());
+        if (way != "panel ends"_s) {
+            QVERIFY(panel.click("Cancel"_s));
+            QVERIFY(panel.isQuiet());
+            QTRY_VERIFY(QDir(m_folder.filePath("tmp"_s)).isEmpty());
+        }
     }
+    QVERIFY(QDir(m_folder.filePath("tmp"_s)).isEmpty());
 }
 
 void TestUpdate::stallsEndQuietly()
