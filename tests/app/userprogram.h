@@ -17,7 +17,9 @@ class PrivateHome
 {
 public:
     /// @param settings where the program has its settings file, if not in this home
-    explicit PrivateHome(const QString &settings = QString())
+    /// @param updates  where it looks for updates; nobody listens there by default
+    explicit PrivateHome(
+        const QString &settings = QString(), const QString &updates = "http://127.0.0.1:9/"_s)
         : m_settings(
               settings.isEmpty() ? m_folder.filePath("config/NORVEL-Demo/Tamber_Setting.ini"_s)
                                  : settings)
@@ -29,7 +31,8 @@ public:
             m_folder.filePath("run"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QFile file(m_settings);
         file.open(QIODevice::WriteOnly);
-        file.write("[Misc]\nInformation_Dialog=true\n[Update]\nJsonUrl=http://127.0.0.1:9/\n");
+        file.write(
+            "[Misc]\nInformation_Dialog=true\n[Update]\nJsonUrl=" + updates.toLatin1() + '\n');
     }
 
     QString settingsFile() const { return m_settings; }

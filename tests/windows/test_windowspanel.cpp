@@ -1,5 +1,6 @@
 #include "app/program.h"
 #include "tests/app/drivenprogram.h"
+#include "tests/update/httpserver.h"
 
 #include <QPixmap>
 #include <QScreen>
@@ -22,6 +23,7 @@ private slots:
     void secondStart();
     void pages();
     void ends();
+    void updates();
 
 private:
     void cable(const QString &inOrOut) const;
@@ -234,6 +236,41 @@ void TestWindowsPanel::ends()
     QTRY_VERIFY_WITH_TIMEOUT(m_panel->endedWith(0), patience);
     QVERIFY(!registryValue("Window"_s, "geometry"_s).isEmpty());
     QCOMPARE(readIni(m_panel->home.settingsFile()).value("Panel/MainWindowPanel"_s), "2"_s);
+}
+
+/// An archive is downloaded, unpacked by the system's script host and started: a program for tests
+/// is both, by the name that it bears.
+void TestWindowsPanel::updates()
+{
+    m_panel.reset();
+    HttpServer server;
+    server.answers["/info.json"_s].body =
+        "{\"windows_software_version_major\":9,\"windows_software_url_en\":\"" +
+        server.address("/panel.zip"_s).toLatin1() + "\"}";
+    server.answers["/panel.zip"_s].body = bytesOf(program("fakesetup.exe"_s));
+    const QDir folder(disk() + "panel"_s);
+    QVERIFY(folder.mkpath("."_s));
+    QVERIFY(QFile::copy(program("tamber-panel.exe"_s), folder.filePath("tamber-panel.exe"_s)));
+    QVERIFY(QFile::copy(program("fakesetup.exe"_s), folder.filePath("cscript.exe"_s)));
+    const PrivateHome home(userFolder() + "Tamber_Setting.ini"_s, server.address("/info.json"_s));
+    const UserProgram panel(home, inWine({folder.filePath("tamber-panel.exe"_s)}));
+
+    XDisplay display;
+    const auto answerBox = [&] {
+        const auto box = [&] {
+            return display.find("NORVEL Update Information"_s, panel.processId());
+        };
+        if (!QTest::qWaitFor([&] { return box() != 0; }, patience)) return false;
+        QTest::qWait(1000);
+        display.type({XDisplay::Return});
+        return true;
+    };
+    QVERIFY(answerBox());
+    QTRY_COMPARE_WITH_TIMEOUT(
+        server.asked, (QStringList{"/info.json"_s, "/panel.zip"_s}), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(disk() + "unpacked.txt"_s), patience);
+    QVERIFY(answerBox());
+    QTRY_VERIFY_WITH_TIMEOUT(bytesOf(disk() + "started.txt"_s).endsWith("\\Setup.exe"), patience);
 }
 
 QTEST_MAIN(TestWindowsPanel)
