@@ -58,6 +58,9 @@ QVXDevice::QVXDevice(Transport &transport, QObject *parent)
     m_thread->setObjectName(QStringLiteral("device"));
     m_unit.moveToThread(m_thread);
     connectWorker();
+    connect(
+        m_thread, &QThread::finished, this,
+        [this] { m_workerEnded.store(true, std::memory_order_release); }, Qt::DirectConnection);
     m_thread->start();
 }
 
@@ -70,6 +73,9 @@ QVXDevice::~QVXDevice()
         m_thread->terminate();
         m_thread->wait(terminateTimeout);
     }
+    // All that the worker did comes before what follows. QThread sees to that by a lock of its own,
+    // but the thread sanitizer does not know that lock.
+    m_workerEnded.load(std::memory_order_acquire);
     delete m_thread;
 }
 

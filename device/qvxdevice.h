@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <array>
+#include <atomic>
 
 class QThread;
 
@@ -233,6 +234,7 @@ private:
 
     QVXDeviceUnit m_unit;
     QThread *m_thread;
+    std::atomic<bool> m_workerEnded{false}; ///< written by the worker's thread at its end
     Caches m_caches;
     bool m_selected;
     bool m_meterRet = true;
