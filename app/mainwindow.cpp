@@ -19,7 +19,6 @@
 #include "widgets/pancontrol.h"
 
 #include <QDesktopServices>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
@@ -164,7 +163,7 @@ QLabel *MainWindow::makeNotice()
 /// Some desktops put a window of this size partly off the screen when it has no place of its own.
 void MainWindow::moveOntoScreen()
 {
-    const QRect free = QGuiApplication::primaryScreen()->availableGeometry();
+    const QRect free = screen()->availableGeometry();
     const QRect frame = frameGeometry();
     if (free.contains(frame)) return;
     const QSize room = free.size() - frame.size();

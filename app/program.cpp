@@ -81,6 +81,9 @@ void showBeside(QWidget &companion, const QWidget &panel)
 int run(const Program &program, int argc, char **argv)
 {
     qputenv("QT_AUTO_SCREEN_SCALE_FACTOR", "1");
+    // Rounded, one and a half would be two, and the window larger than many screens.
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QtSingleApplication application(argc, argv, true);
     if (application.isRunning()) {
         const bool delivered = application.sendMessage(

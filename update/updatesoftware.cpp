@@ -8,6 +8,7 @@
 #include <QLoggingCategory>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 namespace {
@@ -188,8 +189,9 @@ void UpdateSoftware::unzip()
         if (error == QProcess::FailedToStart) replyFinishedUnzip(-1, QProcess::CrashExit);
     });
     m_unzip->setWorkingDirectory(m_folder);
+    // By its whole name: one that lies beside the panel would be preferred to the system's.
     m_unzip->start(
-        QStringLiteral("cscript"),
+        QStandardPaths::findExecutable(QStringLiteral("cscript")),
         {QStringLiteral("unzip.js"),
          QDir::toNativeSeparators(folder.filePath(QStringLiteral("temp.zip"))),
          QDir::toNativeSeparators(m_folder)});

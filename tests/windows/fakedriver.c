@@ -190,6 +190,7 @@ static NTSTATUS handle(IRP *irp, const IO_STACK_LOCATION *stack, ULONG_PTR *retu
         return STATUS_SUCCESS;
     }
     if (code != TRANSFER || size < BLOCK) return STATUS_INVALID_PARAMETER;
+    if (wordAt(buffer) > 1) return STATUS_INVALID_PARAMETER;
     return wordAt(buffer) == 0 ? transferOut(buffer, size, outSize, returned)
                                : transferIn(buffer, size, outSize, returned);
 }

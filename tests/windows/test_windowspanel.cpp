@@ -24,6 +24,7 @@ private slots:
     void pages();
     void ends();
     void updates();
+    void demo();
 
 private:
     void cable(const QString &inOrOut) const;
@@ -203,10 +204,9 @@ void TestWindowsPanel::secondStart()
     UserProgram second(m_panel->home, inWine({program("tamber-panel.exe"_s)}));
     QVERIFY(second.waitForFinished(patience));
     QVERIFY(second.endedWith(0));
-    QVERIFY(m_panel->find(QLatin1String(constants::windowTitle)));
 }
 
-/// Whole on the screen, and as large as where the panel is developed.
+/// Whole on the screen; the pictures are for the eye.
 void TestWindowsPanel::pages()
 {
     const xcb_window_t window = m_panel->find(QLatin1String(constants::windowTitle));
@@ -248,12 +248,12 @@ void TestWindowsPanel::updates()
         "{\"windows_software_version_major\":9,\"windows_software_url_en\":\"" +
         server.address("/panel.zip"_s).toLatin1() + "\"}";
     server.answers["/panel.zip"_s].body = bytesOf(program("fakesetup.exe"_s));
-    const QDir folder(disk() + "panel"_s);
+    const QDir folder(disk() + "standins"_s);
     QVERIFY(folder.mkpath("."_s));
-    QVERIFY(QFile::copy(program("tamber-panel.exe"_s), folder.filePath("tamber-panel.exe"_s)));
     QVERIFY(QFile::copy(program("fakesetup.exe"_s), folder.filePath("cscript.exe"_s)));
     const PrivateHome home(userFolder() + "Tamber_Setting.ini"_s, server.address("/info.json"_s));
-    const UserProgram panel(home, inWine({folder.filePath("tamber-panel.exe"_s)}));
+    qputenv("WINEPATH", "C:\\standins"); // goes before the system's own on the path
+    const UserProgram panel(home, inWine({program("tamber-panel.exe"_s)}));
 
     XDisplay display;
     const auto answerBox = [&] {
@@ -271,6 +271,19 @@ void TestWindowsPanel::updates()
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(disk() + "unpacked.txt"_s), patience);
     QVERIFY(answerBox());
     QTRY_VERIFY_WITH_TIMEOUT(bytesOf(disk() + "started.txt"_s).endsWith("\\Setup.exe"), patience);
+}
+
+/// With its own device, and its own settings.
+void TestWindowsPanel::demo()
+{
+    XDisplay display;
+    const PrivateHome home(userFolder() + "../NORVEL-Demo/Tamber_Setting.ini"_s);
+    const UserProgram demo(home, inWine({program("tamber-demo.exe"_s)}));
+    QTRY_VERIFY_WITH_TIMEOUT(demo.window(display), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!parametersSent(home.traceFile()).isEmpty(), patience);
+    QTest::qWait(1000);
+    display.close(demo.window(display));
+    QTRY_VERIFY_WITH_TIMEOUT(demo.endedWith(0), patience);
 }
 
 QTEST_MAIN(TestWindowsPanel)
