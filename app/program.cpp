@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QFont>
 #include <QIcon>
+#include <QOperatingSystemVersion>
 #include <QPalette>
 #include <QScreen>
 #include <QStyleFactory>
@@ -81,9 +82,11 @@ void showBeside(QWidget &companion, const QWidget &panel)
 int run(const Program &program, int argc, char **argv)
 {
     qputenv("QT_AUTO_SCREEN_SCALE_FACTOR", "1");
-    // Rounded, one and a half would be two, and the window larger than many screens.
-    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    // There the user sets the scale in steps of a quarter. Rounded, one and a half would be two,
+    // and the window larger than many screens; elsewhere it comes from the screen's inches.
+    if (QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows)
+        QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+            Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QtSingleApplication application(argc, argv, true);
     if (application.isRunning()) {
         const bool delivered = application.sendMessage(

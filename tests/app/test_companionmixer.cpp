@@ -12,7 +12,6 @@ class TestCompanionMixer : public QObject
 
 private slots:
     void endsItByName();
-    void silentWithoutTheProgram();
 };
 
 void TestCompanionMixer::endsItByName()
@@ -29,11 +28,6 @@ void TestCompanionMixer::endsItByName()
     killCompanionMixer();
     qputenv("PATH", path);
     QCOMPARE(bytesOf(calls), QByteArray("/f /im tmbrmixer.exe\n"));
-}
-
-void TestCompanionMixer::silentWithoutTheProgram()
-{
-    killCompanionMixer();
 }
 
 QTEST_GUILESS_MAIN(TestCompanionMixer)

@@ -22,7 +22,6 @@ class TestInterface : public QObject
 
 private slots:
     void initTestCase() { applyLook(); }
-    void captions();
     void sliderByKeyboardWheelAndMouse();
     void outsideChangeIsPickedUp();
     void identityAndBypass();
@@ -76,23 +75,6 @@ void openInterfacePage(const Panel &panel)
 }
 
 } // namespace
-
-void TestInterface::captions()
-{
-    const InterfacePage page;
-    QStringList captions;
-    for (const QLabel *label : page.findChildren<QLabel *>())
-        if (label->buddy()) captions += label->text() + label->buddy()->objectName();
-    captions.sort();
-    const QStringList expected = {
-        "Buffer Size ：label_BufferSize"_s,           "Device ：label_Device"_s,
-        "Firmware Version ：label_FirmwareVersion"_s, "Mixer True Bypass ：label_MixerTrueBypass"_s,
-        "Sample Rate ：label_SampleRate"_s,           "Software Version ：label_SoftwareVersion"_s};
-    QCOMPARE(captions, expected);
-    QCOMPARE(page.bufferSizeLabel()->text(), "256 Samples"_s);
-    QCOMPARE(page.facts().size(), 5);
-    QCOMPARE(page.facts()[3].caption, "Sample Rate ："_s);
-}
 
 void TestInterface::sliderByKeyboardWheelAndMouse()
 {

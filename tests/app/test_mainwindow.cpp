@@ -28,7 +28,6 @@ private slots:
     void everySlotAndControlIsThere();
     void stripActsOnItself_data();
     void stripActsOnItself();
-    void faderDrag();
     void panDrag();
     void keysAndWheel();
     void controlsSpeak();
@@ -221,6 +220,9 @@ void TestMainWindow::stripActsOnItself()
     drag(cap, {{0, 30}});
     QCOMPARE(changes(), (QStringList{key + "Fader_pos=187"_s, key + "Fader_value=-16"_s}));
     QCOMPARE(cap->pos(), QPoint(column, 187));
+    const bool isMaster = strip.kind == StripKind::Master;
+    const QString label = "label_Fader"_s + (isMaster ? strip.key() : endOf(strip));
+    QCOMPARE(panel.find<QLabel>(label)->text(), "-16 dB"_s);
     forChannels(desk, strip, [](auto &channel) { channel.fader = -16; });
     TRY_DESK(panel, desk);
     doubleClick(cap);
@@ -235,7 +237,7 @@ void TestMainWindow::stripActsOnItself()
         forChannels(desk, strip, [on](auto &channel) { channel.mute = on; });
         TRY_DESK(panel, desk);
     }
-    if (strip.kind == StripKind::Master) return;
+    if (isMaster) return;
 
     for (const SideOfStrip &side : sidesOf(strip)) {
         const QString mono = side.track.channelKey;
@@ -277,39 +279,17 @@ void TestMainWindow::stripActsOnItself()
     click("pB_Solo"_s + endOf(strip));
     forChannels(desk, strip, [](auto &channel) { channel.solo = false; });
     TRY_DESK(panel, desk);
-}
 
-void TestMainWindow::faderDrag()
-{
-    struct
-    {
-        const char *stored;
-        QList<QPoint> ways;
-        int position;
-        const char *text;
-    } const drags[] = {
-        {"157", {{0, 1}, {1, 1}, {-1, 1}, {0, 4}}, 164, "-3"},
-        {"157", {{90, 0}}, 157, "0"},              // sideways is nothing
-        {"187", {{0, -60}}, 144, "6"},             // beyond the top
-        {"187", {{0, 3000}}, 245, "infinity "},    // beyond the bottom
-        {"187", {{0, 3000}, {0, -1}}, 244, "-96"}, // and back at once
-        {"150", {{0, -151}}, 245, "infinity "},    // below zero it wraps
-        {"300", {{0, -10}}, 235, "-60"},           // from outside the scale
-        {"loud", {{0, 2}}, 159, "-1"},             // from what is no number
-    };
-    Panel &panel = *m_mono;
-    auto *cap = panel.find<fader>("faderKnob6"_s);
-    for (const auto &row : drags) {
-        panel.settings.write("Track6"_s, storage::TextKey{"Fader_pos"}, QLatin1String(row.stored));
-        drag(cap, row.ways);
-        const QString text = QLatin1String(row.text);
-        const bool silent = text == "infinity "_s;
-        QCOMPARE(panel.file().value("Track6/Fader_pos"_s), QString::number(row.position));
-        QCOMPARE(panel.file().value("Track6/Fader_value"_s), text);
-        QCOMPARE(cap->pos(), QPoint(71, row.position));
-        QCOMPARE(panel.find<QLabel>("label_Fader6"_s)->text(), silent ? text : text + " dB"_s);
-        QTRY_COMPARE_WITH_TIMEOUT(
-            Desk(panel.tamber).input(6).fader, silent ? -127 : text.toInt(), patience);
+    QTest::keyClicks(panel.find<QLineEdit>("lineEdit_Name"_s + endOf(strip)), "x"_s);
+    QCOMPARE(panel.file().value(key + "Name"_s), "x"_s);
+    click("pB_Analog"_s + endOf(strip));
+    QCOMPARE(panel.file().value(key + "Select"_s), "true"_s);
+    if (strip.isMono()) return;
+    for (const char *button : {"pB_LinkOff", "pB_LinkOn"}) {
+        click(QLatin1String(button) + endOf(strip));
+        const bool on = QByteArray(button).endsWith("On");
+        QCOMPARE(panel.file().value(key + "Link"_s), on ? "true"_s : "false"_s);
+        TRY_DESK(panel, desk);
     }
 }
 
@@ -365,9 +345,15 @@ void TestMainWindow::keysAndWheel()
     QCOMPARE(cap->y(), 148);
     QTest::keyClick(knob, Qt::Key_Left);
     QCOMPARE(knob->x(), 78);
-    turnWheel(knob, 2400);
-    QCOMPARE(knob->x(), 99);
+    auto *odd = panel.find<PanControl>("panKnob3"_s);
+    for (const bool right : {false, true}) { // to the ends and no further
+        turnWheel(knob, right ? 6000 : -6000);
+        QCOMPARE(knob->x(), right ? 99 : 59);
+        turnWheel(odd, right ? 6000 : -6000);
+        QCOMPARE(odd->x(), right ? 40 : 0);
+    }
     Desk desk;
+    desk.input(3).pan = 127;
     desk.input(1).fader = 4;
     desk.input(2).pan = 127;
     TRY_DESK(panel, desk);

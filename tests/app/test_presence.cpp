@@ -1,5 +1,6 @@
 #include "tests/app/gestures.h"
 #include "tests/app/panel.h"
+#include "tests/device/faketransports.h"
 #include "tests/patience.h"
 #include "tests/tracefile.h"
 
@@ -30,18 +31,17 @@ private slots:
 namespace {
 
 /// Loses all messages with one tag, as long as it is told to.
-class LossyTransport final : public Transport
+class LossyTransport final : public RecordedTransport
 {
 public:
-    explicit LossyTransport(std::unique_ptr<Transport> behind) : m_behind(std::move(behind)) {}
+    explicit LossyTransport(std::unique_ptr<Transport> behind)
+        : RecordedTransport(behind.get()), m_behind(std::move(behind))
+    {
+    }
 
     void lose(int tag) { m_tag = tag; } ///< 0 for none
     int lost() const { return m_lost; }
 
-    int find(TransportContext &context, int index) override
-    {
-        return m_behind->find(context, index);
-    }
     int transferOut(
         TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
         std::uint16_t length, const std::uint8_t *data) override
@@ -51,17 +51,7 @@ public:
         vxmsg::Item item;
         while (vxmsg::next(message, item) == 0)
             if (item.tag == m_tag) return ++m_lost, 1;
-        return m_behind->transferOut(device, request, value, index, length, data);
-    }
-    int transferIn(
-        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
-        std::uint16_t length, std::uint8_t *data) override
-    {
-        return m_behind->transferIn(device, request, value, index, length, data);
-    }
-    int sampleRate(TransportContext &device, std::uint32_t &rate) override
-    {
-        return m_behind->sampleRate(device, rate);
+        return RecordedTransport::transferOut(device, request, value, index, length, data);
     }
 
 private:

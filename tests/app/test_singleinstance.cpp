@@ -16,7 +16,6 @@ private slots:
     void secondStartShowsTheFirst();
     void minimisedWindowComesBack();
     void hungFirst();
-    void killedFirst();
     void startsAtTheSameMoment_data();
     void startsAtTheSameMoment();
 
@@ -96,22 +95,6 @@ void TestSingleInstance::hungFirst()
     QTRY_VERIFY_WITH_TIMEOUT(!third.isUp(), patience);
     QVERIFY(third.endedWith(0));
     QVERIFY(first.isUp());
-}
-
-void TestSingleInstance::killedFirst()
-{
-    const PrivateHome home;
-    Demo first(home);
-    QTRY_VERIFY_WITH_TIMEOUT(first.window(m_display), patience);
-    first.kill();
-    QVERIFY(first.waitForFinished());
-
-    const Demo second(home);
-    QTRY_VERIFY_WITH_TIMEOUT(second.window(m_display), patience);
-    const Demo third(home);
-    QTRY_VERIFY_WITH_TIMEOUT(!third.isUp(), patience);
-    QVERIFY(third.endedWith(0));
-    QVERIFY(second.isUp());
 }
 
 void TestSingleInstance::startsAtTheSameMoment_data()

@@ -9,7 +9,6 @@
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QLabel>
-#include <QMenuBar>
 #include <QProcess>
 #include <QPushButton>
 #include <QScreen>
@@ -40,10 +39,6 @@ private:
 void TestWindow::menus()
 {
     const Panel panel("menus", "");
-    QStringList titles;
-    for (const QAction *action : panel.window.menuBar()->actions())
-        titles += action->text().remove(QLatin1Char('&'));
-    QCOMPARE(titles, (QStringList{"View"_s, "SceneMemory"_s, "Help"_s}));
     QList<QKeySequence> shortcuts;
     for (const QAction *action : panel.window.findChildren<QAction *>())
         if (!action->shortcut().isEmpty()) shortcuts += action->shortcut();
@@ -51,6 +46,8 @@ void TestWindow::menus()
     for (int slot = 1; slot <= 10; ++slot)
         for (const QString &action : {"Save"_s, "Load"_s, "Rename"_s})
             QVERIFY(panel.find<QAction>("action"_s + action + QString::number(slot)));
+    QCOMPARE(panel.find<QAction>("actionLoad1"_s)->shortcut(), QKeySequence("Ctrl+F1"_s));
+    QCOMPARE(panel.find<QAction>("actionSave1"_s)->shortcut(), QKeySequence("Ctrl+Shift+F1"_s));
 }
 
 void TestWindow::startInformation()

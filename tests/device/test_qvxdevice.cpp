@@ -35,11 +35,6 @@ struct Panel
         } while (!last.isEmpty());
         return all.join('|');
     }
-    std::uint32_t rate()
-    {
-        std::uint32_t hertz = 1;
-        return device.get_sample_rate(hertz) ? hertz : 1;
-    }
 
     simulator::SteppedClock time;
     simulator::SimulatedTamber tamber{time};
@@ -55,12 +50,6 @@ QByteArray parameter(int type, int number, const char *tag, int value)
            " 00 00";
 }
 
-QByteArray eq(int number, int band)
-{
-    return parameter(input, number, "51", band).chopped(6) +
-           " 52 02 03 53 02 04 54 02 00 55 02 01 00 00";
-}
-
 } // namespace
 
 Q_DECLARE_METATYPE(std::function<void(QVXDevice &, unsigned char)>)
@@ -71,18 +60,13 @@ class TestQVXDevice : public QObject
 
 private slots:
     void onlyTheNewestValueFollows();
-    void kindsDoNotWaitForOneAnother();
     void resultsOfSetters();
     void failuresAreToldOnce_data();
     void failuresAreToldOnce();
     void refusedChannels();
-    void eqBands();
     void resetForgets();
     void meters();
-    void gainReduction();
-    void identity();
     void identityRequestsDoNotPileUp();
-    void texts();
     void presence();
     void withoutADevice();
     void stopsWhileTheDeviceIsSlow();
@@ -105,31 +89,6 @@ void TestQVXDevice::onlyTheNewestValueFollows()
     for (int number : {4, 9, 16})
         wanted += '|' + parameter(input, number, "81", 3);
     QCOMPARE(panel.sent(), wanted + '|' + parameter(master, 1, "81", 3));
-}
-
-void TestQVXDevice::kindsDoNotWaitForOneAnother()
-{
-    Panel panel;
-    panel.device.set_truebypass(1); // sent whatever was sent before
-    panel.device.set_truebypass(1);
-    panel.device.set_pan(input, 3, 0x81);
-    panel.device.set_phase(input, 3, 1);
-    panel.device.set_mute(master, 2, 1);
-    panel.device.set_solo(input, 3, 1);
-    panel.device.set_comp(input, 3, 1, 10, 2, 5, 7, 4, 0);
-    panel.device.set_assign_ch(vxctl::channelComputer, 8, lineOut, 2);
-    panel.device.set_send_stereobus(0);
-    const QList<QByteArray> wanted{
-        "45 02 01 00 00",
-        "45 02 01 00 00",
-        parameter(input, 3, "82", 0x81),
-        parameter(input, 3, "85", 1),
-        parameter(master, 2, "83", 1),
-        parameter(input, 3, "84", 1),
-        "61 02 04 62 02 03 91 02 0a 92 02 02 93 02 05 94 02 07 95 02 04 96 02 00 97 02 01 00 00",
-        "61 02 03 62 02 08 41 01 61 02 01 62 02 02 42 01 43 01 00 00",
-        "44 02 00 00 00"};
-    QCOMPARE(panel.sent(), wanted.join('|'));
 }
 
 void TestQVXDevice::resultsOfSetters()
@@ -198,16 +157,13 @@ void TestQVXDevice::refusedChannels()
     unsigned int value = 0;
     const bool accepted[] = {
         d.set_comp(master, 1, 1, 0, 0, 0, 0, 0, 0),
-        d.set_comp(input, 17, 1, 0, 0, 0, 0, 0, 0),
         d.set_eq(input, 0, 1, 1, 0, 0, 0),
         d.set_eq(input, 1, 1, 0, 0, 0, 0),
         d.set_eq(input, 1, 1, 5, 0, 0, 0),
         d.set_eq(master, 1, 1, 1, 0, 0, 0),
         d.set_fader(master, 3, 0),
         d.set_fader(lineOut, 1, 0),
-        d.set_fader(input, 17, 0),
         d.set_mute(input, 0, 1),
-        d.set_mute(-1, 1, 1),
         d.set_pan(master, 1, 0),
         d.set_solo(master, 2, 1),
         d.set_phase(input, 255, 1),
@@ -218,21 +174,6 @@ void TestQVXDevice::refusedChannels()
     };
     QCOMPARE(std::count(std::begin(accepted), std::end(accepted), true), 0);
     QCOMPARE(panel.sent(), QByteArray());
-}
-
-void TestQVXDevice::eqBands()
-{
-    Panel panel;
-    QByteArray wanted = eq(1, 0);
-    panel.device.set_eq(input, 1, 1, 1, 3, 4, 0);
-    for (unsigned char number = 16; number >= 1; --number)
-        for (int band : {4, 3})
-            panel.device.set_eq(input, number, 1, band, 3, 4, 0);
-    // One answer lets the lowest waiting band of every channel go.
-    for (int band : {2, 3})
-        for (int number = 1; number <= 16; ++number)
-            wanted += '|' + eq(number, band);
-    QCOMPARE(panel.sent(), wanted);
 }
 
 void TestQVXDevice::resetForgets()
@@ -289,49 +230,17 @@ void TestQVXDevice::meters()
     QCOMPARE(get(18), -1); // that they failed is not forgotten
 }
 
-void TestQVXDevice::gainReduction()
-{
-    Panel panel;
-    const auto get = [&](unsigned char number) {
-        unsigned int value = 1;
-        return panel.device.get_grmeter(input, number, value) ? int(value) : -int(value);
-    };
-    for (unsigned char number : {16, 2, 16, 2, 16})
-        QCOMPARE(get(number), 0);
-    const QByteArray of2("62 02 02 61 02 04 b1 01 00 00"), of16("62 02 10 61 02 04 b1 01 00 00");
-    QCOMPARE(panel.sent(), of16 + '|' + of2 + '|' + of2 + '|' + of16);
-    QCOMPARE(get(2), 32767);
-    QCOMPARE(get(16), 32767);
-    QCOMPARE(get(3), 0); // nobody asked for it
-}
-
-void TestQVXDevice::identity()
-{
-    Panel panel;
-    std::uint16_t version = 0, build = 0;
-    QVERIFY(panel.device.get_version(version) && panel.device.get_build(build));
-    QCOMPARE(int(version), 102);
-    QCOMPARE(int(build), 34);
-    QCOMPARE(panel.rate(), 0u);
-    panel.sent();
-    panel.tamber.setSampleRate(96000);
-    QCOMPARE(panel.rate(), 48000u); // one call late
-    panel.sent();
-    QCOMPARE(panel.rate(), 96000u);
-    panel.tamber.setPlugged(false);
-    QTRY_COMPARE(panel.rate(), 0u);
-}
-
 void TestQVXDevice::identityRequestsDoNotPileUp()
 {
     Panel panel;
     const QSignalSpy presence(&panel.device, &QVXDevice::sig_is_selected);
     auto held = panel.transport.hold();
     std::uint16_t number = 0;
+    std::uint32_t hertz = 0;
     for (int i = 0; i < 100; ++i) {
         panel.device.get_version(number);
         panel.device.get_build(number);
-        panel.rate();
+        panel.device.get_sample_rate(hertz);
         panel.device.is_selected();
         if (i == 50) QThread::msleep(20); // time for the worker to begin with the first
     }
@@ -341,24 +250,6 @@ void TestQVXDevice::identityRequestsDoNotPileUp()
     QVERIFY(identities == 2 || identities == 3); // the one begun may be asked for anew
     held.lock();
     QCOMPARE(panel.transport.calls.count('R'), 1);
-}
-
-void TestQVXDevice::texts()
-{
-    Panel panel;
-    QString text;
-    const auto name = [&] { return panel.device.get_product_name(text) ? text : QString(); };
-    const auto said = [&] { return panel.device.get_debugprint(text) ? text : QString(); };
-    QCOMPARE(name(), QStringLiteral("Tamber")); // read at the start
-    panel.device.reset();
-    QCOMPARE(name(), QString());
-    QTRY_COMPARE(name(), QStringLiteral("Tamber"));
-    panel.sent();
-    panel.tamber.say("one ");
-    QTRY_COMPARE(said(), QStringLiteral("one "));
-    panel.sent();
-    panel.tamber.say("two");
-    QTRY_COMPARE(said(), QStringLiteral("one two"));
 }
 
 void TestQVXDevice::presence()

@@ -1,7 +1,6 @@
 #include "device/vxmsg.h"
 #include "tests/device/faketransports.h"
 
-#include <QRegularExpression>
 #include <QtTest>
 
 #include <random>
@@ -42,7 +41,6 @@ private slots:
     void bytes();
     void refusedItems();
     void cutOffItems();
-    void invalidFormatIsLogged();
     void anyBytesAreSafe();
 };
 
@@ -131,18 +129,6 @@ void TestVxmsg::cutOffItems()
         QVERIFY2(next(part.buffer, item) == 1 && next(part.buffer, item) == 1, wire);
         QCOMPARE(int(part.buffer.position), 2);
     }
-}
-
-void TestVxmsg::invalidFormatIsLogged()
-{
-    const QByteArray line = capturedOutput([] {
-        HeapBuffer part(QByteArray("\x31\x07\x01\x02", 4));
-        Item item;
-        next(part.buffer, item);
-    });
-    static const QRegularExpression form(
-        QStringLiteral("\\A\\.\\.\\\\vxtest\\\\vxmsg:[1-9]\\d*:ERROR 0x7\\n\\z"));
-    QVERIFY2(form.match(QString::fromLatin1(line)).hasMatch(), line);
 }
 
 void TestVxmsg::anyBytesAreSafe()

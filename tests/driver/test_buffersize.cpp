@@ -12,8 +12,6 @@
 #include <QSlider>
 #include <QtTest>
 
-#include <memory>
-
 using namespace driver;
 
 /// The steps of the buffer size, and the slider with its label on a driver's store.
@@ -23,10 +21,8 @@ class TestBufferSize : public QObject
 
 private slots:
     void steps();
-    void storeOfTheDriver();
     void loads_data();
     void loads();
-    void othersChangeTheStore();
 };
 
 namespace {
@@ -93,14 +89,6 @@ void TestBufferSize::steps()
         QCOMPARE(bufferStep(bufferFrames(step)), step);
 }
 
-/// The group of the native store is, on Windows, the key in which the driver looks.
-void TestBufferSize::storeOfTheDriver()
-{
-    const QString key = "HKEY_CURRENT_USER\\Software\\%1\\%2\\ASIODRIVER"_s.arg(
-        QLatin1String(constants::organisation), QLatin1String(constants::applicationName));
-    QCOMPARE(QLatin1String(constants::driverSettingsKey), key);
-}
-
 void TestBufferSize::loads_data()
 {
     QTest::addColumn<QByteArray>("line");
@@ -140,19 +128,6 @@ void TestBufferSize::loads()
     desk.rule.load();
     QCOMPARE(bytesOf(storePath()), settled);
     QCOMPARE(desk.state(), state);
-}
-
-/// Each load reads what lies there by then, also while the store is open elsewhere in the program.
-void TestBufferSize::othersChangeTheStore()
-{
-    const QSettings open(QLatin1String(organisation), QLatin1String(constants::applicationName));
-    Desk desk;
-    desk.rule.changed(7);
-    for (const int frames : {512, 128, 1024}) {
-        putLine("blockFrames=" + QByteArray::number(frames));
-        desk.rule.load();
-        QCOMPARE(bufferFrames(desk.slider.value()), frames);
-    }
 }
 
 QTEST_MAIN(TestBufferSize)

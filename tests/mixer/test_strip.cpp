@@ -12,8 +12,6 @@ class TestStrip : public QObject
 private slots:
     void tracks();
     void pairs();
-    void masterStrip();
-    void foreignKeys();
 };
 
 /// "4/7 4/8": type and number of each channel of the device.
@@ -57,24 +55,6 @@ void TestStrip::pairs()
         QCOMPARE(strip.index(), 16 + left / 2);
         QCOMPARE(title(strip), "Channels %1 and %2"_s.arg(left).arg(left + 1));
     }
-}
-
-void TestStrip::masterStrip()
-{
-    QCOMPARE(master().key(), "Master"_s);
-    QCOMPARE(channelsOf(master()), "2/1 2/2"_s);
-    QCOMPARE(master().index(), 24);
-}
-
-void TestStrip::foreignKeys()
-{
-    for (const char *key :
-         {"Master", "Track1_2_L", "Track2_3", "Track2_1", "Track0", "Track17", ""}) {
-        QCOMPARE(channelNumber(QLatin1String(key)), -1);
-        QCOMPARE(leftSide(QLatin1String(key)), "NotStereo"_s);
-        QCOMPARE(rightSide(QLatin1String(key)), "NotStereo"_s);
-    }
-    QCOMPARE(leftSide("Track9"_s), "NotStereo"_s);
 }
 
 QTEST_APPLESS_MAIN(TestStrip)

@@ -75,7 +75,6 @@ class TestSceneMemories : public QObject
 
 private slots:
     void initTestCase();
-    void files();
     void roundTrip();
     void quickChangesOfEqualSize();
     void unusableScene_data();
@@ -85,10 +84,7 @@ private slots:
     void saveWithoutAFile();
     void saveThatFails();
     void loadThatTheDiskRefuses();
-    void names_data();
-    void names();
     void initialize();
-    void clearedSettings();
     void killedAtAnyMoment();
     void leftovers();
 };
@@ -98,15 +94,6 @@ void TestSceneMemories::initTestCase()
     QVERIFY2(
         qEnvironmentVariable("XDG_CONFIG_HOME").contains("tamber-test."_s),
         "run it with tests/in-private-home, it writes settings files");
-}
-
-void TestSceneMemories::files()
-{
-    const Folder folder;
-    const Store store(folder);
-    QCOMPARE(store.scenes.fileName(SceneMemories::liveSettings), store.live.fileName());
-    QCOMPARE(store.scenes.fileName(1), folder.file("Tamber_sm1.ini"_s));
-    QCOMPARE(store.scenes.fileName(10), folder.file("Tamber_sm10.ini"_s));
 }
 
 void TestSceneMemories::roundTrip()
@@ -274,34 +261,6 @@ void TestSceneMemories::loadThatTheDiskRefuses()
     QTRY_VERIFY_WITH_TIMEOUT(folder.entries().contains("Track1/Fader_pos=187"_s), 10000 * slowness);
 }
 
-void TestSceneMemories::names_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char *name :
-         {"Live", "  Sunday  ", "a, b;c=d", "\"Big\" 12\" 'room'", "C:\\new\\table", "A/B & [c]",
-          "Größe ピアノ 🎸🥁", "0012", "true", "@Invalid()", "%20", " "})
-        QTest::newRow(name) << QString::fromUtf8(name);
-    QTest::newRow("long") << "ü🎸x"_s.repeated(75);
-}
-
-void TestSceneMemories::names()
-{
-    QFETCH(QString, name);
-    const Folder folder(session);
-    {
-        Store store(folder);
-        QCOMPARE(store.scenes.name(1), "SceneMemory1"_s);
-        store.scenes.rename(1, name);
-        store.scenes.rename(10, name + "2"_s);
-        QVERIFY(folder.bytes("Tamber_SceneMemory.ini"_s).startsWith("[SceneMemory]\n"));
-    }
-    const Store again(folder);
-    QCOMPARE(again.scenes.name(1), name);
-    QCOMPARE(again.scenes.name(2), "SceneMemory2"_s);
-    QCOMPARE(again.scenes.name(10), name + "2"_s);
-    QCOMPARE(folder.bytes(), QByteArray(session));
-}
-
 void TestSceneMemories::initialize()
 {
     const Folder folder(session);
@@ -324,22 +283,6 @@ void TestSceneMemories::initialize()
     QCOMPARE(
         entriesOf(readIni(folder.file("Tamber_SceneMemory.ini"_s))),
         QStringList{"SceneMemory/SceneMemory2=New"_s});
-}
-
-/// What waits to be written is forgotten as well.
-void TestSceneMemories::clearedSettings()
-{
-    const Folder folder(session);
-    Store store(folder);
-    store.live.write(track1, key::mute, true);
-    store.live.clear();
-    QTest::qWait(100);
-    QVERIFY(folder.names().isEmpty());
-    QCOMPARE(store.live.read(track1, key::fader.position), 157);
-    store.live.write(storage::informationSeen, false);
-    store.live.flush();
-    QCOMPARE(folder.entries(), QStringList{"Misc/Information_Dialog=false"_s});
-    QCOMPARE(folder.names(), QStringList{"Tamber_Setting.ini"_s});
 }
 
 namespace {

@@ -92,12 +92,8 @@ class TestSettings : public QObject
 
 private slots:
     void initTestCase();
-    void defaults();
     void textIsKept_data();
     void textIsKept();
-    void namesInTheFile();
-    void integerThatIsNoNumber_data();
-    void integerThatIsNoNumber();
     void damagedFile_data();
     void damagedFile();
     void emptyFile();
@@ -118,29 +114,6 @@ void TestSettings::initTestCase()
     QVERIFY2(
         qEnvironmentVariable("XDG_CONFIG_HOME").contains("tamber-test."_s),
         "run it with tests/in-private-home, it writes settings files");
-}
-
-void TestSettings::defaults()
-{
-    const File file;
-    const auto settings = file.open();
-    for (const auto &number :
-         {storage::windowPage, storage::audioPerformance, storage::digitalOutputFormat})
-        QCOMPARE(settings->read(number), 157);
-    for (const auto &out : storage::lineOuts)
-        QCOMPARE(settings->read(out), 157);
-    QCOMPARE(settings->read(storage::informationSeen), false);
-    QCOMPARE(settings->read(storage::trueBypass), false);
-    QCOMPARE(settings->read(storage::stereoBus), true);
-    QCOMPARE(settings->read(storage::updateAddress), QString());
-    for (const auto &control : {key::fader, key::pan, key::compRelease, key::eqHighGain}) {
-        QCOMPARE(settings->read(track3, control.position), 157);
-        QCOMPARE(settings->read(track3, control.text), QString());
-    }
-    for (const auto &toggle : {key::select, key::phase, key::mute, key::link, key::eqLowCut})
-        QCOMPARE(settings->read(track3, toggle), false);
-    settings->flush();
-    QVERIFY2(!QFile::exists(file.path()), "reading must not store the defaults");
 }
 
 void TestSettings::textIsKept_data()
@@ -171,64 +144,6 @@ void TestSettings::textIsKept()
         settings->flush();
         QCOMPARE(File(file.bytes()).open()->read(track3, key::fader.text), text);
     }
-}
-
-/// What other versions of the panel and copied scenes know.
-void TestSettings::namesInTheFile()
-{
-    const File file;
-    {
-        const auto settings = file.open();
-        settings->write("Track1_2_R"_s, key::pan, 79, "C"_s);
-        settings->write("Master"_s, key::mute, false);
-        settings->write(track3, key::name, "Größe"_s);
-        settings->write(track3, key::eqHighMidQ, 64, "1.00"_s);
-        settings->write(track3, key::eqLowGain, 63, "0"_s);
-        settings->write(storage::audioPerformance, 1);
-        settings->write(storage::stereoBus, false);
-        settings->write(storage::softwareMark, "4.01"_s);
-        for (int i = 0; i < 8; ++i)
-            settings->write(storage::lineOuts[i], -i);
-    }
-    const QStringList expected = {
-        "Interface/AudioPeformanceIndex=1"_s,
-        "LineOutSettings/LineOut1=0"_s,
-        "LineOutSettings/LineOut2=-1"_s,
-        "LineOutSettings/LineOut3=-2"_s,
-        "LineOutSettings/LineOut4=-3"_s,
-        "LineOutSettings/LineOut5=-4"_s,
-        "LineOutSettings/LineOut6=-5"_s,
-        "LineOutSettings/LineOut7=-6"_s,
-        "LineOutSettings/LineOut8=-7"_s,
-        "Master/Mute=false"_s,
-        "Misc/ComputerOutToStereoBus=false"_s,
-        "Track1_2_R/Pan_pos=79"_s,
-        "Track1_2_R/Pan_value=C"_s,
-        "Track3/EqHighMidQFreqPos=64"_s,
-        "Track3/EqHighMidQFreqText=1.00"_s,
-        "Track3/EqLowGainPos=63"_s,
-        "Track3/EqLowGainValue=0"_s,
-        "Track3/Name=Größe"_s,
-        "Update/SoftDialog=4.01"_s};
-    QCOMPARE(entriesOf(file.content()), expected);
-    const auto again = File(file.bytes()).open();
-    QCOMPARE(again->read(storage::stereoBus), false);
-    QCOMPARE(again->read(storage::lineOuts[7]), -7);
-}
-
-void TestSettings::integerThatIsNoNumber_data()
-{
-    QTest::addColumn<QByteArray>("value");
-    for (const char *value : {"", "abc", "12abc", "1.5", "99999999999", "\"infinity \"", "1, 2"})
-        QTest::newRow(value) << QByteArray(value);
-}
-
-void TestSettings::integerThatIsNoNumber()
-{
-    QFETCH(QByteArray, value);
-    const auto settings = File("[Track3]\nFader_pos=" + value + "\nPan_pos=7\n").open();
-    QCOMPARE(settings->read(track3, key::fader.position), 157);
-    QCOMPARE(settings->read(track3, key::pan.position), 7);
 }
 
 void TestSettings::damagedFile_data()

@@ -53,9 +53,6 @@ void TestDisplays::dialFrames()
     for (int frame = 0; frame < DialControl::frameCount; ++frame) {
         dial.setFrame(frame);
         seen += imageOf(dial);
-        const int clock = 700 + 100 * (frame / 2) + 30 * (frame % 2);
-        const QPixmap wanted(":/Resource/track/knob_s/knob-s_%1.png"_s.arg(clock));
-        QCOMPARE(seen.last(), wanted.toImage());
         QCOMPARE(seen.count(seen.last()), 1);
     }
     dial.setFrame(0);

@@ -17,8 +17,6 @@ private slots:
     void bells();
     void highShelf();
     void lowShelves();
-    void frequencyColumns();
-    void flat();
     void placesOfBands();
     void clamping();
     void rounding();
@@ -102,28 +100,6 @@ void TestEqCurve::lowShelves()
         QVERIFY(std::count(cut.begin(), cut.end(), weight) > 0);
     for (const int weight : {76, 50, 25, 11, 6})
         QVERIFY(std::count(plain.begin(), plain.end(), weight) > 0);
-}
-
-void TestEqCurve::frequencyColumns()
-{
-    QCOMPARE(eqshapes::column(0), 9);
-    QCOMPARE(eqshapes::column(31), 85);
-    QCOMPARE(eqshapes::column(63), 133);
-    QCOMPARE(eqshapes::highColumn(0), 73);
-    QCOMPARE(eqshapes::highColumn(31), 117);
-    for (int step = 1; step < 64; ++step)
-        QVERIFY(eqshapes::column(step) > eqshapes::column(step - 1));
-}
-
-void TestEqCurve::flat()
-{
-    for (int step = 0; step < 64; ++step) {
-        EqCurve curve{EqCurve::State::On, {}, step % 2 == 1};
-        for (EqCurve::Band &band : curve.bands)
-            band = {0, std::min(step, 31), step % 7};
-        for (int x = 1; x <= 135; ++x)
-            QCOMPARE(curve.response(x), 0);
-    }
 }
 
 /// Each band is drawn with its own shape about its own frequency.
