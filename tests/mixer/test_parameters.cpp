@@ -13,6 +13,7 @@ private slots:
     void gainScale();
     void lists_data();
     void lists();
+    void times();
     void frames();
     void drags();
     void storedValues_data();
@@ -24,6 +25,30 @@ namespace {
 const Parameter &lowFreq = parameter(ParameterId::LowFreq);
 const Parameter &highGain = parameter(ParameterId::HighGain);
 const Parameter &attack = parameter(ParameterId::Attack);
+
+QStringList textsOf(const Parameter &parameter)
+{
+    QStringList texts;
+    for (int step = 0; step < parameter.steps; ++step)
+        texts += parameter.text(step);
+    return texts;
+}
+
+const QStringList lowFrequencies =
+    "32 40 50 60 70 80 90 100 125 150 175 200 225 250 300 350 400 450 500 600 700 800 850 900 950 "
+    "1.0k 1.1k 1.2k 1.3k 1.4k 1.5k 1.6k"_s.split(QLatin1Char(' '));
+const QStringList highFrequencies =
+    "1.7k 1.8k 1.9k 2.0k 2.2k 2.4k 2.6k 2.8k 3.0k 3.2k 3.4k 3.6k 3.8k 4.0k 4.5k 5.0k 5.5k 6.0k "
+    "6.5k 7.0k 7.5k 8.0k 9.0k 10.0k 11.0k 12.0k 13.0k 14.0k 15.0k 16.0k 17.0k 18.0k"_s.split(
+        QLatin1Char(' '));
+
+QStringList numbers(int from, int to)
+{
+    QStringList list;
+    for (int i = from; i <= to; ++i)
+        list += QString::number(i);
+    return list;
+}
 
 } // namespace
 
@@ -51,44 +76,62 @@ void TestParameters::gainScale()
 void TestParameters::lists_data()
 {
     QTest::addColumn<int>("id");
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QStringList>("texts"); // the first, the default and the last
-    const auto row = [](ParameterId id, int count, const QString &texts) {
-        QTest::newRow(parameter(id).stem)
-            << static_cast<int>(id) << count << texts.split(QLatin1Char(' '));
+    QTest::addColumn<QStringList>("texts");
+    QTest::addColumn<QString>("defaultText");
+    const auto row = [](ParameterId id, const QStringList &texts, const QString &text) {
+        QTest::newRow(parameter(id).stem) << static_cast<int>(id) << texts << text;
     };
-    row(ParameterId::LowFreq, 32, "32 100 1.6k"_s);
-    row(ParameterId::LowMidFreq, 64, "32 400 18.0k"_s);
-    row(ParameterId::HighMidFreq, 64, "32 2.0k 18.0k"_s);
-    row(ParameterId::HighFreq, 32, "1.7k 10.0k 18.0k"_s);
-    row(ParameterId::LowMidQ, 7, "0.25 1.00 16.00"_s);
-    row(ParameterId::HighMidQ, 7, "0.25 1.00 16.00"_s);
-    row(ParameterId::Threshold, 33, "-32 0 0"_s);
-    row(ParameterId::Ratio, 15, "1.0:1 1.0:1 inf:1"_s);
-    row(ParameterId::MakeUpGain, 21, "0 0 20"_s);
+    const QStringList q = "0.25 0.50 1.00 2.00 4.00 8.00 16.00"_s.split(QLatin1Char(' '));
+    row(ParameterId::LowFreq, lowFrequencies, "100"_s);
+    row(ParameterId::LowMidFreq, lowFrequencies + highFrequencies, "400"_s);
+    row(ParameterId::HighMidFreq, lowFrequencies + highFrequencies, "2.0k"_s);
+    row(ParameterId::HighFreq, highFrequencies, "10.0k"_s);
+    row(ParameterId::LowMidQ, q, "1.00"_s);
+    row(ParameterId::HighMidQ, q, "1.00"_s);
+    row(ParameterId::Threshold, numbers(-32, 0), "0"_s);
+    row(ParameterId::Ratio,
+        "1.0:1 1.1:1 1.3:1 1.5:1 1.7:1 2.0:1 2.5:1 3.0:1 3.5:1 4.0:1 5.0:1 6.0:1 8.0:1 16.0:1 "
+        "inf:1"_s.split(QLatin1Char(' ')),
+        "1.0:1"_s);
+    row(ParameterId::MakeUpGain, numbers(0, 20), "0"_s);
 }
 
 /// Every position gives a step, both ways, and the step is what is sent.
 void TestParameters::lists()
 {
     QFETCH(int, id);
-    QFETCH(int, count);
     QFETCH(QStringList, texts);
+    QFETCH(QString, defaultText);
     const Parameter &list = parameter(static_cast<ParameterId>(id));
+    QCOMPARE(textsOf(list), texts);
     int before = -1;
     for (int position = 0; position <= 127; ++position) {
         const Value value = valueAt(list, position);
-        QCOMPARE(value.step, position * count / 128);
+        QCOMPARE(value.step, position * texts.size() / 128);
+        QCOMPARE(value.text, texts[value.step]);
         QCOMPARE(stepOfText(list, value.text), value.step);
         QCOMPARE(commandByte(list, value.step), static_cast<std::uint8_t>(value.step));
         // A text alone puts the knob on the smallest position of its step.
         if (value.step != before) QCOMPARE(storedValue(list, -1, value.text).position, position);
         before = value.step;
     }
-    QCOMPARE(valueAt(list, 0).text, texts[0]);
-    QCOMPARE(valueAt(list, list.defaultPosition).text, texts[1]);
-    QCOMPARE(valueAt(list, 300).text, texts[2]);
+    QCOMPARE(valueAt(list, 300).text, texts.last());
+    QCOMPARE(valueAt(list, list.defaultPosition).text, defaultText);
     QCOMPARE(stepOfText(list, "none"_s), -1);
+}
+
+void TestParameters::times()
+{
+    const Parameter &release = parameter(ParameterId::Release);
+    for (int step = 0; step < 100; ++step) {
+        QCOMPARE(valueAt(attack, step).text, QString::number(2 * step + 2));
+        QCOMPARE(valueAt(release, step).text, QString::number(10 * step + 10));
+        QCOMPARE(commandByte(attack, valueAt(attack, step).step), static_cast<std::uint8_t>(step));
+    }
+    QCOMPARE(attackTime(-1), 2);
+    QCOMPARE(attackTime(157), 200);
+    QCOMPARE(releaseTime(120), 1000);
+    QCOMPARE(releaseTime(-5), 10);
 }
 
 void TestParameters::frames()
@@ -110,6 +153,9 @@ void TestParameters::frames()
 void TestParameters::drags()
 {
     QCOMPARE(draggedKnob(highGain, 63, 200, 190), 73);
+    QCOMPARE(draggedKnob(highGain, 63, 200, 210), 53);
+    QCOMPARE(draggedKnob(highGain, 120, 200, 0), 127);
+    QCOMPARE(draggedKnob(lowFreq, 5, 200, 300), 0);
     QCOMPARE(draggedKnob(attack, 95, 200, 190), 99);
     QCOMPARE(draggedKnob(highGain, 20, 10, 0xFFF6), 40); // out over the top of the screen
 }
