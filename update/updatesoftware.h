@@ -10,7 +10,8 @@
 class QNetworkAccessManager;
 
 /// Downloads an update whole, unpacks it where it is an archive, and starts the installer in it.
-/// Nothing is kept of a download that did not come whole. GUI thread only; it never waits.
+/// Nothing is kept of a download that did not come whole. GUI thread only; it never waits, but for
+/// the destructor.
 class UpdateSoftware : public QObject
 {
     Q_OBJECT
@@ -22,7 +23,8 @@ public:
 
     /// @param network must outlive the object
     explicit UpdateSoftware(QNetworkAccessManager &network, QObject *parent = nullptr);
-    /// Leaves nothing behind of what is being unpacked.
+    /// Leaves nothing behind of what is being unpacked; waits a second at most for its process to
+    /// end.
     ~UpdateSoftware() override;
 
     /// How long a download may stand still, in milliseconds; 60000 unless a test says otherwise.
