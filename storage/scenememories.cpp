@@ -2,8 +2,6 @@
 
 #include "app/constants.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QLoggingCategory>
 
 #include <iterator>
@@ -55,11 +53,12 @@ QStringList settingsOfThePanel()
 
 } // namespace
 
-SceneMemories::SceneMemories(Settings &live, const char *organisation)
-    : m_live(live), m_organisation(organisation), m_names(organisation, constants::sceneMemoryFile)
+SceneMemories::SceneMemories(Settings &live, const char *organisation, Disk &disk)
+    : m_live(live), m_disk(disk), m_organisation(organisation),
+      m_names(organisation, constants::sceneMemoryFile, disk, {QLatin1String(nameGroup)})
 {
     for (int slot = 1; slot <= slotCount; ++slot)
-        removeLeftovers(fileName(slot));
+        removeLeftovers(disk, fileName(slot));
 }
 
 bool SceneMemories::save(int slot)
@@ -76,7 +75,7 @@ bool SceneMemories::load(int slot)
 
 bool SceneMemories::exists(int slot) const
 {
-    return Settings::isUsable(fileName(slot));
+    return m_live.isUsable(fileName(slot));
 }
 
 QString SceneMemories::name(int slot) const
@@ -94,11 +93,10 @@ void SceneMemories::rename(int slot, const QString &name)
 void SceneMemories::initialize()
 {
     m_names.clear();
-    for (int slot = 1; slot <= slotCount; ++slot) {
-        const QString file = fileName(slot);
-        if (QFileInfo::exists(file) && !QFile::remove(file))
-            qCWarning(log) << "the scene cannot be deleted:" << file;
-    }
+    m_names.flush();
+    for (int slot = 1; slot <= slotCount; ++slot)
+        if (!m_disk.remove(fileName(slot)))
+            qCWarning(log) << "the scene cannot be deleted:" << fileName(slot);
 }
 
 QString SceneMemories::fileName(int index) const

@@ -18,7 +18,8 @@ public:
 
     /// @param live must outlive the scenes
     /// @param organisation that of the live settings
-    SceneMemories(Settings &live, const char *organisation);
+    SceneMemories(
+        Settings &live, const char *organisation, storage::Disk &disk = storage::realDisk());
 
     /// Takes the live settings as the scene of a slot.
     /// @return false when it could not; the scene from before is still there, and the log says so
@@ -28,7 +29,8 @@ public:
     /// @return false when there is no such scene; nothing has changed then
     bool load(int slot);
 
-    /// Whether the slot holds a scene that can be loaded. A file of nothing usable is none.
+    /// Whether the slot holds a scene that can be loaded. A file that is empty, or holds no group of
+    /// the panel's, is none.
     bool exists(int slot) const;
 
     /// The name of a slot; "SceneMemory1" to "SceneMemory10" until it is given another one.
@@ -45,6 +47,7 @@ public:
 
 private:
     Settings &m_live;
+    storage::Disk &m_disk;
     const char *const m_organisation;
     Settings m_names;
 };

@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QElapsedTimer>
+#include <QObject>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
@@ -15,20 +16,27 @@
 /// The file is read once; from then on the state of the session is what this object holds, whatever
 /// happens to the file meanwhile. Writing is write-through: a change is on disk as soon as the
 /// event loop is reached, or 50 ms after the previous write where that is later, so that a drag
-/// costs twenty writes a second. The file is replaced whole, never written in place.
+/// costs twenty writes a second. The file is replaced whole, never written in place. A write that
+/// fails leaves the old file as it was, and is tried again every 2 s.
 ///
-/// A file that cannot be read is not touched until something is written: reads answer the defaults,
-/// the log says so, and a copy of the file is kept beside it. Of a file that is damaged in places
-/// the rest is read, and a copy is kept as well; so it is of a file that somebody else has put in
-/// place of the one that was read or written last.
-class Settings
+/// Of a damaged file everything readable is used, and a copy is kept beside it. While a file that
+/// exists cannot be read, or nothing in it can, reading is tried again for 5 s. Nothing is written
+/// in this time: what is set is added to the file's values when it can be read. Afterwards the
+/// defaults hold, and the file is moved aside before the first write.
+class Settings : public QObject
 {
+    Q_OBJECT
+
 public:
     /// Opens the file of this organisation and application in the user's settings folder.
-    Settings(const char *organisation, const char *application);
-    ~Settings();
-    Settings(const Settings &) = delete;
-    Settings &operator=(const Settings &) = delete;
+    /// @param groups those that the file may hold; a file with none of them counts as unreadable
+    Settings(
+        const char *organisation, const char *application, storage::Disk &disk = storage::realDisk(),
+        const QStringList &groups = panelGroups());
+    ~Settings() override;
+
+    /// The groups of the panel's own settings.
+    static QStringList panelGroups();
 
     /// @name Values of a strip; the group is the strip's key
     /// A missing key, or an integer that is no number, reads as its default: 157, false or "".
@@ -53,38 +61,62 @@ public:
     void write(const storage::TextSetting &setting, const QString &value);
     ///@}
 
-    /// Writes what has changed to disk now. A failure is logged once, and the write is tried again
-    /// until it succeeds.
+    /// Writes what has changed to disk now. A failure is logged once.
     void flush();
 
-    /// Whether nothing is stored, so that there may be no file.
+    /// Whether nothing is stored.
     bool isEmpty() const { return m_values.isEmpty(); }
 
     QString fileName() const { return m_fileName; }
 
-    /// @name The file as a whole
-    /// What has changed is written before; failures are logged.
+    /// @name Trouble with the file
     ///@{
 
-    /// Copies the file byte for byte to another path.
-    /// @return false when it could not; what was at that path is still there
+    enum class Reading {
+        Done,
+        Retrying, ///< a file that exists cannot be read; it is tried again
+        Failed,   ///< it could not be read for 5 s; the defaults hold
+    };
+    Reading reading() const { return m_reading; }
+    /// Takes the defaults for good after reading has failed.
+    void acceptDefaults();
+
+    /// Whether the last write failed.
+    bool isWriteFailing() const { return m_failing; }
+    ///@}
+
+    /// @name The file as a whole
+    ///@{
+
+    /// Copies the state to another file, byte for byte as the live file holds it.
+    /// @return false if that fails, which is logged; what was at that path is still there
     bool copyTo(const QString &fileName);
 
     /// Whether a file is one of the panel's settings: there, readable, and with a group that the
     /// panel knows.
-    static bool isUsable(const QString &fileName);
+    bool isUsable(const QString &fileName) const;
 
-    /// Takes over the values of another file, byte for byte where nothing is kept from before that
-    /// differs. When the disk refuses, the values are those of the other file all the same, and the
-    /// write is tried again until it succeeds.
+    /// Replaces all values by those of another file, except the kept ones. If no kept value
+    /// differs, the live file becomes a byte copy. If the disk refuses, the values are taken all
+    /// the same, and the write is tried again until it succeeds.
     /// @param kept what stays as it is now, a missing key missing: as "group/key", or "group/" for
     ///        all of a group
-    /// @return false when the other file is not usable; nothing has changed then
+    /// @return false if the other file is not usable; nothing has changed then
     bool takeFrom(const QString &fileName, const QStringList &kept);
 
-    /// Forgets all values and deletes the file. What is written afterwards makes a new one.
+    /// Forgets all values. The next flush replaces the file by one with what is written afterwards,
+    /// or deletes it if that is nothing.
     void clear();
     ///@}
+
+signals:
+    /// All values may have changed without having been written: the file could be read at last, or
+    /// the defaults were accepted.
+    void replaced();
+    /// reading() or isWriteFailing() has changed.
+    void troubleChanged();
+    /// Somebody else had changed the file, which is now replaced; a copy is kept beside it.
+    void foreignChangeReplaced();
 
 private:
     struct Stamp
@@ -95,20 +127,34 @@ private:
     };
 
     void open();
+    bool tryReading();
+    void retryReading();
+    void setReading(Reading reading);
     Stamp stampOfFile() const;
-    bool bringFileUpToDate();
+    bool holdsKnownGroup(const storage::Values &values) const;
     storage::Values merged(storage::Values taken, const QStringList &kept) const;
+    void makeRoom();
+    bool writeFile();
     void noteResult(bool written);
-    QVariant value(const QString &group, const char *key, const QVariant &missing) const;
+    QByteArray value(const QString &group, const char *key) const;
     int integer(const QString &group, const char *key) const;
+    bool isOn(const QString &group, const char *key, bool missing) const;
     QString text(const QString &group, const char *key) const;
-    void setValue(const QString &group, const char *key, const QVariant &value);
+    void setValue(const QString &group, const char *key, const QByteArray &value);
+    void startTimer();
 
+    storage::Disk &m_disk;
     const QString m_fileName;
+    const QStringList m_groups;
     storage::Values m_values;
-    Stamp m_stamp; ///< of the file as it was read or written last
+    QByteArray m_content; ///< of the file as it is, or is to be; null if the values have changed
+    Stamp m_stamp;        ///< of the file as it was read or written last
     QTimer m_timer;
+    QTimer m_readTimer;
+    QElapsedTimer m_sinceOpen;
     QElapsedTimer m_sinceFlush;
+    Reading m_reading = Reading::Done;
+    bool m_aside = false;   ///< the file could not be read and is to be moved aside
     bool m_changed = false; ///< something is not on disk yet
-    bool m_failing = false; ///< the last write did not succeed
+    bool m_failing = false;
 };

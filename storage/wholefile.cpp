@@ -1,110 +1,167 @@
 #include "storage/wholefile.h"
 
-#include "storage/inicodec.h"
-
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include <QLoggingCategory>
+#include <QRegularExpression>
 #include <QSettings>
-
-#include <filesystem>
 
 namespace storage {
 namespace {
 
+Q_LOGGING_CATEGORY(log, "tamber.storage")
+
 constexpr int leftoverAge = 60; // seconds
+constexpr int mostCopies = 5;
+constexpr int mostLinks = 8; // that are followed one after the other
+
+/// Where a path leads. The end of a chain of links need not exist.
+QString followLinks(const QString &path)
+{
+    QString target = path;
+    for (int i = 0; i < mostLinks && QFileInfo(target).isSymLink(); ++i)
+        target = QFileInfo(target).symLinkTarget();
+    return target;
+}
+
+/// A name beside a file under which a new one is made. It is this process's own.
+QString freshName(const QString &path)
+{
+    return path + QStringLiteral(".%1.new").arg(QCoreApplication::applicationPid());
+}
+
+bool writeWhole(Disk &disk, const QString &path, const QByteArray &content)
+{
+    const std::unique_ptr<Disk::Output> output = disk.create(path);
+    if (!output) return false;
+    const bool written = output->write(content) && output->flush() && output->sync();
+    const bool closed = output->close();
+    return written && closed && disk.size(path) == content.size();
+}
+
+QString nameOf(KeptAs reason)
+{
+    switch (reason) {
+    case KeptAs::Damaged:
+        return QStringLiteral("damaged");
+    case KeptAs::Unreadable:
+        return QStringLiteral("unreadable");
+    case KeptAs::Foreign:
+        break;
+    }
+    return QStringLiteral("foreign");
+}
+
+/// Removes the oldest copies. Those that older versions of the panel have named with the time count
+/// as well.
+void removeOldCopies(Disk &disk, const QFileInfo &original, const QString &newest)
+{
+    QFileInfoList copies = original.dir().entryInfoList(
+        {original.fileName() + QStringLiteral(".kept-*")}, QDir::Files, QDir::Time);
+    copies.removeOne(QFileInfo(newest));
+    for (int i = mostCopies - 1; i < copies.size(); ++i)
+        disk.remove(copies[i].filePath());
+}
+
+bool copyFile(Disk &disk, const QString &from, const QString &to)
+{
+    std::unique_ptr<Disk::Output> output = disk.create(to);
+    if (!output) return false;
+    bool written = true;
+    const Disk::Read read = disk.read(from, [&](const char *bytes, qint64 count) {
+        written = output->write(QByteArray::fromRawData(bytes, static_cast<int>(count)));
+        return written;
+    });
+    written = written && output->flush() && output->sync();
+    return output->close() && written && read == Disk::Read::Done;
+}
 
 } // namespace
 
 QString pathOf(const char *organisation, const char *application)
 {
-    const QSettings store(
+    // Qt opens the file that it is asked for. So it is asked for one that does not exist, and the
+    // name is put into its folder.
+    const QSettings beside(
         QSettings::IniFormat, QSettings::UserScope, QLatin1String(organisation),
-        QLatin1String(application));
-    return QDir::cleanPath(store.fileName());
+        QStringLiteral("none.%1").arg(QCoreApplication::applicationPid()));
+    const QDir folder = QFileInfo(beside.fileName()).dir();
+    return QDir::cleanPath(
+        folder.absolutePath() + QLatin1Char('/') + QLatin1String(application) +
+        QStringLiteral(".ini"));
 }
 
-QString freshName(const QString &fileName)
+FileContent readFile(Disk &disk, const QString &path)
 {
-    return fileName + QStringLiteral(".%1.new").arg(QCoreApplication::applicationPid());
+    FileContent content;
+    IniReader reader;
+    const Disk::Read read = disk.read(path, [&](const char *bytes, qint64 count) {
+        content.bytes.append(bytes, static_cast<int>(count));
+        if (content.bytes.size() > IniReader::mostText) content.bytes.clear();
+        return reader.read(bytes, count);
+    });
+    reader.finish();
+    content.values = reader.values();
+    if (read == Disk::Read::Missing)
+        content.health = FileHealth::Missing;
+    else if (read == Disk::Read::Failed || content.values.isEmpty())
+        content.health = FileHealth::Unreadable;
+    else
+        content.health = reader.isDamaged() ? FileHealth::Damaged : FileHealth::Good;
+    if (content.health != FileHealth::Good) content.bytes.clear();
+    return content;
 }
 
-void removeLeftovers(const QString &fileName)
+bool replaceFile(Disk &disk, const QString &path, const QByteArray &content)
 {
-    const QFileInfo file(fileName);
-    const QString own = QFileInfo(freshName(fileName)).fileName();
-    QDir folder = file.dir();
-    const QStringList left =
-        folder.entryList({file.fileName() + QStringLiteral(".*.new*")}, QDir::Files);
-    for (const QString &name : left) {
+    const QString target = followLinks(path);
+    QDir().mkpath(QFileInfo(target).path());
+    const QString fresh = freshName(target);
+    if (writeWhole(disk, fresh, content)) {
+        if (disk.size(target) >= 0) disk.copyPermissions(target, fresh);
+        if (disk.rename(fresh, target)) return true;
+    }
+    disk.remove(fresh);
+    return false;
+}
+
+void removeLeftovers(Disk &disk, const QString &path)
+{
+    const QFileInfo file(followLinks(path));
+    const QString own = QFileInfo(freshName(file.filePath())).fileName();
+    const QRegularExpression made(
+        QRegularExpression::anchoredPattern(
+            QRegularExpression::escape(file.fileName()) + QStringLiteral("\\.\\d+\\.new")));
+    const QFileInfoList left =
+        file.dir().entryInfoList({file.fileName() + QStringLiteral(".*.new")}, QDir::Files);
+    for (const QFileInfo &leftover : left) {
+        if (!made.match(leftover.fileName()).hasMatch()) continue;
         // Another process may be writing a younger one just now. One with the id of this process
         // is of a former one that had the same id.
-        const QFileInfo leftover(folder.filePath(name));
         const qint64 age = leftover.lastModified().secsTo(QDateTime::currentDateTime());
-        if (age > leftoverAge || name.startsWith(own)) folder.remove(name);
+        if (age > leftoverAge || leftover.fileName() == own) disk.remove(leftover.filePath());
     }
 }
 
-FileHealth readValues(const QString &fileName, Values &values)
+bool keepCopy(Disk &disk, const QString &path, KeptAs reason)
 {
-    const FileHealth health = inspect(fileName);
-    if (health == FileHealth::Missing || health == FileHealth::Unreadable) return health;
-    QSettings store(fileName, QSettings::IniFormat);
-    store.setIniCodec(iniCodec());
-    const QStringList keys = store.allKeys();
-    for (const QString &key : keys)
-        values.insert(key, store.value(key));
-    if (keys.isEmpty()) return FileHealth::Unreadable;
-    return store.status() == QSettings::FormatError ? FileHealth::Damaged : health;
-}
-
-bool writeValues(const QString &fileName, const Values &values)
-{
-    const QString fresh = freshName(fileName);
-    bool written = false;
-    {
-        QSettings store(fresh, QSettings::IniFormat);
-        store.setIniCodec(iniCodec());
-        for (auto value = values.cbegin(); value != values.cend(); ++value)
-            store.setValue(value.key(), value.value());
-        store.sync();
-        written = store.status() == QSettings::NoError;
+    const QString original = followLinks(path);
+    const QString copy = original + QStringLiteral(".kept-") + nameOf(reason);
+    const QString fresh = freshName(original);
+    bool kept = copyFile(disk, original, fresh) && disk.rename(fresh, copy);
+    if (!kept) {
+        // A file that cannot be read, or for which there is no room, can still have a second name.
+        disk.remove(fresh);
+        kept = disk.link(original, fresh) && disk.rename(fresh, copy);
     }
-    if (written && replaceFile(fileName, fresh)) return true;
-    QFile::remove(fresh);
-    return false;
-}
-
-bool makeCopy(const QString &of, const QString &fileName)
-{
-    QFile original(of);
-    if (!original.open(QIODevice::ReadOnly)) return false;
-    const QByteArray content = original.readAll();
-    if (original.error() != QFileDevice::NoError) return false;
-    QSaveFile copy(fileName); // its commit waits for the disk
-    return copy.open(QIODevice::WriteOnly) && copy.write(content) == content.size() &&
-           copy.commit();
-}
-
-bool copyWhole(const QString &from, const QString &fileName)
-{
-    const QString fresh = freshName(fileName);
-    if (makeCopy(from, fresh) && replaceFile(fileName, fresh)) return true;
-    QFile::remove(fresh);
-    return false;
-}
-
-bool replaceFile(const QString &fileName, const QString &by)
-{
-    const auto path = [](const QString &name) {
-        return std::filesystem::path(name.toStdU16String());
-    };
-    std::error_code error;
-    std::filesystem::rename(path(by), path(fileName), error);
-    return !error;
+    if (kept)
+        qCWarning(log) << "a copy of it is kept as" << copy;
+    else
+        qCWarning(log) << "no copy of it could be kept as" << copy;
+    removeOldCopies(disk, QFileInfo(original), copy);
+    return kept;
 }
 
 } // namespace storage

@@ -148,7 +148,7 @@ void TestSceneMemories::unusableScene_data()
                       "[Track01]\nMute=true\n");
     QTest::newRow("group without a key") << QByteArray("[Track1]\n");
     QTest::newRow("no settings") << QByteArray("Dear diary,\ntoday it rained.\n");
-    QTest::newRow("binary") << QByteArray("[Track1]\nFader_pos=150\n\0\1\2\xFF\n", 28);
+    QTest::newRow("binary") << QByteArray("[Track1]\nFader_pos=1\0\1\2\xFF\n", 28);
     QTest::newRow("folder") << QByteArray("folder");
     QTest::newRow("forbidden") << QByteArray("[Track1]\nFader_pos=150\n");
 }
@@ -383,14 +383,14 @@ void TestSceneMemories::killedAtAnyMoment()
     QVERIFY2(seen.size() > 4, "nothing was written between the kills");
 }
 
-/// Old ones of every file go with the next start; one that another process may be writing stays.
+/// Old ones of every file go with the next start; one that another process may be writing stays,
+/// and so do the user's own files.
 void TestSceneMemories::leftovers()
 {
     const Folder folder(session);
     const QDateTime longAgo = QDateTime::currentDateTime().addSecs(-3600);
     for (const QString &name : {"Setting"_s, "sm1"_s, "sm10"_s, "SceneMemory"_s}) {
-        for (const QString &ending :
-             {".1.new"_s, ".1.new.Xk3a9Q"_s, ".1.new7"_s, ".1.new.lock"_s}) {
+        for (const QString &ending : {".1.new"_s, ".before-gig.new"_s}) {
             const QString left = "Tamber_%1.ini%2"_s.arg(name, ending);
             folder.write(left, "[Track1]\nMute=true\n");
             QFile file(folder.file(left));
@@ -398,9 +398,12 @@ void TestSceneMemories::leftovers()
             QVERIFY(file.setFileTime(longAgo, QFileDevice::FileModificationTime));
         }
     }
-    folder.write("Tamber_sm1.ini.1.new2"_s, "[Track1]\nMute=true\n");
+    folder.write("Tamber_sm1.ini.2.new"_s, "[Track1]\nMute=true\n");
     const Store store(folder);
-    const QStringList expected = {"Tamber_Setting.ini"_s, "Tamber_sm1.ini.1.new2"_s};
+    const QStringList expected = {
+        "Tamber_SceneMemory.ini.before-gig.new"_s, "Tamber_Setting.ini"_s,
+        "Tamber_Setting.ini.before-gig.new"_s,     "Tamber_sm1.ini.2.new"_s,
+        "Tamber_sm1.ini.before-gig.new"_s,         "Tamber_sm10.ini.before-gig.new"_s};
     QCOMPARE(folder.names(), expected);
 }
 

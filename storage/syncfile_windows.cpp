@@ -1,0 +1,13 @@
+#include "storage/syncfile.h"
+
+#include <io.h>
+
+bool storage::syncFile(int descriptor)
+{
+    return _commit(descriptor) == 0;
+}
+
+void storage::syncFolderOf(const QString &)
+{
+    // The file system's own log keeps names.
+}

@@ -1,0 +1,297 @@
+#include "storage/scenememories.h"
+#include "tests/inifile.h"
+#include "tests/patience.h"
+#include "tests/storage/failingdisk.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QtTest>
+
+#include <csignal>
+#include <vector>
+#include <sys/resource.h>
+
+namespace key = storage::strip;
+
+namespace {
+
+constexpr char childVariable[] = "TAMBER_TEST_FULL_DISK";
+const QString track1 = QStringLiteral("Track1");
+const QStringList files = {
+    "Tamber_Setting.ini"_s, "Tamber_sm1.ini"_s, "Tamber_sm2.ini"_s, "Tamber_SceneMemory.ini"_s};
+
+/// A folder with settings, two scenes and their names.
+struct Folder
+{
+    explicit Folder(const QByteArray &name) : organisation(name)
+    {
+        QDir(path()).removeRecursively();
+        QDir().mkpath(path());
+        write(files[0], "[Track1]\nFader_pos=187\nName=live\n");
+        write(files[1], "[Track1]\nFader_pos=150\nName=one\n");
+        write(files[2], "[Track1]\nFader_pos=160\nName=two\n");
+        write(files[3], "[SceneMemory]\nSceneMemory1=Intro\n");
+    }
+    QString path() const
+    {
+        return qEnvironmentVariable("XDG_CONFIG_HOME") + "/"_s + QLatin1String(organisation);
+    }
+    QString file(const QString &name) const { return path() + "/"_s + name; }
+    void write(const QString &name, const QByteArray &content) const
+    {
+        QFile out(file(name));
+        out.open(QIODevice::WriteOnly);
+        out.write(content);
+    }
+    QList<QByteArray> contents() const
+    {
+        QList<QByteArray> all;
+        for (const QString &name : files)
+            all += bytesOf(file(name));
+        return all;
+    }
+
+    const QByteArray organisation;
+};
+
+struct Store
+{
+    Store(const Folder &folder, storage::Disk &disk)
+        : live(folder.organisation.constData(), "Tamber_Setting", disk),
+          scenes(live, folder.organisation.constData(), disk)
+    {
+    }
+    Settings live;
+    SceneMemories scenes;
+};
+
+/// Something that the user does.
+struct Act
+{
+    const char *name;
+    void (*run)(Store &);
+};
+
+const Act acts[] = {
+    {"save", [](Store &s) { s.scenes.save(1); }},
+    {"load", [](Store &s) { s.scenes.load(2); }},
+    {"rename", [](Store &s) { s.scenes.rename(1, "Verse"_s); }},
+    {"change",
+     [](Store &s) {
+         s.live.write(track1, key::mute, true);
+         s.live.flush();
+     }},
+    {"change and save",
+     [](Store &s) {
+         s.live.write(track1, key::mute, true);
+         s.scenes.save(2);
+     }},
+    {"initialize memory",
+     [](Store &s) {
+         s.live.clear();
+         s.live.write(storage::informationSeen, false);
+         s.live.flush();
+     }},
+};
+
+} // namespace
+
+/// A disk that fails at any of its operations: each file is the old one or the new one.
+class TestFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyOperation_data();
+    void everyOperation();
+    void unreadableAtTheStart();
+    void unreadableForGood();
+    void fullDisk();
+    void copiesArePruned();
+    void linksAndPermissions();
+};
+
+void TestFaults::everyOperation_data()
+{
+    QTest::addColumn<int>("act");
+    for (int i = 0; i < int(std::size(acts)); ++i)
+        QTest::newRow(acts[i].name) << i;
+}
+
+void TestFaults::everyOperation()
+{
+    QFETCH(int, act);
+    const Folder wanted("FaultsWanted");
+    const QList<QByteArray> old = wanted.contents();
+    FailingDisk disk;
+    {
+        Store store(wanted, disk);
+        disk.failAt(0);
+        acts[act].run(store);
+    }
+    const QList<QByteArray> done = wanted.contents();
+    QVERIFY(done != old);
+    const int operations = disk.count();
+    QVERIFY2(operations >= 6, "create, write, flush, sync, close, rename");
+    for (const auto way : {FailingDisk::Way::NoSpace, FailingDisk::Way::Short,
+                           FailingDisk::Way::Silent}) {
+        for (int n = 1; n <= operations; ++n) {
+            const Folder folder("Faults");
+            {
+                Store store(folder, disk);
+                disk.failAt(n, way);
+                acts[act].run(store);
+                const QList<QByteArray> now = folder.contents();
+                for (int i = 0; i < files.size(); ++i)
+                    QVERIFY2(
+                        now[i] == old[i] || now[i] == done[i],
+                        qPrintable("operation %1: %2"_s.arg(n).arg(files[i])));
+                QCOMPARE(QDir(folder.path()).entryList({"*.new"_s}, QDir::Files), QStringList());
+            }
+            // The settings are written with the next chance, which is the end here.
+            QCOMPARE(folder.contents().first(), done.first());
+        }
+    }
+}
+
+/// A virus scanner holds the file: nothing is written, and what is set meanwhile is not lost.
+void TestFaults::unreadableAtTheStart()
+{
+    const Folder folder("Locked");
+    const QByteArray before = bytesOf(folder.file(files[0]));
+    FailingDisk disk;
+    disk.readable = false;
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("cannot be read, trying again"_s));
+    Settings live(folder.organisation.constData(), "Tamber_Setting", disk);
+    const QSignalSpy replaced(&live, &Settings::replaced);
+    QCOMPARE(live.reading(), Settings::Reading::Retrying);
+    live.write(storage::windowPage, 2);
+    live.flush();
+    QTest::qWait(300);
+    QCOMPARE(bytesOf(folder.file(files[0])), before);
+    disk.readable = true;
+    QTRY_COMPARE_WITH_TIMEOUT(replaced.count(), 1, 5000 * slowness);
+    QCOMPARE(live.reading(), Settings::Reading::Done);
+    QCOMPARE(live.read(track1, key::fader.position), 187);
+    live.flush();
+    const QStringList expected = {
+        "Panel/MainWindowPanel=2"_s, "Track1/Fader_pos=187"_s, "Track1/Name=live"_s};
+    QCOMPARE(entriesOf(readIni(folder.file(files[0]))), expected);
+}
+
+/// After five seconds the defaults hold; the file is moved aside before the first write. A pipe
+/// that nobody writes to does not keep the start waiting.
+void TestFaults::unreadableForGood()
+{
+    const QList<QByteArray> contents = {
+        QByteArray("\0\1garbage\n", 10), "", "Dear diary,\ntoday it rained.\n",
+        "[Foreign]\nKey=1\n", "pipe"};
+    std::vector<std::unique_ptr<Folder>> folders;
+    std::vector<std::unique_ptr<Settings>> all;
+    for (const QByteArray &content : contents) {
+        folders.push_back(std::make_unique<Folder>("Garbage" + QByteArray::number(static_cast<int>(all.size()))));
+        const QString file = folders.back()->file(files[0]);
+        folders.back()->write(files[0], content);
+        if (content == "pipe")
+            QVERIFY(QFile::remove(file) && QProcess::execute("mkfifo"_s, {file}) == 0);
+        all.push_back(std::make_unique<Settings>(
+            folders.back()->organisation.constData(), "Tamber_Setting"));
+        QCOMPARE(all.back()->reading(), Settings::Reading::Retrying);
+    }
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        Settings &live = *all[i];
+        const QByteArray &content = contents[static_cast<int>(i)];
+        const QString file = folders[i]->file(files[0]);
+        const QSignalSpy replaced(&live, &Settings::replaced);
+        QTRY_COMPARE_WITH_TIMEOUT(live.reading(), Settings::Reading::Failed, 10000 * slowness);
+        live.flush();
+        if (content != "pipe") QCOMPARE(bytesOf(file), content);
+        live.write(track1, key::mute, true);
+        live.flush();
+        QCOMPARE(entriesOf(readIni(file)), QStringList{"Track1/Mute=true"_s});
+        if (content != "pipe") QCOMPARE(bytesOf(file + ".kept-unreadable"_s), content);
+        QCOMPARE(live.reading(), Settings::Reading::Failed);
+        live.acceptDefaults();
+        QCOMPARE(live.reading(), Settings::Reading::Done);
+        QCOMPARE(replaced.count(), 1);
+    }
+}
+
+/// The child process of the test below: a disk without room for one more byte.
+static int runOnAFullDisk(const QByteArray &organisation)
+{
+    rlimit room;
+    getrlimit(RLIMIT_FSIZE, &room);
+    room.rlim_cur = 16;
+    signal(SIGXFSZ, SIG_IGN); // a write fails as on a full disk
+    setrlimit(RLIMIT_FSIZE, &room);
+    Settings live(organisation.constData(), "Tamber_Setting");
+    SceneMemories scenes(live, organisation.constData());
+    live.write(track1, key::mute, true);
+    live.flush();
+    const bool failed = live.isWriteFailing() && !scenes.save(1);
+    return failed ? 0 : 1;
+}
+
+void TestFaults::fullDisk()
+{
+    const Folder folder("Full");
+    const QList<QByteArray> before = folder.contents();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(childVariable), QLatin1String(folder.organisation));
+    QProcess child;
+    child.setProcessEnvironment(environment);
+    child.start(QCoreApplication::applicationFilePath(), {});
+    QVERIFY(child.waitForFinished(30000));
+    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(child.exitCode(), 0);
+    QCOMPARE(folder.contents(), before);
+}
+
+void TestFaults::copiesArePruned()
+{
+    const Folder folder("Copies");
+    for (int i = 0; i < 9; ++i)
+        folder.write(files[0] + ".kept-2026010%1-101010-001"_s.arg(i), "old");
+    folder.write(files[0] + ".before-gig.new"_s, "mine");
+    Settings live(folder.organisation.constData(), "Tamber_Setting");
+    const QSignalSpy foreign(&live, &Settings::foreignChangeReplaced);
+    for (int i = 0; i < 20; ++i) {
+        const QByteArray theirs = "[Track1]\nName=theirs" + QByteArray::number(i) + '\n';
+        folder.write(files[0], theirs + QByteArray(i, '#'));
+        live.write(track1, key::fader.position, 150 + i);
+        live.flush();
+        QCOMPARE(foreign.count(), i + 1);
+        QVERIFY(bytesOf(folder.file(files[0] + ".kept-foreign"_s)).startsWith(theirs));
+    }
+    QCOMPARE(QDir(folder.path()).entryList({"*.kept-*"_s}, QDir::Files).size(), 5);
+    QCOMPARE(bytesOf(folder.file(files[0] + ".before-gig.new"_s)), QByteArray("mine"));
+}
+
+void TestFaults::linksAndPermissions()
+{
+    const Folder folder("Links");
+    const QString real = folder.file("elsewhere/mix.ini"_s);
+    QVERIFY(QDir(folder.path()).mkdir("elsewhere"_s));
+    QVERIFY(QFile::rename(folder.file(files[0]), real));
+    QVERIFY(QFile::link(real, folder.file(files[0])));
+    const QFile::Permissions own = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser |
+                                   QFile::WriteUser;
+    QVERIFY(QFile::setPermissions(real, own));
+    Settings live(folder.organisation.constData(), "Tamber_Setting");
+    live.write(track1, key::mute, true);
+    live.flush();
+    QVERIFY(QFileInfo(folder.file(files[0])).isSymLink());
+    QVERIFY(bytesOf(real).contains("Mute=true"));
+    QCOMPARE(QFile::permissions(real), own);
+}
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    if (qEnvironmentVariableIsSet(childVariable)) return runOnAFullDisk(qgetenv(childVariable));
+    TestFaults test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "test_faults.moc"
