@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <cstring>
 #include <iterator>
 #include <windows.h>
@@ -90,16 +91,19 @@ void write(const Block &block, std::uint8_t *to)
     to[15] = block.request;
 }
 
-/// One request. False when the driver refuses it, and when it returns more or less than `expected`.
-bool control(
+/// One request. Returns 0 for success and 1 if the driver refuses it or returns more or less than
+/// `expected` bytes. Only a refusal has an error of the system to report.
+int control(
     const Device &device, ControlCode code, std::uint8_t *in, std::size_t inSize, void *out,
     DWORD outSize, DWORD expected)
 {
     DWORD returned = 0;
-    return DeviceIoControl(
-               device.get(), code, in, static_cast<DWORD>(inSize), out, outSize, &returned,
-               nullptr) &&
-           returned == expected;
+    const BOOL accepted = DeviceIoControl(
+        device.get(), code, in, static_cast<DWORD>(inSize), out, outSize, &returned, nullptr);
+    if (!accepted) return failed(__LINE__);
+    if (returned == expected) return 0;
+    std::printf("ERROR : %d\n", __LINE__);
+    return 1;
 }
 
 /// The Tamber's own kernel driver, by way of its control requests.
@@ -140,8 +144,7 @@ int KernelDriver::transferOut(
     if (!input) return failed(__LINE__);
     write({toDevice, length, request, value, index}, input.get());
     std::memcpy(input.get() + blockSize, data, length);
-    const bool sent = control(device, controlTransfer, input.get(), size, nullptr, 0, 0);
-    return sent ? 0 : failed(__LINE__);
+    return control(device, controlTransfer, input.get(), size, nullptr, 0, 0);
 }
 
 int KernelDriver::transferIn(
@@ -152,9 +155,7 @@ int KernelDriver::transferIn(
     if (!device) return 1;
     std::array<std::uint8_t, blockSizeToFetch> input = {};
     write({fromDevice, 0, request, value, index}, input.data());
-    const bool filled =
-        control(device, controlTransfer, input.data(), input.size(), data, length, length);
-    return filled ? 0 : failed(__LINE__);
+    return control(device, controlTransfer, input.data(), input.size(), data, length, length);
 }
 
 int KernelDriver::sampleRate(TransportContext &context, std::uint32_t &rate)

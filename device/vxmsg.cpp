@@ -132,13 +132,14 @@ int next(Buffer &buffer, Item &item)
     if (format > formatBytes) return vxlog::error(vxlog::vxmsg, __LINE__, format);
 
     if (format == formatBytes) {
-        if (room < bytesHeaderSize || from[2] + bytesHeaderSize > room) return 1;
+        if (room < bytesHeaderSize) return failed(__LINE__);
+        if (from[2] + bytesHeaderSize > room) return failed(__LINE__);
         item = {from[0], format, from[2], 0, from + bytesHeaderSize};
         advance(buffer, item.length + bytesHeaderSize);
         return 0;
     }
     const int size = fixedSize(format);
-    if (size > room) return 1;
+    if (size > room) return failed(__LINE__);
     const auto length = static_cast<std::uint8_t>(size - headerSize);
     item = {from[0], format, length, getNumber(from + headerSize, format), nullptr};
     advance(buffer, size);

@@ -65,8 +65,9 @@ int append(Buffer &buffer, std::uint8_t tag, std::uint8_t format, std::uint32_t 
 /// buffer to its capacity.
 int append(Buffer &buffer, std::uint8_t tag, const std::uint8_t *bytes, std::uint8_t length);
 
-/// Decodes the item at the position and advances past it. 1 at the end of the message, on an item
-/// that is cut off and on an invalid format: no further item can be read then.
+/// Decodes the item at the position and advances past it. Returns 1 at the end of the message, on
+/// an item that is cut off and on an invalid format; the latter two are logged. No further item can
+/// be read then.
 int next(Buffer &buffer, Item &item);
 
 } // namespace vxmsg

@@ -164,7 +164,9 @@ bool SimulatedTamber::parse(const std::uint8_t *message, std::size_t length, Req
         ++request.count;
     const std::size_t rest = length - buffer.position;
     const std::uint8_t *end = request.message.bytes + buffer.position;
-    return rest == 0 || (rest >= 2 && end[0] == vxmsg::tagEnd && end[1] == vxmsg::formatEnd);
+    // Only a message without room for its end item needs none.
+    const bool full = rest == 0 && length + 2 > vxmsg::maxMessage;
+    return full || (rest >= 2 && end[0] == vxmsg::tagEnd && end[1] == vxmsg::formatEnd);
 }
 
 bool SimulatedTamber::take(const std::uint8_t *message, std::size_t length)

@@ -117,16 +117,37 @@ void TestVxmsg::refusedItems()
     QCOMPARE(int(whole.buffer.position), 0);
 }
 
+/// They end the message, and are logged; where a message may end, nothing is.
 void TestVxmsg::cutOffItems()
 {
-    for (const char *wire :
-         {"", "81", "81 02", "72 03 01", "21 04 01 02 03", "34 05", "34 05 04 41 42 43",
-          "34 05 ff 41", "00 00", "07 00 81 02 01", "81 06 01", "81 ff 01"}) {
+    struct
+    {
+        const char *wire;
+        const char *log; ///< its end
+    } const ends[] = {
+        {"", ""},
+        {"81", ""},
+        {"00 00", ""},
+        {"07 00 81 02 01", ""},
+        {"81 02", "ERROR\n"},
+        {"72 03 01", "ERROR\n"},
+        {"21 04 01 02 03", "ERROR\n"},
+        {"34 05", "ERROR\n"},
+        {"34 05 04 41 42 43", "ERROR\n"},
+        {"34 05 ff 41", "ERROR\n"},
+        {"81 06 01", "ERROR 0x6\n"},
+        {"81 ff 01", "ERROR 0xff\n"},
+    };
+    for (const auto &end : ends) {
         // Behind a good item, which must still be handed out.
-        HeapBuffer part("\x71\x01" + QByteArray::fromHex(wire));
+        HeapBuffer part("\x71\x01" + QByteArray::fromHex(end.wire));
         Item item;
         QCOMPARE(next(part.buffer, item), 0);
-        QVERIFY2(next(part.buffer, item) == 1 && next(part.buffer, item) == 1, wire);
+        int result = 0;
+        const QByteArray log = capturedOutput([&] { result = next(part.buffer, item); });
+        QCOMPARE(result, 1);
+        QCOMPARE(log.count('\n'), *end.log ? 1 : 0);
+        QVERIFY2(log.endsWith(end.log), log.constData());
         QCOMPARE(int(part.buffer.position), 2);
     }
 }

@@ -34,7 +34,7 @@ void TestDescribe::lastCommand_data()
     row("610204 620201 850201 0000", "Phase of input 1 inverted");
     row("610204 620207 510203 5202FC 53023F 540206 550201 0000",
         "EQ of input 7 on, low-mid band to -4 dB");
-    row("610204 620208 910220 92020E 930263 940262 950214 960201 970201",
+    row("610204 620208 910220 92020E 930263 940262 950214 960201 970201 0000",
         "Compressor of input 8 on");
     row("610203 620205 4101 610201 620203 4201 4301 0000", "Line out 3 plays computer 5");
     row("440200 0000", "Computer out to stereo bus off");

@@ -6,7 +6,9 @@
 #include "tests/windows/check.h"
 
 #include <array>
+#include <cstdio>
 #include <fstream>
+#include <io.h>
 #include <iterator>
 #include <memory>
 #include <shlwapi.h>
@@ -126,6 +128,43 @@ void fetching()
     CHECK(bench.fetch(bytes) == 0);
 }
 
+/// What is written to standard output meanwhile.
+template <typename Act>
+std::string printed(Act act)
+{
+    std::fflush(stdout);
+    std::FILE *const file = std::tmpfile();
+    const int console = _dup(1);
+    _dup2(_fileno(file), 1);
+    act();
+    std::fflush(stdout);
+    _dup2(console, 1);
+    _close(console);
+    std::rewind(file);
+    std::string text(4096, '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), file));
+    std::fclose(file);
+    return text;
+}
+
+/// A count that is wrong is no error of the system: none that happened before is reported for it.
+void wrongCount()
+{
+    Bench bench;
+    CHECK(bench.found());
+    behave(BEHAVE_SHORT);
+    std::array<std::uint8_t, 64> bytes;
+    const std::string text = printed([&] {
+        SetLastError(ERROR_ACCESS_DENIED);
+        bench.fetch(bytes);
+    });
+    CHECK(text.find("ERROR : ") == 0);
+    CHECK(text.find('\n') + 1 == text.size());
+    behave(BEHAVE_REFUSE);
+    CHECK(printed([&] { bench.fetch(bytes); }).find("ERROR : ") > 0); // behind the system's text
+    behave(BEHAVE_WELL);
+}
+
 void rate()
 {
     Bench bench;
@@ -219,6 +258,7 @@ int main()
     lastMatchCounts();
     sending();
     fetching();
+    wrongCount();
     rate();
     unplugging();
     nothingLeaks();
