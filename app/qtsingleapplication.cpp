@@ -1,18 +1,27 @@
 #include "app/qtsingleapplication.h"
 
+#include "app/constants.h"
+
 #include <QCryptographicHash>
 #include <QDataStream>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFileInfo>
 #include <QLocalSocket>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QThread>
 #include <QWidget>
 
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
 namespace {
 
 constexpr char acknowledgement = 'A';
-constexpr int retryInterval = 20; // milliseconds until the first process is tried again
+constexpr int retryInterval = 20;    // milliseconds until the first process is tried again
+constexpr int unreadableTime = 500;  // milliseconds that a process needs at most to write its lock
 
 /// What only the processes of one program, of one user in one session, have in common.
 QString programId()
@@ -25,18 +34,43 @@ QString programId()
     return QStringLiteral("tamber-") + QLatin1String(hash.toHex().left(16));
 }
 
-/// The folder of the lock and, where sockets are files, of the socket.
-QString runtimeFolder()
+/// Whether this user, and nobody else, can make files in a folder.
+bool isPrivate(const QString &folder)
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    return folder.isEmpty() ? QDir::tempPath() : folder;
+    const QFileInfo info(folder);
+    if (!info.isDir() || !info.isWritable()) return false;
+#ifdef Q_OS_UNIX
+    constexpr QFile::Permissions others = QFile::WriteGroup | QFile::WriteOther;
+    return info.ownerId() == ::geteuid() && !(info.permissions() & others);
+#else
+    return true;
+#endif
 }
 
-QString serverName(const QString &id)
+/// The folder of the lock and, where sockets are files, of the socket: where nobody else can put a
+/// socket of his own, or take this one away.
+QString runtimeFolder()
+{
+    const QString settings = QFileInfo(QSettings(
+                                           QSettings::IniFormat, QSettings::UserScope,
+                                           QLatin1String(constants::organisation))
+                                           .fileName())
+                                 .path();
+    const QStringList folders = {
+        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation), settings,
+        QStandardPaths::writableLocation(QStandardPaths::HomeLocation)};
+    for (const QString &folder : folders)
+        if (!folder.isEmpty() && isPrivate(folder)) return folder;
+    qWarning("no folder for the lock: several panels may run at a time");
+    return QString();
+}
+
+QString serverName(const QString &folder, const QString &id)
 {
 #ifdef Q_OS_UNIX
-    return QDir(runtimeFolder()).filePath(id);
+    return QDir(folder).filePath(id);
 #else
+    Q_UNUSED(folder)
     return id;
 #endif
 }
@@ -60,7 +94,7 @@ bool connectTo(QLocalSocket &socket, const QString &name, const QDeadlineTimer &
 } // namespace
 
 QtSingleApplication::QtSingleApplication(int &argc, char **argv, bool)
-    : QApplication(argc, argv), m_id(programId())
+    : QApplication(argc, argv), m_id(programId()), m_folder(runtimeFolder())
 {
     connect(&m_server, &QLocalServer::newConnection, this, [this] { acceptConnection(); });
 }
@@ -69,20 +103,39 @@ QtSingleApplication::~QtSingleApplication() = default;
 
 bool QtSingleApplication::isRunning()
 {
-    if (m_lock) return false;
+    if (m_lock || m_folder.isEmpty()) return false;
     auto lock =
-        std::make_unique<QLockFile>(QDir(runtimeFolder()).filePath(m_id + QStringLiteral(".lock")));
+        std::make_unique<QLockFile>(QDir(m_folder).filePath(m_id + QStringLiteral(".lock")));
     // However old it is, the lock of a living process holds; that of a dead one does not.
     lock->setStaleLockTime(0);
-    if (!lock->tryLock() && lock->error() == QLockFile::LockFailedError) return true;
+    const bool locked = lock->tryLock() || (isStale(*lock) && lock->tryLock());
+    if (!locked && lock->error() == QLockFile::LockFailedError) return true;
     m_lock = std::move(lock);
     listen();
     return false;
 }
 
+/// Removes a lock that does not say whose it is, if nobody answers at the socket. A process that
+/// was killed while it made its lock leaves such a one.
+bool QtSingleApplication::isStale(QLockFile &lock) const
+{
+    const QDeadlineTimer deadline(unreadableTime);
+    while (!deadline.hasExpired()) {
+        qint64 process = 0;
+        QString host;
+        QString program;
+        if (lock.getLockInfo(&process, &host, &program)) return false;
+        QLocalSocket socket;
+        socket.connectToServer(serverName(m_folder, m_id));
+        if (socket.waitForConnected(left(deadline))) return false;
+        QThread::msleep(retryInterval);
+    }
+    return lock.removeStaleLockFile();
+}
+
 void QtSingleApplication::listen()
 {
-    const QString name = serverName(m_id);
+    const QString name = serverName(m_folder, m_id);
     QLocalServer::removeServer(name); // what a crashed process may have left
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     if (!m_server.listen(name))
@@ -106,7 +159,7 @@ bool QtSingleApplication::sendMessage(const QString &message, int timeout)
 {
     const QDeadlineTimer deadline(timeout);
     QLocalSocket socket;
-    if (!connectTo(socket, serverName(m_id), deadline)) return false;
+    if (!connectTo(socket, serverName(m_folder, m_id), deadline)) return false;
     QDataStream stream(&socket);
     stream << message;
     while (socket.bytesToWrite() > 0)
@@ -140,6 +193,11 @@ void QtSingleApplication::activateWindow()
     if (!m_window) return;
     m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
-    m_window->raise();
-    m_window->activateWindow();
+    // A box that is open takes the keyboard, and the window behind it would not react.
+    QWidget *box = activeModalWidget();
+    for (QWidget *window : {m_window.data(), box}) {
+        if (!window) continue;
+        window->raise();
+        window->activateWindow();
+    }
 }

@@ -30,7 +30,7 @@ public slots:
     /// it has not within timeout milliseconds. Blocks.
     bool sendMessage(const QString &message, int timeout = 5000);
 
-    /// Raises and activates the activation window.
+    /// Raises and activates the activation window, and the box that is open over it.
     void activateWindow();
 
 signals:
@@ -38,10 +38,12 @@ signals:
     void messageReceived(const QString &message);
 
 private:
+    bool isStale(QLockFile &lock) const;
     void listen();
     void acceptConnection();
 
-    const QString m_id; ///< of the program in this session
+    const QString m_id;     ///< of the program in this session
+    const QString m_folder; ///< of the lock and the socket; "" if there is none that is safe
     std::unique_ptr<QLockFile> m_lock;
     QLocalServer m_server;
     QPointer<QWidget> m_window;

@@ -2,6 +2,7 @@
 #include "tests/app/demo.h"
 #include "tests/patience.h"
 
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QtTest>
 
@@ -15,6 +16,9 @@ class TestSingleInstance : public QObject
 private slots:
     void secondStartShowsTheFirst();
     void minimisedWindowComesBack();
+    void boxComesWithItsWindow();
+    void unreadableLock();
+    void noRuntimeFolder();
     void hungFirst();
     void startsAtTheSameMoment_data();
     void startsAtTheSameMoment();
@@ -72,6 +76,66 @@ void TestSingleInstance::minimisedWindowComesBack()
     window.showMinimized();
     emit application.messageReceived("any"_s);
     QVERIFY(window.isMinimized());
+}
+
+/// A box that is open comes to the front with its window, and has the keyboard.
+void TestSingleInstance::boxComesWithItsWindow()
+{
+    auto &application = *qobject_cast<QtSingleApplication *>(qApp);
+    QWidget window;
+    window.setGeometry(0, 0, 200, 200);
+    window.show();
+    QDialog box(&window);
+    box.open();
+    application.setActivationWindow(&window, true);
+    QWidget cover;
+    cover.setGeometry(0, 0, 1366, 768);
+    cover.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&cover));
+    const auto idOf = [](const QWidget &w) { return static_cast<xcb_window_t>(w.winId()); };
+    m_display.raise(idOf(cover));
+    emit application.messageReceived("any"_s);
+    QTRY_VERIFY(m_display.isAbove(idOf(box), idOf(window)));
+    QTRY_VERIFY(m_display.isAbove(idOf(window), idOf(cover)));
+    QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget *>(&box));
+}
+
+/// A process that was killed while it made its lock stops no later start.
+void TestSingleInstance::unreadableLock()
+{
+    for (const QByteArray &content : {QByteArray(), QByteArray("garbage\n\n")}) {
+        const PrivateHome home;
+        const auto locks = [&] {
+            return QDir(home.runtime).entryInfoList({"*.lock"_s}, QDir::Files);
+        };
+        {
+            const Demo killed(home);
+            QTRY_VERIFY_WITH_TIMEOUT(killed.window(m_display), patience);
+        }
+        QCOMPARE(locks().size(), 1);
+        QFile lock(locks().first().filePath());
+        QVERIFY(lock.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        lock.write(content);
+        lock.close();
+        const Demo demo(home);
+        QTRY_VERIFY_WITH_TIMEOUT(demo.window(m_display), patience);
+        const Demo second(home);
+        QTRY_VERIFY_WITH_TIMEOUT(!second.isUp(), patience);
+        QVERIFY(second.endedWith(0));
+    }
+}
+
+/// Without a run-time folder of the user's own the lock lies elsewhere.
+void TestSingleInstance::noRuntimeFolder()
+{
+    PrivateHome home;
+    home.runtime = "/proc/none"_s;
+    const Demo first(home);
+    QTRY_VERIFY_WITH_TIMEOUT(first.window(m_display), patience);
+    const Demo second(home);
+    QTRY_VERIFY_WITH_TIMEOUT(!second.isUp(), patience);
+    QVERIFY(second.endedWith(0));
+    QVERIFY(first.isUp());
 }
 
 void TestSingleInstance::hungFirst()

@@ -15,12 +15,14 @@
 /// started as a process.
 class PrivateHome
 {
+    QTemporaryDir m_folder; ///< before what depends on it
+
 public:
     /// @param settings where the program has its settings file, if not in this home
     /// @param updates  where it looks for updates; nobody listens there by default
     explicit PrivateHome(
         const QString &settings = QString(), const QString &updates = "http://127.0.0.1:9/"_s)
-        : m_settings(
+        : runtime(m_folder.filePath("run"_s)), m_settings(
               settings.isEmpty() ? m_folder.filePath("config/NORVEL-Demo/Tamber_Setting.ini"_s)
                                  : settings)
     {
@@ -28,7 +30,7 @@ public:
             QDir().mkpath(m_folder.filePath(folder));
         QDir().mkpath(QFileInfo(m_settings).path());
         QFile::setPermissions(
-            m_folder.filePath("run"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+            runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QFile file(m_settings);
         file.open(QIODevice::WriteOnly);
         file.write(
@@ -46,7 +48,7 @@ public:
         QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
         all.insert("HOME"_s, m_folder.path());
         all.insert("XDG_CONFIG_HOME"_s, m_folder.filePath("config"_s));
-        all.insert("XDG_RUNTIME_DIR"_s, m_folder.filePath("run"_s));
+        all.insert("XDG_RUNTIME_DIR"_s, runtime);
         all.insert("TMPDIR"_s, m_folder.filePath("tmp"_s));
         all.insert("TAMBER_TRACE"_s, traceFile());
         for (const QString &variable : {"LANG"_s, "LC_ALL"_s})
@@ -55,8 +57,9 @@ public:
         return all;
     }
 
+    QString runtime; ///< the folder for locks and sockets
+
 private:
-    QTemporaryDir m_folder;
     QString m_settings;
 };
 
