@@ -5,6 +5,7 @@
 #include "device/qvxdevice.h"
 #include "driver/buffersize.h"
 #include "driver/samplerate.h"
+#include "widgets/stepslider.h"
 
 #include <QFormLayout>
 #include <QGridLayout>
@@ -76,7 +77,7 @@ QWidget *makeGroup(const QString &title, const QVector<QLabel *> &values)
 
 QSlider *makeSlider()
 {
-    auto *slider = new QSlider(Qt::Horizontal);
+    auto *slider = new StepSlider(Qt::Horizontal);
     slider->setObjectName(QStringLiteral("hS_BufferSize"));
     slider->setAccessibleName(QStringLiteral("Buffer size"));
     slider->setToolTip(

@@ -3,6 +3,10 @@
 #include "app/editingarea.h"
 #include "app/pagebar.h"
 #include "app/stripbuilder.h"
+#include "mixer/faderscale.h"
+#include "widgets/channelcontrol.h"
+#include "widgets/fader.h"
+#include "widgets/wheelzones.h"
 
 #include <QHBoxLayout>
 #include <QStackedWidget>
@@ -13,6 +17,15 @@ namespace {
 constexpr int margin = 6;
 constexpr int gapBetweenPairs = 1;
 constexpr int gapBeforeMaster = 7;
+
+/// The wheel moves a strip's fader anywhere from its groove and meter down to its text.
+void addZone(WheelZones *zones, const mixer::StripView &strip)
+{
+    QRect zone = strip.frame->geometry();
+    zone.setTop(mixer::faderTop);
+    zone.setBottom(strip.faderText->geometry().bottom());
+    zones->add(zone, strip.faderKnob);
+}
 
 } // namespace
 
@@ -61,12 +74,15 @@ QWidget *MixerPage::buildPairPlace(int pairIndex, QWidget *parent)
     pages->addWidget(mono);
     pages->addWidget(stereo);
 
+    auto *monoZones = new WheelZones(mono);
     for (const int number : {left, left + 1}) {
         mixer::StripView strip = stripbuilder::buildMono(number, mono);
         m_view.strips[strip.id.index()] = strip;
+        addZone(monoZones, strip);
     }
     mixer::StripView strip = stripbuilder::buildPair(left, stereo);
     m_view.strips[strip.id.index()] = strip;
+    addZone(new WheelZones(stereo), strip);
     m_view.pairs[pairIndex] = {
         pages, stripbuilder::buildLinkButton(left, false, mono),
         stripbuilder::buildLinkButton(left, true, stereo)};
@@ -79,5 +95,6 @@ QWidget *MixerPage::buildMaster(QWidget *parent)
     place->setFixedSize(stripbuilder::masterWidth, stripbuilder::stripHeight);
     mixer::StripView strip = stripbuilder::buildMaster(place);
     m_view.strips[strip.id.index()] = strip;
+    addZone(new WheelZones(place), strip);
     return place;
 }

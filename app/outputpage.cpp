@@ -1,6 +1,7 @@
 #include "app/outputpage.h"
 
 #include "app/pagebar.h"
+#include "widgets/focusedwheel.h"
 #include "widgets/lineout.h"
 
 #include <QCheckBox>
@@ -54,6 +55,7 @@ QComboBox *makeList(int output)
     list->setMaxVisibleItems(mixer::sourceCount);
     list->setCurrentIndex(mixer::defaultSource(output));
     list->setFixedSize(listWidth, LineOut::boxHeight + 1);
+    new FocusedWheel(list);
     return list;
 }
 

@@ -213,6 +213,16 @@ Value storedValue(const Parameter &parameter, int position, const QString &text)
     return {agrees ? position : positionOfStep(step, parameter.steps), step, text};
 }
 
+int steppedKnob(const Parameter &parameter, int position, int steps)
+{
+    const int end = steps > 0 ? topPosition(parameter) : 0;
+    const int way = steps > 0 ? 1 : -1;
+    const int wanted = stepOfPosition(parameter, position) + steps;
+    while (position != end && stepOfPosition(parameter, position) != wanted)
+        position += way;
+    return position;
+}
+
 int draggedKnob(const Parameter &parameter, int position, std::uint16_t from, std::uint16_t to)
 {
     const int up = static_cast<std::int16_t>(static_cast<std::uint16_t>(from - to));

@@ -96,6 +96,10 @@ Value storedValue(const Parameter &parameter, int position, const QString &text)
 /// The highest position of a knob; the lowest is 0.
 int topPosition(const Parameter &parameter);
 
+/// The nearest position that is so many steps up (or down, if negative) from a position: each step
+/// shows another text. The end of the knob's range if there are fewer.
+int steppedKnob(const Parameter &parameter, int position, int steps);
+
 /// The position after the pointer went from one row to another: up is more. Rows are 16 bits wide
 /// and may lie above the screen's top, where they wrap.
 int draggedKnob(const Parameter &parameter, int position, std::uint16_t from, std::uint16_t to);

@@ -57,11 +57,10 @@ void SectionRule::reset(ParameterId id)
     jump(id, parameter(id).defaultPosition);
 }
 
-void SectionRule::step(ParameterId id, int positions)
+void SectionRule::step(ParameterId id, int steps)
 {
     if (!m_edited) return;
-    const int position = stored(*m_edited, id).position + positions;
-    jump(id, qBound(0, position, topPosition(parameter(id))));
+    jump(id, steppedKnob(parameter(id), stored(*m_edited, id).position, steps));
 }
 
 /// Sets a knob by other means than a drag; one that is under way goes on from there.

@@ -31,8 +31,8 @@ public:
     void move(ParameterId id, const QPointF &pointer);
     /// Back to the default.
     void reset(ParameterId id);
-    /// By wheel or key: so many positions up.
-    void step(ParameterId id, int positions);
+    /// By wheel or key: so many steps up, each of which shows another text.
+    void step(ParameterId id, int steps);
     ///@}
 
     void setLowCut(bool on);

@@ -58,7 +58,7 @@ int StepControl::stepOfKey(int key) const
     }
 }
 
-void StepControl::wheelEvent(QWheelEvent *event)
+void StepControl::turn(QWheelEvent *event)
 {
     m_wheelRemainder += event->angleDelta().y();
     const int positions = m_wheelRemainder / wheelUnitsPerPosition;

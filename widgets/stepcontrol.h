@@ -19,6 +19,9 @@ public:
     /// Ends a drag in the user's hand: the pointer's moves count again from the next press.
     void letGo() { m_letGo = true; }
 
+    /// Turns the control by a wheel event, wherever the pointer is.
+    void turn(QWheelEvent *event);
+
 signals:
     /// Wheel or key: move by this many positions, positive down (vertical) or right (horizontal).
     void stepped(int positions);
@@ -28,7 +31,7 @@ signals:
 protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override { turn(event); }
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -40,3 +40,17 @@ inline void turnWheel(QWidget *widget, int angle)
         Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(widget, &event);
 }
+
+/// Turns the wheel at a place of a window: over whatever lies there, or else its parents, as for an
+/// event of the window system.
+inline void turnWheelAt(QWidget *window, const QPoint &at, int angle)
+{
+    for (QWidget *w = window->childAt(at); w; w = w->parentWidget()) {
+        QWheelEvent event(
+            w->mapFrom(window, at), window->mapToGlobal(at), QPoint(), QPoint(0, angle),
+            Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        event.ignore();
+        QCoreApplication::sendEvent(w, &event);
+        if (event.isAccepted()) return;
+    }
+}

@@ -30,6 +30,7 @@ private slots:
     void stripActsOnItself();
     void panDrag();
     void keysAndWheel();
+    void wheelWithThePointerAtRest();
     void controlsSpeak();
     void names();
     void storedStateAtTheStart();
@@ -369,6 +370,26 @@ void TestMainWindow::keysAndWheel()
     QCOMPARE(cap->y(), 166);
     sendMouse(cap, QEvent::MouseMove, at += QPoint(0, 1));
     QCOMPARE(cap->y(), 167);
+}
+
+/// The wheel takes a fader to both ends while the pointer rests, though the cap moves away from it.
+void TestMainWindow::wheelWithThePointerAtRest()
+{
+    Panel panel("rest", "");
+    panel.window.show();
+    for (const QString &name : {"faderKnob3"_s, "masterFaderKnob"_s}) {
+        auto *cap = panel.find<fader>(name);
+        const QPoint at = cap->mapTo(&panel.window, QPoint(10, 15));
+        for (const bool down : {true, false}) {
+            for (int notch = 0; notch < 120; ++notch)
+                turnWheelAt(&panel.window, at, down ? -120 : 120);
+            QCOMPARE(cap->y(), down ? 245 : 144);
+        }
+    }
+    // Above the groove it is nobody's.
+    const QPoint eq = panel.find("pB_EQ3"_s)->mapTo(&panel.window, QPoint(5, 5));
+    turnWheelAt(&panel.window, eq, -120);
+    QCOMPARE(panel.find("faderKnob3"_s)->y(), 144);
 }
 
 /// A screen reader can tell every control, and the value of those that have one.
