@@ -1,10 +1,9 @@
-#include "app/constants.h"
 #include "app/program.h"
 #include "app/simulatedtamberwindow.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
 
-static Settings settings(constants::demoOrganisation, constants::settingsFile);
+static Settings settings(demoEdition.organisation, constants::settingsFile);
 static simulator::RealClock deviceClock;
 static simulator::SimulatedTamber tamber(deviceClock);
 
@@ -21,5 +20,5 @@ static std::unique_ptr<QWidget> deviceWindow()
 int main(int argc, char **argv)
 {
     return run(
-        {settings, constants::demoOrganisation, simulatedTransport, deviceWindow}, argc, argv);
+        {settings, demoEdition, simulatedTransport, deviceWindow}, argc, argv);
 }

@@ -1,11 +1,10 @@
-#include "app/constants.h"
 #include "app/program.h"
 #include "device/platformtransport.h"
 #include "storage/settings.h"
 
-static Settings settings(constants::organisation, constants::settingsFile);
+static Settings settings(panelEdition.organisation, constants::settingsFile);
 
 int main(int argc, char **argv)
 {
-    return run({settings, constants::organisation, platformTransport}, argc, argv);
+    return run({settings, panelEdition, platformTransport}, argc, argv);
 }

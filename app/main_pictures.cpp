@@ -2,7 +2,6 @@
 // into FOLDER (build/pictures without one), at 1x and, as NAME@2x.png, at 2x. The pages show a
 // session in the middle of work, on a simulated device and with settings of its own.
 
-#include "app/constants.h"
 #include "app/mainwindow.h"
 #include "app/program.h"
 #include "app/simulatedtamberwindow.h"
@@ -110,12 +109,11 @@ int renderPages(const QString &folder, const QString &suffix)
     simulator::RealClock clock;
     simulator::SimulatedTamber tamber(clock);
     simulator::SimulatedTransport transport(tamber);
-    Settings settings(constants::demoOrganisation, constants::settingsFile);
+    Settings settings(demoEdition.organisation, constants::settingsFile);
     writeSession(settings);
     writeSection(settings, mixer::track(11));
     settings.write(storage::informationSeen, true);
-    settings.write(storage::updateAddress, QStringLiteral("http://127.0.0.1:9/"));
-    MainWindow window(settings, transport, constants::demoOrganisation);
+    MainWindow window(settings, transport, demoEdition);
     window.show();
     settle(2500);
 

@@ -18,6 +18,7 @@
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
 
+#include <QCloseEvent>
 #include <QDesktopServices>
 #include <QLabel>
 #include <QLayout>
@@ -60,11 +61,12 @@ QSettings geometryStore(const QString &organisation)
 } // namespace
 
 MainWindow::MainWindow(
-    Settings &settings, Transport &transport, const char *organisation, QWidget *parent)
-    : QMainWindow(parent), m_settings(settings), m_organisation(QLatin1String(organisation)),
+    Settings &settings, Transport &transport, const Edition &edition, QWidget *parent)
+    : QMainWindow(parent), m_settings(settings), m_edition(edition),
+      m_organisation(QLatin1String(edition.organisation)),
       m_pages(new QStackedWidget(this)), m_mixerPage(new MixerPage(m_pages)),
       m_interfacePage(new InterfacePage(m_pages)), m_outputPage(new OutputPage(m_pages)),
-      m_notice(makeNotice()), m_scenes(settings, organisation), m_device(transport),
+      m_notice(makeNotice()), m_scenes(settings, edition.organisation), m_device(transport),
       m_mixer(settings, m_device, m_mixerPage->view(), m_mixerPage->section()),
       m_output(
           settings, m_device, m_outputPage->view(), [this](bool on) { m_mixer.setBypassed(!on); }),
@@ -365,6 +367,12 @@ void MainWindow::applySettings()
     refreshInterfacePage();
 }
 
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    m_updates->stop();
+    QMainWindow::closeEvent(event);
+}
+
 void MainWindow::delSettingsFile()
 {
     boxes::askFirst(
@@ -416,7 +424,7 @@ void MainWindow::startUpdateChecker()
     m_updates = new UpdateInformation(
         m_settings,
         {systemLanguage(), QLatin1String(constants::softwareVersion),
-         [this] { return firmwareVersion(m_device); }},
+         QLatin1String(m_edition.updateAddress), [this] { return firmwareVersion(m_device); }},
         this);
     // The window comes first.
     QTimer::singleShot(updateDelay, m_updates, &UpdateInformation::checkQuietly);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/edition.h"
 #include "app/pagebar.h"
 #include "app/stripslots.h"
 #include "device/qvxdevice.h"
@@ -32,10 +33,10 @@ class MainWindow : public QMainWindow
 
 public:
     /// Shows the stored state, and asks the device for it.
-    /// @param organisation where the geometry of the window is kept in the native settings store
-    /// The settings and the transport must outlive the window.
+    /// @param settings  must outlive the window
+    /// @param transport must outlive the window
     MainWindow(
-        Settings &settings, Transport &transport, const char *organisation,
+        Settings &settings, Transport &transport, const Edition &edition,
         QWidget *parent = nullptr);
     /// Stores the window's geometry and what is not on disk yet.
     ~MainWindow() override;
@@ -81,6 +82,9 @@ public slots:
     /// Puts panel, settings file and device back to their defaults, once the user has agreed.
     void delSettingsFile();
 
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
 private:
     void buildMenus();
     void buildViewMenu();
@@ -112,6 +116,7 @@ private:
     void openPage(Page page);
 
     Settings &m_settings;
+    const Edition m_edition;
     const QString m_organisation;
     QStackedWidget *m_pages;
     MixerPage *m_mixerPage;

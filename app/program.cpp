@@ -96,7 +96,7 @@ int run(const Program &program, int argc, char **argv)
     installTranslations();
     applyLook();
     const std::unique_ptr<Transport> transport = tracedWhereAsked(program.makeTransport());
-    MainWindow window(program.settings, *transport, program.organisation);
+    MainWindow window(program.settings, *transport, program.edition);
     application.setActivationWindow(&window, true);
     QtSingleApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     window.show();

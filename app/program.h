@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/edition.h"
 #include "device/transport.h"
 
 #include <functional>
@@ -8,12 +9,12 @@
 class QWidget;
 class Settings;
 
-/// What the panel and the demo have in common: they differ in the transport, in where they keep
-/// their files, and in that the demo shows its device.
+/// What the panel and the demo have in common: they differ in their edition, in the transport, and
+/// in that the demo shows its device.
 struct Program
 {
     Settings &settings;
-    const char *organisation; ///< of the native settings store
+    Edition edition;
     std::function<std::unique_ptr<Transport>()> makeTransport;
     /// Makes a window that stands beside the panel's own and ends with it; none without it.
     std::function<std::unique_ptr<QWidget>()> makeCompanion = nullptr;

@@ -91,7 +91,7 @@ void benchDrag()
     Settings settings(constants::demoOrganisation, constants::settingsFile);
     fill(settings);
     leaveAlone(settings);
-    MainWindow window(settings, transport, constants::demoOrganisation);
+    MainWindow window(settings, transport, demoEdition);
     window.show();
     runEvents(2000);
 

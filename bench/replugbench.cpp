@@ -149,7 +149,7 @@ public:
         storeVariety(m_settings);
         leaveAlone(m_settings);
         m_window =
-            std::make_unique<MainWindow>(m_settings, m_transport, constants::demoOrganisation);
+            std::make_unique<MainWindow>(m_settings, m_transport, demoEdition);
         m_musician = std::make_unique<Musician>(*m_window);
         m_window->show();
         if (!becomes([this] { return agrees(); })) complain("the first send"_s);

@@ -67,7 +67,7 @@ void benchTick()
     RestlessTransport transport(tamber);
     Settings settings(constants::demoOrganisation, "Tamber_Tick");
     leaveAlone(settings);
-    MainWindow window(settings, transport, constants::demoOrganisation);
+    MainWindow window(settings, transport, demoEdition);
     window.show();
     runEvents(3000);
     const double before = guiTime();
@@ -85,7 +85,7 @@ void benchMuteDuringFullSend()
     simulator::SimulatedTransport transport(tamber);
     Settings settings(constants::demoOrganisation, "Tamber_Mute");
     leaveAlone(settings);
-    MainWindow window(settings, transport, constants::demoOrganisation);
+    MainWindow window(settings, transport, demoEdition);
     auto *mute = window.findChild<QPushButton *>(QStringLiteral("pB_Mute16"));
     std::array<double, clicks> times;
     for (double &time : times) {

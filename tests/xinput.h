@@ -50,13 +50,22 @@ public:
     /// The visible top-level window of a process with this title, 0 if there is none.
     xcb_window_t find(const QString &title, qint64 process)
     {
+        for (const xcb_window_t window : windowsOf(process))
+            if (QString::fromUtf8(property(window, "_NET_WM_NAME")) == title) return window;
+        return 0;
+    }
+
+    /// The visible top-level windows of a process.
+    QVector<xcb_window_t> windowsOf(qint64 process)
+    {
+        QVector<xcb_window_t> windows;
         for (const xcb_window_t window : stack()) {
             const QByteArray id = property(window, "_NET_WM_PID");
-            if (id.size() == 4 && *reinterpret_cast<const qint32 *>(id.data()) == process &&
-                QString::fromUtf8(property(window, "_NET_WM_NAME")) == title && isShown(window))
-                return window;
+            const bool own =
+                id.size() == 4 && *reinterpret_cast<const qint32 *>(id.data()) == process;
+            if (own && isShown(window)) windows += window;
         }
-        return 0;
+        return windows;
     }
 
     /// Whether any program shows a window.

@@ -3,7 +3,6 @@
 #include <QHostAddress>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 
 namespace {
 
@@ -44,30 +43,15 @@ std::optional<update::Document> update::parse(const QByteArray &json)
         news(object)};
 }
 
+QUrl update::addressOf(const QString &text)
+{
+    return QUrl(text.trimmed(), QUrl::TolerantMode);
+}
+
 bool update::isAllowed(const QUrl &address)
 {
     if (!address.isValid() || address.host().isEmpty()) return false;
     if (address.scheme() == QLatin1String("https")) return true;
     const bool loopback = QHostAddress(address.host()).isLoopback();
     return address.scheme() == QLatin1String("http") && loopback;
-}
-
-QString update::presentable(const QString &news)
-{
-    QString text = news.toHtmlEscaped();
-    static const QRegularExpression direction(
-        QStringLiteral("[\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]"));
-    text.remove(direction);
-    static const QRegularExpression mark(QStringLiteral("&lt;(/?(?:b|i|u|p|br))\\s*/?&gt;"));
-    text.replace(mark, QStringLiteral("<\\1>"));
-    static const QRegularExpression link(
-        QStringLiteral("&lt;a href=&quot;(https://[^\\s<>\"']+?)&quot;&gt;(.*?)&lt;/a&gt;"),
-        QRegularExpression::DotMatchesEverythingOption);
-    text.replace(link, QStringLiteral("<a href=\"\\1\">\\2</a>"));
-    text.replace(QLatin1Char('\n'), QLatin1String("<br>"));
-    // A place to break a word that no line holds; not within a tag.
-    static const QRegularExpression longWord(
-        QStringLiteral("((?:&[a-z]+;|[^<>\\s&]){24})(?![^<>]*>)"));
-    text.replace(longWord, QStringLiteral("\\1") + QChar(0x200B));
-    return text;
 }

@@ -31,13 +31,10 @@ struct Document
 /// takes its default: 0 or "". News are cut at 4000 characters.
 std::optional<Document> parse(const QByteArray &json);
 
+/// The address that a text stands for. Blanks in it are encoded, those around it are left out.
+QUrl addressOf(const QString &text);
+
 /// Whether an address may be fetched: https, or http on this machine's own loopback address.
 bool isAllowed(const QUrl &address);
-
-/// News as they may be shown. They may carry b, i, u, p and br without attributes, and links of
-/// the form <a href="https://...">; everything else appears as the characters that it is made of,
-/// so that it can neither load nor run anything, but what turns the direction of text, which goes.
-/// Words that are too long for a line get places to be broken at (U+200B).
-QString presentable(const QString &news);
 
 } // namespace update

@@ -33,6 +33,7 @@ InformationBox::InformationBox(const QString &title, const QString &text, QWidge
 {
     setWindowTitle(title);
     setAttribute(Qt::WA_DeleteOnClose);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     m_column->setContentsMargins(24, 20, 24, 16);
     m_column->setSpacing(14);
     if (!text.isEmpty()) {

@@ -13,6 +13,17 @@ constexpr char refused[] = "refused"; // property of a reply
 
 } // namespace
 
+void update::askForPlainBytes(QNetworkRequest &request)
+{
+    request.setRawHeader("Accept-Encoding", "identity");
+}
+
+bool update::isPlain(const QNetworkReply *reply)
+{
+    const QByteArray encoding = reply->rawHeader("Content-Encoding").trimmed().toLower();
+    return encoding.isEmpty() || encoding == "identity";
+}
+
 void update::followAllowedRedirects(QNetworkReply *reply)
 {
     QObject::connect(reply, &QNetworkReply::redirected, reply, [reply](const QUrl &to) {

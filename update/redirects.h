@@ -1,8 +1,16 @@
 #pragma once
 
 class QNetworkReply;
+class QNetworkRequest;
 
+/// What every request of the update checker keeps to.
 namespace update {
+
+/// Asks for the bytes as they are: what the server compresses would be of any size when it is
+/// unpacked.
+void askForPlainBytes(QNetworkRequest &request);
+/// Whether the body of a reply is not compressed.
+bool isPlain(const QNetworkReply *reply);
 
 /// How often a request may be led elsewhere.
 constexpr int maximumRedirects = 5;

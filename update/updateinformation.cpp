@@ -3,6 +3,7 @@
 #include "app/constants.h"
 #include "storage/settings.h"
 #include "update/informationbox.h"
+#include "update/newstext.h"
 #include "update/redirects.h"
 #include "update/version.h"
 
@@ -10,7 +11,6 @@
 #include <QLoggingCategory>
 #include <QNetworkReply>
 #include <QPushButton>
-#include <QTextDocumentFragment>
 
 namespace {
 
@@ -57,19 +57,28 @@ bool UpdateInformation::isBusy() const
     return m_reply || m_box || !m_steps.isEmpty() || m_software.isBusy();
 }
 
+void UpdateInformation::stop()
+{
+    m_stopped = true;
+    m_steps.clear();
+    m_patience.stop();
+    if (m_reply) m_reply->abort();
+    m_software.cancelDownload();
+    delete m_box;
+}
+
 void UpdateInformation::check(bool onDemand)
 {
-    if (!canCheck()) return;
+    if (m_stopped || !canCheck()) return;
     m_onDemand = onDemand;
     if (m_reply) return;
     m_offered = false;
     const QString stored = m_settings.read(storage::updateAddress);
-    const QUrl address(
-        stored.isEmpty() ? QLatin1String(constants::updateInformation) : stored, QUrl::StrictMode);
+    const QUrl address = update::addressOf(stored.isEmpty() ? m_source.address : stored);
     if (update::isAllowed(address)) {
         fetch(address);
     } else {
-        qCWarning(log) << "no address for update information:" << stored;
+        qCInfo(log) << "no address for update information:" << stored;
         sayUnreachable();
     }
 }
@@ -80,7 +89,9 @@ void UpdateInformation::fetch(const QUrl &address)
     request.setAttribute(
         QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
     request.setMaximumRedirectsAllowed(update::maximumRedirects);
+    update::askForPlainBytes(request);
     QNetworkReply *reply = m_network.get(request);
+    reply->setReadBufferSize(largestDocument + 1);
     m_reply = reply;
     guard(reply);
     connect(reply, &QNetworkReply::finished, this, [this, reply] { replyFinishedInfo(reply); });
@@ -90,8 +101,8 @@ void UpdateInformation::fetch(const QUrl &address)
 void UpdateInformation::guard(QNetworkReply *reply)
 {
     update::followAllowedRedirects(reply);
-    connect(reply, &QNetworkReply::downloadProgress, reply, [reply](qint64 received, qint64) {
-        if (received > largestDocument) reply->abort();
+    connect(reply, &QNetworkReply::readyRead, reply, [reply] {
+        if (reply->bytesAvailable() > largestDocument) reply->abort();
     });
     m_deadline.disconnect();
     connect(&m_deadline, &QTimer::timeout, reply, &QNetworkReply::abort);
@@ -103,9 +114,9 @@ void UpdateInformation::replyFinishedInfo(QNetworkReply *reply)
     m_deadline.stop();
     m_reply = nullptr;
     reply->deleteLater();
-    // The progress is told ten times a second at most; what came at once has passed its guard.
+    if (m_stopped) return;
     const bool tooLarge = reply->bytesAvailable() > largestDocument;
-    if (reply->error() == QNetworkReply::NoError && !tooLarge) {
+    if (reply->error() == QNetworkReply::NoError && !tooLarge && update::isPlain(reply)) {
         emit finishedInformation(QString::fromUtf8(reply->readAll()));
         return;
     }
@@ -133,6 +144,7 @@ void UpdateInformation::saveInformation(const QString &document)
 /// an answer.
 void UpdateInformation::goOn()
 {
+    if (m_stopped) return;
     if (!m_steps.isEmpty() && QApplication::activeModalWidget()) {
         m_patience.start();
         return;
@@ -224,8 +236,7 @@ void UpdateInformation::startDownload(const update::Release &release)
 void UpdateInformation::offerNews()
 {
     const QString text = update::presentable(m_document.news);
-    const bool blank = QTextDocumentFragment::fromHtml(text).toPlainText().trimmed().isEmpty();
-    if (blank || m_document.news == m_settings.read(storage::newsMark)) return;
+    if (text.isEmpty() || m_document.news == m_settings.read(storage::newsMark)) return;
     auto *box = new InformationBox(tr("NORVEL Latest Information"), QString(), m_window);
     box->addNews(text);
     box->addCheckBox(tr("Do not show this message again"));
@@ -247,7 +258,7 @@ void UpdateInformation::conclude()
 
 void UpdateInformation::downloadFile(const QString &address)
 {
-    m_software.download(QUrl(address, QUrl::StrictMode));
+    m_software.download(update::addressOf(address));
 }
 
 void UpdateInformation::openDownloadFileInfo()
@@ -314,6 +325,7 @@ void UpdateInformation::say(const QString &text)
 
 void UpdateInformation::show(InformationBox *box)
 {
+    if (m_stopped) return box->deleteLater();
     m_box = box;
     // What a button does comes first; it may open the next box.
     connect(box, &QDialog::finished, this, &UpdateInformation::goOn, Qt::QueuedConnection);

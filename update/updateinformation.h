@@ -33,6 +33,8 @@ public:
     {
         QLocale language;        ///< of the user: which addresses are used
         QString softwareVersion; ///< of this panel, "4.00 0064"
+        /// Where the document is, unless the settings say otherwise; "" to ask nobody.
+        QString address;
         /// Of the device, "1.02 0034"; "" while there is none to compare with.
         std::function<QString()> firmwareVersion;
     };
@@ -51,6 +53,9 @@ public:
     bool canCheck() const { return !isBusy() || (m_reply && !m_onDemand); }
 
     UpdateSoftware &download() { return m_software; }
+
+    /// Ends what is under way and shows no box any more: the window is being closed.
+    void stop();
 
 signals:
     void finishedInformation(const QString &document);
@@ -107,6 +112,7 @@ private:
     update::Document m_document;
     QQueue<Decision> m_steps; ///< what is still to be offered
     QPointer<InformationBox> m_box;
+    bool m_stopped = false;
     bool m_onDemand = false;
     bool m_offered = false; ///< a newer version, since the check began
 };

@@ -15,8 +15,8 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "tamber.update")
 
-constexpr int stallTime = 60000;                       // milliseconds
-constexpr qint64 largestUpdate = 1024LL * 1024 * 1024; // bytes
+constexpr int stallTime = 60000; // milliseconds
+constexpr int statusGood = 200;
 
 /// The shell unpacks; it takes the archive and the folder as its arguments.
 constexpr char unzipScript[] = "var shellapp =  new ActiveXObject(\"shell.application\");\n"
@@ -26,6 +26,9 @@ constexpr char unzipScript[] = "var shellapp =  new ActiveXObject(\"shell.applic
                                "var out_folder = shellapp.NameSpace(out_folder_path);\n"
                                "out_folder.CopyHere(in_zip.Items(), 0);\n";
 
+/// What is read at a time, and the most that waits in memory.
+constexpr qint64 pieceSize = 1024 * 1024; // bytes
+
 /// False, too, when the disk was full at the end.
 bool writeWhole(const QString &fileName, const QByteArray &content)
 {
@@ -33,13 +36,20 @@ bool writeWhole(const QString &fileName, const QByteArray &content)
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
 }
 
-/// Whether all has come that the server wanted to send. A body that ends with the connection, and
-/// says so nowhere else, may have been cut off.
+/// Whether all has come that the server has announced. Where it has announced nothing, the end of
+/// the connection is the end.
 bool isWhole(const QNetworkReply *reply, qint64 size)
 {
     const QVariant announced = reply->header(QNetworkRequest::ContentLengthHeader);
-    if (announced.isValid()) return size > 0 && announced.toLongLong() == size;
-    return size > 0 && reply->rawHeader("Transfer-Encoding").toLower() == "chunked";
+    return size > 0 && (!announced.isValid() || announced.toLongLong() == size);
+}
+
+/// A page that tells a person to log in, say.
+bool isWebPage(const QNetworkReply *reply, QFile &file)
+{
+    const QByteArray type = reply->rawHeader("Content-Type").trimmed().toLower();
+    if (type.startsWith("text/html") || type.startsWith("application/xhtml")) return true;
+    return file.seek(0) && file.read(pieceSize).trimmed().startsWith('<');
 }
 
 void removeFolder(const QString &folder)
@@ -52,10 +62,13 @@ void removeFolder(const QString &folder)
 
 UpdateSoftware::Kind UpdateSoftware::kindOf(const QUrl &address)
 {
-    const QString path = address.path();
-    if (path.endsWith(QLatin1String(".exe"), Qt::CaseInsensitive)) return Kind::Installer;
-    if (path.endsWith(QLatin1String(".dmg"), Qt::CaseInsensitive)) return Kind::DiskImage;
-    return Kind::Archive;
+    const auto endsWith = [&address](const char *ending) {
+        const QString whole = address.toString(QUrl::RemoveFragment);
+        return whole.endsWith(QLatin1String(ending), Qt::CaseInsensitive) ||
+               address.path().endsWith(QLatin1Char('.') + QLatin1String(ending), Qt::CaseInsensitive);
+    };
+    if (endsWith("exe")) return Kind::Installer;
+    return endsWith("dmg") ? Kind::DiskImage : Kind::Archive;
 }
 
 UpdateSoftware::UpdateSoftware(QNetworkAccessManager &network, QObject *parent)
@@ -92,10 +105,12 @@ void UpdateSoftware::download(const QUrl &address)
     request.setAttribute(
         QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
     request.setMaximumRedirectsAllowed(update::maximumRedirects);
-    request.setRawHeader("Accept-Encoding", "identity"); // its length is that of the file
+    update::askForPlainBytes(request); // its length is that of the file
     QNetworkReply *reply = m_network.get(request);
+    reply->setReadBufferSize(pieceSize);
     m_reply = reply;
     update::followAllowedRedirects(reply);
+    connect(reply, &QNetworkReply::readyRead, this, &UpdateSoftware::keepBytes);
     connect(reply, &QNetworkReply::downloadProgress, this, &UpdateSoftware::replyDownloadProgress);
     connect(
         reply, &QNetworkReply::finished, this, [this, reply] { replyFinishedFileDownload(reply); });
@@ -108,7 +123,33 @@ void UpdateSoftware::replyDownloadProgress(qint64 received, qint64 total)
     if (total > 0) emit progressValueChanged(static_cast<int>(received * 100 / total));
     if (!m_reply) return;
     m_watchdog.start();
-    if (received > largestUpdate || total > largestUpdate) update::refuse(m_reply);
+    if (total > m_largest) update::refuse(m_reply);
+}
+
+/// The folder stays when the panel has ended: the installer may still run from it.
+bool UpdateSoftware::makeFile()
+{
+    QTemporaryDir folder;
+    if (!folder.isValid()) return false;
+    folder.setAutoRemove(false);
+    m_folder = folder.path();
+    const bool archive = m_kind == Kind::Archive;
+    m_file.setFileName(QDir(m_folder).filePath(
+        archive ? QStringLiteral("temp.zip") : QStringLiteral("temp.exe")));
+    return m_file.open(QIODevice::ReadWrite | QIODevice::Truncate);
+}
+
+/// Writes what has come to the file. A download that the disk does not take, or that is too large,
+/// is refused at once.
+void UpdateSoftware::keepBytes()
+{
+    if (!m_reply || update::wasRefused(m_reply)) return;
+    bool kept = m_file.isOpen() || makeFile();
+    while (kept && m_reply->bytesAvailable() > 0) {
+        const QByteArray piece = m_reply->read(pieceSize);
+        kept = m_file.write(piece) == piece.size() && m_file.flush();
+    }
+    if (!kept || m_file.size() > m_largest) update::refuse(m_reply);
 }
 
 void UpdateSoftware::timeoutDownload()
@@ -138,42 +179,41 @@ void UpdateSoftware::cancelDownload()
 void UpdateSoftware::replyFinishedFileDownload(QNetworkReply *reply)
 {
     m_watchdog.stop();
+    if (reply->error() == QNetworkReply::NoError) keepBytes();
     m_reply = nullptr;
     reply->deleteLater();
-    const bool cancelled = reply->error() == QNetworkReply::OperationCanceledError;
-    if (cancelled && !update::wasRefused(reply)) {
+    const bool refused = update::wasRefused(reply);
+    if (reply->error() == QNetworkReply::OperationCanceledError && !refused) {
+        discard();
         emit finishedDownloadFile();
         return;
     }
-    const QByteArray body = reply->readAll();
-    const bool good = reply->error() == QNetworkReply::NoError;
-    if (!good || !isWhole(reply, body.size()) || !store(body)) {
+    const bool good = !refused && isGood(reply);
+    m_file.close();
+    if (!good || !proceed()) {
         qCWarning(log) << "the update was not downloaded:" << reply->errorString();
         fail();
     }
 }
 
-/// Keeps what has come, and goes on with it. False when that is not possible.
-bool UpdateSoftware::store(const QByteArray &body)
+bool UpdateSoftware::isGood(const QNetworkReply *reply) const
 {
-    QTemporaryDir folder;
-    if (!folder.isValid()) return false;
-    folder.setAutoRemove(false); // the installer may still run from it when the panel has ended
-    m_folder = folder.path();
-    QDir::setCurrent(m_folder);
-    if (m_kind == Kind::Archive) return storeArchive(body);
-    const QString file = QDir(m_folder).filePath(QStringLiteral("temp.exe"));
-    if (!writeWhole(file, body)) return false;
-    ready(file);
-    return true;
+    QFile file(m_file.fileName());
+    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    return reply->error() == QNetworkReply::NoError && status == statusGood &&
+           update::isPlain(reply) && file.open(QIODevice::ReadOnly) &&
+           isWhole(reply, file.size()) && !isWebPage(reply, file);
 }
 
-bool UpdateSoftware::storeArchive(const QByteArray &body)
+/// Goes on with what has come. False when that is not possible.
+bool UpdateSoftware::proceed()
 {
-    const QDir folder(m_folder);
-    if (!writeWhole(folder.filePath(QStringLiteral("temp.zip")), body) ||
-        !writeWhole(folder.filePath(QStringLiteral("unzip.js")), unzipScript))
-        return false;
+    QDir::setCurrent(m_folder);
+    if (m_kind == Kind::Installer) {
+        ready(m_file.fileName());
+        return true;
+    }
+    if (!writeWhole(QDir(m_folder).filePath(QStringLiteral("unzip.js")), unzipScript)) return false;
     unzip();
     return true;
 }
@@ -230,6 +270,7 @@ void UpdateSoftware::fail()
 /// Leaves nothing behind that somebody could start.
 void UpdateSoftware::discard()
 {
+    m_file.close();
     if (m_folder.isEmpty()) return;
     removeFolder(m_folder);
     m_folder.clear();

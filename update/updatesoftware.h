@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFile>
 #include <QNetworkReply>
 #include <QObject>
 #include <QPointer>
@@ -10,14 +11,15 @@
 class QNetworkAccessManager;
 
 /// Downloads an update whole, unpacks it where it is an archive, and starts the installer in it.
-/// Nothing is kept of a download that did not come whole. GUI thread only; it never waits, but for
-/// the destructor.
+/// The bytes go to a file as they come. Nothing is kept of a download that did not come whole. GUI
+/// thread only; it never waits, but for the destructor.
 class UpdateSoftware : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What a download's address says of it, by the ending of its path in any case of letters.
+    /// What a download's address says of it, by its ending or that of its path, in any case of
+    /// letters.
     enum class Kind { Installer, DiskImage, Archive };
     static Kind kindOf(const QUrl &address);
 
@@ -29,6 +31,8 @@ public:
 
     /// How long a download may stand still, in milliseconds; 60000 unless a test says otherwise.
     void setStallTime(int milliseconds) { m_watchdog.setInterval(milliseconds); }
+    /// The largest download, in bytes; 1 GiB unless a test says otherwise.
+    void setLargest(qint64 bytes) { m_largest = bytes; }
 
     /// Of the download under way, or of the last.
     Kind kind() const { return m_kind; }
@@ -37,8 +41,9 @@ public:
     bool isBusy() const { return m_reply || m_unzip; }
 
     /// Begins; one at a time. The address must be allowed, and so must those that it leads to. Disk
-    /// images are of no use here and fail at once; what is larger than 1 GiB, and what does not
-    /// tell where it ends, fails too.
+    /// images are of no use here and fail at once. A download fails, too, if it is larger than the
+    /// limit, if it ends before its announced end, if the server answers anything but 200, or if it
+    /// is a web page or compressed once more.
     void download(const QUrl &address);
 
 public slots:
@@ -66,8 +71,10 @@ private slots:
     void replyFinishedUnzip(int exitCode, QProcess::ExitStatus status);
 
 private:
-    bool store(const QByteArray &body);
-    bool storeArchive(const QByteArray &body);
+    bool makeFile();
+    void keepBytes();
+    bool isGood(const QNetworkReply *reply) const;
+    bool proceed();
     void unzip();
     void ready(const QString &file);
     void fail();
@@ -78,6 +85,8 @@ private:
     QPointer<QNetworkReply> m_reply;
     QPointer<QProcess> m_unzip;
     Kind m_kind = Kind::Archive;
+    qint64 m_largest = 1024LL * 1024 * 1024;
+    QFile m_file;        ///< what has come so far
     QString m_folder;    ///< of this download, "" before it has one
     QString m_installer; ///< what execFile() starts
 };

@@ -12,6 +12,7 @@
 #include <memory>
 
 constexpr char testOrganisation[] = "TestPanel";
+constexpr Edition testEdition{testOrganisation, ""};
 
 /// The settings file of a panel of this name.
 inline QString settingsPath(const QByteArray &name)
@@ -34,7 +35,7 @@ struct Panel
         : path(prepare(name, stored)), settings(testOrganisation, name.constData()), tamber(clock),
           transport(
               tracedWhereAsked(cable(std::make_unique<simulator::SimulatedTransport>(tamber)))),
-          window(settings, *transport, testOrganisation)
+          window(settings, *transport, testEdition)
     {
     }
 

@@ -3,6 +3,7 @@
 #include "tests/app/panel.h"
 #include "tests/patience.h"
 #include "tests/tracefile.h"
+#include "tests/update/httpserver.h"
 
 #include <QtTest>
 
@@ -15,6 +16,7 @@ private slots:
     void initTestCase();
     void killedDemoLosesNothing();
     void closedWindowEndsTheDemo();
+    void closingEverythingEndsTheDemo();
     void cleanupTestCase();
 
 private:
@@ -82,6 +84,30 @@ void TestFirstLight::closedWindowEndsTheDemo()
     m_display.close(demo.window(m_display));
     QTRY_VERIFY_WITH_TIMEOUT(!demo.isUp(), patience);
     QVERIFY(demo.endedWith(0));
+}
+
+/// No box stays behind without a panel, in whatever order the windows are closed.
+void TestFirstLight::closingEverythingEndsTheDemo()
+{
+    HttpServer server;
+    server.answers["/info.json"_s].body =
+        "{\"windows_software_version_major\":9,\"messages\":\"Hello\"}";
+    for (const bool panelFirst : {true, false}) {
+        const PrivateHome home(QString(), server.address("/info.json"_s));
+        const Demo demo(home);
+        const auto box = [&] {
+            return m_display.find("NORVEL Update Information"_s, demo.processId());
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(box(), patience);
+        const auto closeAll = [&] {
+            for (const bool panel : {panelFirst, !panelFirst})
+                for (const xcb_window_t window : m_display.windowsOf(demo.processId()))
+                    if ((window == demo.window(m_display)) == panel) m_display.close(window);
+            return !demo.isUp();
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(closeAll(), patience);
+        QVERIFY(demo.endedWith(0));
+    }
 }
 
 QTEST_MAIN(TestFirstLight)

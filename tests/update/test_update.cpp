@@ -33,6 +33,8 @@ private slots:
     void badDocuments();
     void onDemand();
     void installs();
+    void unusualDownloads();
+    void closingEndsEverything();
     void installsFromAnArchive();
     void downloadsThatFail_data();
     void downloadsThatFail();
@@ -71,7 +73,8 @@ struct TestUpdate::Panel
     {
         settings.write(storage::updateAddress, server.address("/info.json"_s));
         checker = new UpdateInformation(
-            settings, {QLocale("en_US"_s), "4.00 0064"_s, [this] { return firmwareVersion; }},
+            settings,
+            {QLocale("en_US"_s), "4.00 0064"_s, QString(), [this] { return firmwareVersion; }},
             &window);
         window.show();
     }
@@ -144,7 +147,7 @@ void TestUpdate::offersInTurn()
     QVERIFY(panel.text().contains("unit firmware"_s));
     QVERIFY(panel.text().endsWith("Current Version: 1.02 0034<br>Latest Version: 1.05"_s));
     QVERIFY(panel.click("Update later"_s));
-    QCOMPARE(panel.text(), "NORVEL Latest Information|<b>Hi</b>"_s);
+    QCOMPARE(panel.text(), "NORVEL Latest Information|<p><b>Hi</b></p>"_s);
     QVERIFY(panel.click("OK"_s));
     QVERIFY(panel.isQuiet());
     QCOMPARE(panel.server.asked, QStringList{"/info.json"_s});
@@ -191,7 +194,7 @@ void TestUpdate::neverAgainOnceTicked()
     panel.checker->checkQuietly();
     QVERIFY(panel.text().endsWith("Latest Version: 4.03"_s));
     QVERIFY(panel.click("Update later"_s));
-    QVERIFY(panel.text().endsWith("Other news"_s));
+    QVERIFY(panel.text().endsWith("<p>Other news</p>"_s));
     QVERIFY(panel.click("OK"_s));
 }
 
@@ -212,6 +215,7 @@ void TestUpdate::badDocuments_data()
     row("redirect to a file", {"", "302 Found", "file:///etc/passwd"});
     row("redirect to plain http", {"", "302 Found", "http://update.norvel.example/"});
     row("redirect for ever", {"", "302 Found", "/info.json"});
+    row("compressed", {qCompress(good).mid(4), "200 OK\r\nContent-Encoding: deflate"});
 }
 /// At start nothing is said of them; when the user has asked, it is.
 void TestUpdate::badDocuments()
@@ -316,6 +320,39 @@ void TestUpdate::installs()
     QVERIFY(panel.text().contains("could not be started"_s));
 }
 
+/// Addresses with blanks and queries, and bodies whose end is that of the connection.
+void TestUpdate::unusualDownloads()
+{
+    Panel panel;
+    HttpServer::Answer plain = {installer};
+    plain.end = HttpServer::End::Connection;
+    for (const QString &file : {"/My%20Panel.exe"_s, "/get?file=panel.exe"_s}) {
+        panel.publish(document(panel.server, QString(file).replace("%20"_s, " "_s)));
+        panel.server.answers[file] = plain;
+        panel.checker->checkQuietly();
+        QVERIFY(panel.click("Update now"_s));
+        QTRY_VERIFY_WITH_TIMEOUT(panel.text().contains("<b>Download complete</b>"_s), patience);
+        QCOMPARE(QFileInfo("temp.exe"_s).size(), qint64{installer.size()});
+        QVERIFY(panel.click("Update later"_s) && panel.isQuiet());
+    }
+}
+
+/// A window that is being closed opens no box any more, whatever was under way.
+void TestUpdate::closingEndsEverything()
+{
+    for (const bool boxOpen : {false, true}) {
+        Panel panel;
+        panel.publish(document(panel.server, "/a.exe"_s, firmware));
+        panel.checker->checkQuietly();
+        if (boxOpen) QVERIFY(panel.box());
+        panel.checker->stop();
+        QTest::qWait(300);
+        QVERIFY(!panel.window.findChild<InformationBox *>());
+        panel.checker->checkOnDemand();
+        QVERIFY(panel.isQuiet());
+    }
+}
+
 void TestUpdate::installsFromAnArchive()
 {
     makeProgram(m_folder.filePath("bin/cscript"_s), unpacker);
@@ -344,8 +381,16 @@ void TestUpdate::downloadsThatFail_data()
     row("too short", {installer, "200 OK", "", 4000});
     row("redirect to a file", {"", "302 Found", "file:///bin/true"});
     using End = HttpServer::End;
-    row("no end told", {installer, "200 OK", "", -1, 1 << 30, 0, 1 << 30, false, End::Connection});
     row("chunks, cut", {installer, "200 OK", "", -1, 5, 0, 9, false, End::Chunks});
+    row("a part", {installer, "206 Partial Content"});
+    row("a choice", {installer, "300 Multiple Choices"});
+    row("a page", {"\n<!DOCTYPE html><p>Log in"});
+    row("a page by its type", {installer, "200 OK\r\nContent-Type: text/html; charset=x"});
+    row("compressed", {installer, "200 OK\r\nContent-Encoding: gzip"});
+    row("too large", {installer + QByteArray(2 << 20, 'x')});
+    HttpServer::Answer endless = {QByteArray(2 << 20, 'x')};
+    endless.end = End::Connection;
+    row("too large, its length not told", endless);
     row("nothing to unpack with", {installer}, QByteArray());
     row("unpacking fails", {installer}, "#!/bin/sh\ncp \"$2\" \"$3/Setup.exe\"\nexit 3\n");
     row("unpacking crashes", {installer}, "#!/bin/sh\nkill -9 $$\n");
@@ -359,6 +404,7 @@ void TestUpdate::downloadsThatFail()
     QFETCH(QByteArray, cscript);
     if (!cscript.isEmpty()) makeProgram(m_folder.filePath("bin/cscript"_s), cscript);
     Panel panel;
+    panel.checker->download().setLargest(1 << 20);
     panel.publish(document(panel.server, "/panel.zip"_s));
     panel.server.answers["/panel.zip"_s] = answer;
     panel.checker->checkQuietly();

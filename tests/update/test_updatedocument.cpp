@@ -1,5 +1,6 @@
 #include "tests/shorthand.h"
 #include "update/document.h"
+#include "update/newstext.h"
 #include "update/updatesoftware.h"
 #include "update/version.h"
 
@@ -115,20 +116,27 @@ void TestUpdateDocument::news_data()
     const auto row = [](const char *news, const char *shown) {
         QTest::newRow(news) << QString::fromUtf8(news) << QString::fromUtf8(shown);
     };
-    row("Plain & simple", "Plain &amp; simple");
-    row("<b>New</b><br/>line\nline", "<b>New</b><br>line<br>line");
+    row("Plain & simple", "<p>Plain &amp; simple</p>");
+    row("one\ntwo", "<p>one<br>two</p>");
+    row("<b>New</b><br/>line", "<p><b>New</b><br>line</p>");
+    row("Tom &amp; Jerry&nbsp;&lt;3", "<p>Tom &amp; Jerry\u00A0&lt;3</p>");
+    row("<font size=+1><i>Big</i></font>", "<p><font size=\"+1\"><i>Big</i></font></p>");
+    row("<h2>Head</h2>\n<ul>\n<li>a</li>\n<li>b <u>c</u></li>\n</ul>\n<ol><li>d</li></ol>",
+        "<h2><font size=\"+2\"><b>Head</b></font></h2><ul><li>a</li><li>b <u>c</u></li></ul>"
+        "<ol><li>d</li></ol>");
     row("<a href=\"https://x.example/?a=1&b=2\">See</a>",
-        "<a href=\"https://x.example/?a=1&amp;b=2\">See</a>");
-    row("<a href=\"http://x.example\">See</a>",
-        "&lt;a href=&quot;http://x.example&quot;&gt;See&lt;/a&gt;");
-    row("<a href=\"javascript:run()\">x</a>",
-        "&lt;a href=&quot;javascript:run()&quot;&gt;x&lt;/a&gt;");
-    row("<a href=\"https://x\" onclick=\"y\">x</a>",
-        "&lt;a href=&quot;https://x&quot; onclick=&quot;y&quot;&gt;x&lt;/a&gt;");
-    row("<img src=\"file:///etc/passwd\">", "&lt;img src=&quot;file:///etc/passwd&quot;&gt;");
-    row("<b style=\"font-size:900pt\">x", "&lt;b style=&quot;font-size:900pt&quot;&gt;x");
-    row("\u202Eabc\u2066", "abc");
-    row("<script>run()</script>", "&lt;script&gt;run()&lt;/script&gt;");
+        "<p><a href=\"https://x.example/?a=1&amp;b=2\">See</a></p>");
+    row("<a href=\"http://x.example\">See</a>", "<p>See</p>");
+    row("<a href=\"javascript:run()\">x</a>", "<p>x</p>");
+    row("<a href=\"https://x.example\" onclick=\"y\">x</a>",
+        "<p><a href=\"https://x.example\">x</a></p>");
+    row("a<img src=\"file:///etc/passwd\">b", "<p>ab</p>");
+    row("<b style=\"font-size:900pt\">x", "<p><b>x</b></p>");
+    row("\u202Eabc\u2066", "<p>abc</p>");
+    row("a<script>run()</script><style>b{}</style><!-- c -->", "<p>a</p>");
+    row("<blink>old</blink> <table><tr><td>t</td></tr></table>", "<p>old </p><p>t</p>");
+    row("&lt;img src=x&gt;", "<p>&lt;img src=x&gt;</p>");
+    row("<b> </b>&nbsp;<br>", "");
 }
 
 void TestUpdateDocument::news()
@@ -136,9 +144,11 @@ void TestUpdateDocument::news()
     QFETCH(QString, news);
     const QChar breakHere(0x200B);
     QTEST(update::presentable(news).remove(breakHere), "shown");
+    // What is written anew says the same when it is read again.
+    QCOMPARE(update::presentable(update::presentable(news)), update::presentable(news));
     QCOMPARE(
         update::presentable("123456789012345678901234567&<b>x</b>"_s),
-        "123456789012345678901234\u200B567&amp;<b>x</b>"_s);
+        "<p>123456789012345678901234\u200B567&amp;<b>x</b></p>"_s);
     const auto endless = update::parse("{\"messages\":\"" + QByteArray(1 << 19, '<') + "\"}");
     QVERIFY(endless && endless->news.size() < 4100);
 }
@@ -151,9 +161,13 @@ void TestUpdateDocument::kinds()
     using Kind = UpdateSoftware::Kind;
     QCOMPARE(kind("https://a/Setup.EXE?x=1"), Kind::Installer);
     QCOMPARE(kind("https://a/setup.dmg"), Kind::DiskImage);
-    for (const char *archive : {"https://a/setup.zip", "https://a/setupexe", "https://a/?f=b.exe"})
+    QCOMPARE(kind("https://a/get?file=setup.exe"), Kind::Installer);
+    QCOMPARE(kind("https://a/setup.exe#top"), Kind::Installer);
+    for (const char *archive : {"https://a/setup.zip", "https://a/exe/", "https://a/exe?f=b.zip"})
         QCOMPARE(kind(archive), Kind::Archive);
+    QVERIFY(update::isAllowed(update::addressOf(" https://a.example/Tamber Setup.exe "_s)));
+    QVERIFY(!update::isAllowed(update::addressOf("https://"_s)));
 }
 
-QTEST_GUILESS_MAIN(TestUpdateDocument)
+QTEST_MAIN(TestUpdateDocument)
 #include "test_updatedocument.moc"
