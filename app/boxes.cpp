@@ -29,21 +29,26 @@ public:
     static QString neverAgain() { return tr("Do not show again"); }
 };
 
-QMessageBox *makeBox(QMessageBox::Icon icon, QWidget *parent, const QString &title)
+constexpr int leastWidth = 380; // pixels: enough for the title
+
+} // namespace
+
+QMessageBox *boxes::make(QMessageBox::Icon icon, QWidget *parent, const QString &title)
 {
     auto *box = new QMessageBox(parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setIcon(icon);
     box->setWindowTitle(title);
+    // A width of its texts' own, as by a style sheet, would make the box cut them off.
+    if (auto *grid = qobject_cast<QGridLayout *>(box->layout()))
+        grid->addItem(
+            new QSpacerItem(leastWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
     return box;
 }
 
-} // namespace
-
 void boxes::askFirst(QWidget *parent, const QString &text, const std::function<void()> &accepted)
 {
-    QMessageBox *box =
-        makeBox(QMessageBox::Question, parent, QLatin1String(constants::windowTitle));
+    QMessageBox *box = make(QMessageBox::Question, parent, QLatin1String(constants::windowTitle));
     box->setText(text);
     box->setInformativeText(QStringLiteral("Are you sure?"));
     box->setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
@@ -57,7 +62,7 @@ void boxes::askFirst(QWidget *parent, const QString &text, const std::function<v
 void boxes::inform(QWidget *parent, const QString &text)
 {
     QMessageBox *box =
-        makeBox(QMessageBox::Information, parent, QLatin1String(constants::windowTitle));
+        make(QMessageBox::Information, parent, QLatin1String(constants::windowTitle));
     box->setText(text);
     box->open();
 }
@@ -65,7 +70,7 @@ void boxes::inform(QWidget *parent, const QString &text)
 void boxes::showStartInformation(QWidget *parent, const std::function<void()> &neverAgain)
 {
     QMessageBox *box =
-        makeBox(QMessageBox::Information, parent, QStringLiteral("NORVEL Tamber Information"));
+        make(QMessageBox::Information, parent, QStringLiteral("NORVEL Tamber Information"));
     box->setTextFormat(Qt::RichText);
     box->setText(StartInformation::text(helplinks::faqs(systemLanguage())));
     box->setStandardButtons(QMessageBox::Ok);

@@ -8,6 +8,9 @@
 /// itself. GUI thread only.
 namespace boxes {
 
+/// Makes a box that is not open yet. It deletes itself when it is closed.
+QMessageBox *make(QMessageBox::Icon icon, QWidget *parent, const QString &title);
+
 /// Asks "Are you sure?" and calls accepted for an OK; Cancel is the default.
 void askFirst(QWidget *parent, const QString &text, const std::function<void()> &accepted);
 

@@ -318,10 +318,9 @@ void MainWindow::showDisconnected()
 {
     killCompanionMixer();
     // open(), not exec(): a slot that waits would stop the timer that calls it.
-    m_disconnectedBox = new QMessageBox(
-        QMessageBox::Warning, QStringLiteral("USB Disconnected"),
-        QStringLiteral("- Tamber -\n Please insert USB cable"), QMessageBox::Ok, this);
-    m_disconnectedBox->setAttribute(Qt::WA_DeleteOnClose);
+    m_disconnectedBox =
+        boxes::make(QMessageBox::Warning, this, QStringLiteral("USB Disconnected"));
+    m_disconnectedBox->setText(QStringLiteral("- Tamber -\n Please insert USB cable"));
     m_disconnectedBox->open();
 }
 

@@ -11,6 +11,7 @@
 ProductInformation::ProductInformation(QWidget *parent) : QDialog(parent), m_rows(new QGridLayout)
 {
     setWindowTitle(QStringLiteral("Product Information"));
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
     QPushButton *copyButton =
         buttons->addButton(QStringLiteral("&Copy"), QDialogButtonBox::ActionRole);
