@@ -111,7 +111,7 @@ QString firmwareVersion(QVXDevice &device)
     std::uint16_t build = 0;
     device.get_version(version);
     device.get_build(build);
-    if (!device.is_selected() || version == 0) return QString();
+    if (!device.is_selected() || !device.isFirmwareKnown() || version == 0) return QString();
     return QStringLiteral("%1.%2 %3")
         .arg(version / 100)
         .arg(version % 100, 2, 10, QLatin1Char('0'))
@@ -185,10 +185,15 @@ void InterfacePage::refresh(QVXDevice &device, bool trueBypass)
     const bool present = device.is_selected();
     m_firmware->setText(firmware.isEmpty() ? noDevice() : firmware);
     m_sampleRate->setText(present && rate != 0 ? driver::sampleRateText(rate) : noDevice());
-    // A name that was forgotten, and is being asked for anew, is still on screen.
-    if (!present || !name.isEmpty()) m_device->setText(present ? name : noDevice());
+    m_device->setText(present && !name.isEmpty() ? name : noDevice());
     const QString onOff = trueBypass ? QStringLiteral("On") : QStringLiteral("Off");
     m_trueBypass->setText(present ? onOff : noDevice());
+}
+
+void InterfacePage::showName(QVXDevice &device)
+{
+    const QString &name = device.knownProductName();
+    m_device->setText(name.isEmpty() ? noDevice() : name);
 }
 
 QVector<ProductInformation::Fact> InterfacePage::facts() const

@@ -9,7 +9,7 @@ class QSlider;
 class QVXDevice;
 
 /// The firmware of the device, "1.02 0034" for version 102 and build 34, as it was read last; asks
-/// anew. "" without a device.
+/// anew. "" without a device, and after a request that failed.
 QString firmwareVersion(QVXDevice &device);
 
 /// The Interface page: the buffer size of the audio driver, and what the panel and the device are.
@@ -29,6 +29,8 @@ public:
     /// Shows what the device answered last and asks it anew; "No Device" without one.
     /// @param trueBypass the option as it was sent to the device
     void refresh(QVXDevice &device, bool trueBypass);
+    /// Shows the name that the device has just answered.
+    void showName(QVXDevice &device);
 
     /// What the page says of panel and device, as it stands there.
     QVector<ProductInformation::Fact> facts() const;

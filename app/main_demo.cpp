@@ -4,21 +4,26 @@
 #include "storage/settings.h"
 
 static Settings settings(demoEdition.organisation, constants::settingsFile);
-static simulator::RealClock deviceClock;
-static simulator::SimulatedTamber tamber(deviceClock);
+
+/// Never destroyed: a worker that hangs in a transfer may outlive the event loop.
+static simulator::SimulatedTamber &tamber()
+{
+    static auto &clock = *new simulator::RealClock;
+    static auto &device = *new simulator::SimulatedTamber(clock);
+    return device;
+}
 
 static std::unique_ptr<Transport> simulatedTransport()
 {
-    return std::make_unique<simulator::SimulatedTransport>(tamber);
+    return std::make_unique<simulator::SimulatedTransport>(tamber());
 }
 
 static std::unique_ptr<QWidget> deviceWindow()
 {
-    return std::make_unique<SimulatedTamberWindow>(tamber);
+    return std::make_unique<SimulatedTamberWindow>(tamber());
 }
 
 int main(int argc, char **argv)
 {
-    return run(
-        {settings, demoEdition, simulatedTransport, deviceWindow}, argc, argv);
+    return run({settings, demoEdition, simulatedTransport, deviceWindow}, argc, argv);
 }

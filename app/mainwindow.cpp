@@ -7,6 +7,7 @@
 #include "app/interfacepage.h"
 #include "app/language.h"
 #include "app/mixerpage.h"
+#include "app/notice.h"
 #include "app/outputpage.h"
 #include "app/productinformation.h"
 #include "app/scenemenu.h"
@@ -66,8 +67,8 @@ MainWindow::MainWindow(
       m_organisation(QLatin1String(edition.organisation)),
       m_pages(new QStackedWidget(this)), m_mixerPage(new MixerPage(m_pages)),
       m_interfacePage(new InterfacePage(m_pages)), m_outputPage(new OutputPage(m_pages)),
-      m_notice(makeNotice()), m_scenes(settings, edition.organisation), m_device(transport),
-      m_mixer(settings, m_device, m_mixerPage->view(), m_mixerPage->section()),
+      m_notice(new Notice(this)), m_scenes(settings, edition.organisation), m_device(transport),
+      m_mixer(settings, m_device, m_mixerPage->view(), m_mixerPage->section(), m_clock),
       m_output(
           settings, m_device, m_outputPage->view(), [this](bool on) { m_mixer.setBypassed(!on); }),
       m_fullSend(m_device), m_bufferSize(
@@ -90,11 +91,12 @@ MainWindow::MainWindow(
     connectSection();
     connectPresence();
     connectBufferSize();
+    connectSettings();
     startTimers();
     m_mixer.showAll();
     m_output.showAll();
     listPortions();
-    m_fullSend.start();
+    obeySettings();
     restorePage();
     offerStartInformation();
     startUpdateChecker();
@@ -151,15 +153,6 @@ void MainWindow::buildHelpMenu()
     connect(m_update, &QAction::triggered, this, [this] { m_updates->checkOnDemand(); });
     addNamed(
         help, QStringLiteral("&Product Information"), QStringLiteral("actionProduct_Information"));
-}
-
-QLabel *MainWindow::makeNotice()
-{
-    auto *notice = new QLabel(QStringLiteral("No device answers. Changes are kept for it."), this);
-    notice->setObjectName(QStringLiteral("label_Notice"));
-    notice->setProperty("role", QStringLiteral("notice"));
-    notice->hide();
-    return notice;
 }
 
 /// Some desktops put a window of this size partly off the screen when it has no place of its own.
@@ -287,13 +280,16 @@ void MainWindow::connectPresence()
     const mixer::Presence &presence = m_mixer.presence();
     connect(&presence, &mixer::Presence::disconnected, this, [this] { showDisconnected(); });
     connect(&presence, &mixer::Presence::reconnected, this, [this] { delete m_disconnectedBox; });
-    connect(&presence, &mixer::Presence::stateWanted, this, [this] {
-        m_output.forgetSent();
-        m_fullSend.start();
-    });
-    connect(&presence, &mixer::Presence::answeringChanged, this, [this] {
+    connect(&presence, &mixer::Presence::stateWanted, this, &MainWindow::sendAll);
+    connect(
+        &presence, &mixer::Presence::busOptionWanted, this,
+        [this](QVXDevice::Kind option) { m_output.resend(option); });
+    connect(&presence, &mixer::Presence::statusChanged, this, [this] {
         status();
         refreshInterfacePage();
+    });
+    connect(&m_device, &QVXDevice::nameAnswered, this, [this] {
+        m_interfacePage->showName(m_device);
     });
 }
 
@@ -302,6 +298,36 @@ void MainWindow::connectBufferSize()
     connect(m_interfacePage->bufferSizeSlider(), &QSlider::valueChanged, this, [this](int step) {
         m_bufferSize.changed(step);
     });
+}
+
+void MainWindow::connectSettings()
+{
+    connect(&m_settings, &Settings::troubleChanged, this, &MainWindow::showTrouble);
+    connect(&m_settings, &Settings::foreignChangeReplaced, this, [this] {
+        m_notice->flash(Notice::Message::SettingsChangedElsewhere);
+    });
+    connect(&m_settings, &Settings::replaced, this, [this] {
+        applySettings();
+        m_bufferSize.load();
+    });
+    connect(m_notice, &Notice::defaultsAccepted, &m_settings, &Settings::acceptDefaults);
+    showTrouble();
+}
+
+void MainWindow::showTrouble()
+{
+    using Message = Notice::Message;
+    m_notice->set(Message::SettingsRetried, m_settings.reading() == Settings::Reading::Retrying);
+    m_notice->set(Message::SettingsUnreadable, m_settings.reading() == Settings::Reading::Failed);
+    m_notice->set(Message::SettingsUnwritten, m_settings.isWriteFailing());
+}
+
+/// Sends everything, or nothing while the settings are not those of the user: a file that cannot
+/// be read must not open channels that the user has muted.
+void MainWindow::obeySettings()
+{
+    m_device.setQuiet(m_settings.reading() != Settings::Reading::Done);
+    m_fullSend.start();
 }
 
 void MainWindow::listPortions()
@@ -326,7 +352,9 @@ void MainWindow::showDisconnected()
 
 void MainWindow::status()
 {
-    m_notice->setVisible(!m_mixer.presence().isAnswering());
+    const mixer::Presence &presence = m_mixer.presence();
+    m_notice->set(Notice::Message::NoDevice, !presence.isAnswering());
+    m_notice->set(Notice::Message::DeviceRefuses, presence.isRefusing());
 }
 
 void MainWindow::timerInterrupt_1000ms()
@@ -357,13 +385,33 @@ void MainWindow::startTimers()
 /// The settings have been replaced as a whole.
 void MainWindow::applySettings()
 {
-    // What a hand still holds must not be dragged away from where it is put now.
-    for (StepControl *control : findChildren<StepControl *>())
-        control->letGo();
+    endDrags();
     m_mixer.showAll();
     m_output.showAll();
-    m_fullSend.start();
+    obeySettings();
     refreshInterfacePage();
+}
+
+/// Ends any drag in progress, so that the control stays where it is.
+void MainWindow::endDrags()
+{
+    for (StepControl *control : findChildren<StepControl *>())
+        control->letGo();
+    m_mixer.pan().releaseAll();
+}
+
+/// Sends everything to a device that may hold anything.
+void MainWindow::sendAll()
+{
+    m_output.forgetSent();
+    m_fullSend.start();
+}
+
+bool MainWindow::event(QEvent *event)
+{
+    // A box that opens during a drag takes the release away.
+    if (event->type() == QEvent::WindowBlocked) endDrags();
+    return QMainWindow::event(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -381,6 +429,7 @@ void MainWindow::delSettingsFile()
             m_settings.write(storage::informationSeen, false);
             m_settings.flush();
             applySettings();
+            m_bufferSize.load(); // the driver keeps its size
         });
 }
 

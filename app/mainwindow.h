@@ -17,8 +17,8 @@
 class ChannelControl;
 class DialControl;
 class InterfacePage;
-class QLabel;
 class MixerPage;
+class Notice;
 class OutputPage;
 class ProductInformation;
 class QStackedWidget;
@@ -59,7 +59,7 @@ public slots:
     void doCompressorRepaint() { m_mixer.section().markComp(); }
     /// Colours the gain-reduction caption by the state.
     void slt_changeColorComp(const QString &state);
-    /// Shows or hides the notice that no device answers.
+    /// Shows in the notice whether the device answers, and whether it takes everything.
     void status();
 
     /// Refreshes what the window says of the device, whether it answers, and whether updates can be
@@ -83,6 +83,7 @@ public slots:
     void delSettingsFile();
 
 protected:
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
@@ -90,7 +91,6 @@ private:
     void buildViewMenu();
     void buildSceneMenu();
     void buildHelpMenu();
-    QLabel *makeNotice();
     void moveOntoScreen();
     void restoreWindowGeometry();
     void storeWindowGeometry() const;
@@ -103,11 +103,16 @@ private:
     void connectKnob(DialControl *dial, mixer::ParameterId id);
     void connectPresence();
     void connectBufferSize();
+    void connectSettings();
+    void showTrouble();
+    void obeySettings();
     void listPortions();
     void showDisconnected();
     void refreshInterfacePage();
     void startTimers();
     void applySettings();
+    void endDrags();
+    void sendAll();
     void openWebPage(const QUrl &page);
     void offerStartInformation();
     void startUpdateChecker();
@@ -122,11 +127,12 @@ private:
     MixerPage *m_mixerPage;
     InterfacePage *m_interfacePage;
     OutputPage *m_outputPage;
-    QLabel *m_notice;
+    Notice *m_notice;
     QPointer<QMessageBox> m_disconnectedBox;
     QPointer<ProductInformation> m_productInformation;
     QAction *m_update;
     SceneMemories m_scenes;
+    mixer::RealWallClock m_clock;
     QVXDevice m_device;
     mixer::Mixer m_mixer;
     mixer::OutputRule m_output;

@@ -35,49 +35,55 @@ void applyLook()
 
 namespace {
 
-/// How long the window manager is given to put the panel to its place.
+/// How long the window manager is given to put the panel to its place, in milliseconds.
 constexpr int companionDelay = 200;
+constexpr int companionGap = 8;
 
-/// The place beside `panel` where a window of this size covers least of it.
-QRect placeBeside(const QRect &panel, const QRect &screen, const QSize &size)
+/// Moves the panel as far to the left as it takes for a window of this width to stand beside it.
+/// @param width with its frame
+void makeRoomBeside(QWidget &panel, const QRect &screen, int width)
 {
-    constexpr int gap = 8;
-    // Of equal ones the first: below the menus, and beside the boxes in the panel's middle.
-    const QPoint corners[] = {
-        {panel.right() + gap, panel.bottom() - size.height()},
-        {panel.right() + gap, panel.top()},
-        {panel.left(), panel.bottom() + gap},
-        {panel.left() - gap - size.width(), panel.top()},
-        {panel.left(), panel.top() - gap - size.height()},
-    };
-    const auto covered = [&panel](const QRect &place) {
-        const QRect common = place & panel;
-        return common.width() * common.height();
-    };
-    QRect best;
-    for (const QPoint &corner : corners) {
-        const QRect place(
-            qBound(screen.left(), corner.x(), qMax(screen.left(), screen.right() - size.width())),
-            qBound(screen.top(), corner.y(), qMax(screen.top(), screen.bottom() - size.height())),
-            size.width(), size.height());
-        if (best.isNull() || covered(place) < covered(best)) best = place;
-    }
-    return best;
+    const QRect frame = panel.frameGeometry();
+    const int excess = frame.right() + 1 + companionGap + width - (screen.right() + 1);
+    const int free = frame.left() - screen.left();
+    if (excess > 0) panel.move(panel.pos() - QPoint(qMin(excess, qMax(free, 0)), 0));
 }
 
-/// Shows a window that leaves the keyboard to the panel, and does not keep the program running.
-void showBeside(QWidget &companion, const QWidget &panel)
+/// Shows a window to the right of the panel. It leaves the keyboard to the panel, and does not keep
+/// the program running.
+void showBeside(QWidget &companion, QWidget &panel)
 {
     companion.setAttribute(Qt::WA_ShowWithoutActivating);
     companion.setAttribute(Qt::WA_QuitOnClose, false);
     companion.adjustSize();
-    const QRect place = placeBeside(
-        panel.frameGeometry(), panel.screen()->availableGeometry(), companion.sizeHint());
-    companion.move(place.topLeft());
+    const QRect screen = panel.screen()->availableGeometry();
+    const QSize frame = panel.frameGeometry().size() - panel.size(); // the companion's is the same
+    const QSize size = companion.sizeHint() + frame;
+    makeRoomBeside(panel, screen, size.width());
+    const QRect beside = panel.frameGeometry();
+    const int right = qMin(beside.right() + 1 + companionGap, screen.right() + 1 - size.width());
+    const int top = qMax(screen.top(), beside.bottom() + 1 - size.height());
+    companion.move(right, top);
     companion.show();
 }
 
 } // namespace
+
+static int runWindow(
+    const Program &program, Transport &transport, QtSingleApplication &application)
+{
+    MainWindow window(program.settings, transport, program.edition);
+    application.setActivationWindow(&window, true);
+    QtSingleApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    window.show();
+    std::unique_ptr<QWidget> companion;
+    if (program.makeCompanion)
+        QTimer::singleShot(companionDelay, &window, [&] {
+            companion = program.makeCompanion();
+            showBeside(*companion, window);
+        });
+    return QtSingleApplication::exec();
+}
 
 int run(const Program &program, int argc, char **argv)
 {
@@ -95,16 +101,8 @@ int run(const Program &program, int argc, char **argv)
     }
     installTranslations();
     applyLook();
-    const std::unique_ptr<Transport> transport = tracedWhereAsked(program.makeTransport());
-    MainWindow window(program.settings, *transport, program.edition);
-    application.setActivationWindow(&window, true);
-    QtSingleApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
-    window.show();
-    std::unique_ptr<QWidget> companion;
-    if (program.makeCompanion)
-        QTimer::singleShot(companionDelay, &window, [&] {
-            companion = program.makeCompanion();
-            showBeside(*companion, window);
-        });
-    return QtSingleApplication::exec();
+    std::unique_ptr<Transport> transport = tracedWhereAsked(program.makeTransport());
+    const int code = runWindow(program, *transport, application);
+    if (QVXDevice::hasAbandonedWorker()) transport.release(); // the worker still uses it
+    return code;
 }

@@ -58,7 +58,10 @@ void SceneMenu::showName(int slot)
 
 void SceneMenu::save(int slot)
 {
-    m_scenes.save(slot);
+    if (m_scenes.save(slot)) return;
+    boxes::inform(
+        m_window, QStringLiteral("The scene could not be saved. The one from before is still "
+                                 "there."));
 }
 
 void SceneMenu::load(int slot)

@@ -149,7 +149,8 @@ void benchWholeState()
     Device device;
     Settings settings(constants::demoOrganisation, "Tamber_Bench");
     const MixerPage page;
-    mixer::Mixer mixer(settings, device.facade, page.view(), page.section());
+    mixer::RealWallClock clock;
+    mixer::Mixer mixer(settings, device.facade, page.view(), page.section(), clock);
     // Faders and mutes; pan, phase, solo, four bands and the compressor of every channel.
     constexpr int commands = 18 + 18 + 8 * mixer::trackCount;
     const std::uint64_t before = device.tamber.taken();

@@ -11,6 +11,8 @@ namespace {
 constexpr unsigned long stopTimeout = 2000;      // milliseconds
 constexpr unsigned long terminateTimeout = 1000; // milliseconds
 
+bool workerAbandoned = false;
+
 bool isNumber(int value, int from, int to)
 {
     return value >= from && value <= to;
@@ -52,11 +54,12 @@ QVXDevice::Caches::Caches() : meters{}
 }
 
 QVXDevice::QVXDevice(Transport &transport, QObject *parent)
-    : QObject(parent), m_unit(transport), m_thread(new QThread), m_selected(m_unit.foundAtStart())
+    : QObject(parent), m_unit(std::make_unique<QVXDeviceUnit>(transport)), m_thread(new QThread),
+      m_selected(m_unit->foundAtStart())
 {
-    m_caches.productName = m_unit.productNameAtStart();
+    m_caches.productName = m_unit->productNameAtStart();
     m_thread->setObjectName(QStringLiteral("device"));
-    m_unit.moveToThread(m_thread);
+    m_unit->moveToThread(m_thread);
     connectWorker();
     connect(
         m_thread, &QThread::finished, this,
@@ -71,7 +74,13 @@ QVXDevice::~QVXDevice()
     m_thread->quit();
     if (!m_thread->wait(stopTimeout)) {
         m_thread->terminate();
-        m_thread->wait(terminateTimeout);
+        if (!m_thread->wait(terminateTimeout)) {
+            // Destroying a thread that runs, or what it works on, would end the program.
+            qWarning("the device worker hangs in a transfer and is abandoned");
+            m_unit.release();
+            workerAbandoned = true;
+            return;
+        }
     }
     // All that the worker did comes before what follows. QThread sees to that by a lock of its own,
     // but the thread sanitizer does not know that lock.
@@ -79,44 +88,49 @@ QVXDevice::~QVXDevice()
     delete m_thread;
 }
 
+bool QVXDevice::hasAbandonedWorker()
+{
+    return workerAbandoned;
+}
+
 void QVXDevice::connectWorker()
 {
     // Queued signals carry their arguments by type name; a reference is a name of its own.
     qRegisterMetaType<QString>("QString&");
 
-    connect(this, &QVXDevice::sig_deselect, &m_unit, &QVXDeviceUnit::deselect);
-    connect(&m_unit, &QVXDeviceUnit::ret_deselect, this, &QVXDevice::recv_deselect);
-    connect(this, &QVXDevice::sig_is_selected, &m_unit, &QVXDeviceUnit::is_selected);
-    connect(&m_unit, &QVXDeviceUnit::ret_is_selected, this, &QVXDevice::recv_is_selected);
-    connect(this, &QVXDevice::sig_get_version, &m_unit, &QVXDeviceUnit::get_version);
-    connect(this, &QVXDevice::sig_get_build, &m_unit, &QVXDeviceUnit::get_build);
-    connect(this, &QVXDevice::sig_get_sample_rate, &m_unit, &QVXDeviceUnit::get_sample_rate);
-    connect(this, &QVXDevice::sig_get_product_name, &m_unit, &QVXDeviceUnit::get_product_name);
-    connect(&m_unit, &QVXDeviceUnit::ret_get_product_name, this, &QVXDevice::recv_get_product_name);
-    connect(this, &QVXDevice::sig_get_debugprint, &m_unit, &QVXDeviceUnit::get_debugprint);
-    connect(&m_unit, &QVXDeviceUnit::ret_get_debugprint, this, &QVXDevice::recv_get_debugprint);
-    connect(this, &QVXDevice::sig_set_assign_ch, &m_unit, &QVXDeviceUnit::set_assign_ch);
-    connect(&m_unit, &QVXDeviceUnit::ret_set_assign_ch, this, &QVXDevice::recv_set_assign_ch);
-    connect(this, &QVXDevice::sig_set_eq, &m_unit, &QVXDeviceUnit::set_eq);
-    connect(&m_unit, &QVXDeviceUnit::ret_set_eq, this, &QVXDevice::recv_set_eq);
-    connect(this, &QVXDevice::sig_set_comp, &m_unit, &QVXDeviceUnit::set_comp);
-    connect(&m_unit, &QVXDeviceUnit::ret_set_comp, this, &QVXDevice::recv_set_comp);
-    connect(this, &QVXDevice::sig_set_fader, &m_unit, &QVXDeviceUnit::set_fader);
-    connect(&m_unit, &QVXDeviceUnit::ret_set_fader, this, &QVXDevice::recv_set_fader);
-    connect(this, &QVXDevice::sig_set_pan, &m_unit, &QVXDeviceUnit::set_pan);
-    connect(&m_unit, &QVXDeviceUnit::ret_set_pan, this, &QVXDevice::recv_set_pan);
-    connect(this, &QVXDevice::sig_set_mute, &m_unit, &QVXDeviceUnit::set_mute);
-    connect(&m_unit, &QVXDeviceUnit::ret_set_mute, this, &QVXDevice::recv_set_mute);
-    connect(this, &QVXDevice::sig_set_solo, &m_unit, &QVXDeviceUnit::set_solo);
-    connect(&m_unit, &QVXDeviceUnit::ret_set_solo, this, &QVXDevice::recv_set_solo);
-    connect(this, &QVXDevice::sig_set_phase, &m_unit, &QVXDeviceUnit::set_phase);
-    connect(&m_unit, &QVXDeviceUnit::ret_set_phase, this, &QVXDevice::recv_set_phase);
-    connect(this, &QVXDevice::sig_set_send_stereobus, &m_unit, &QVXDeviceUnit::set_send_stereobus);
-    connect(this, &QVXDevice::sig_set_truebypass, &m_unit, &QVXDeviceUnit::set_truebypass);
-    connect(this, &QVXDevice::sig_get_meter, &m_unit, &QVXDeviceUnit::get_meter);
-    connect(&m_unit, &QVXDeviceUnit::ret_get_meter, this, &QVXDevice::recv_get_meter);
-    connect(this, &QVXDevice::sig_get_grmeter, &m_unit, &QVXDeviceUnit::get_grmeter);
-    connect(&m_unit, &QVXDeviceUnit::ret_get_grmeter, this, &QVXDevice::recv_get_grmeter);
+    connect(this, &QVXDevice::sig_deselect, m_unit.get(), &QVXDeviceUnit::deselect);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_deselect, this, &QVXDevice::recv_deselect);
+    connect(this, &QVXDevice::sig_is_selected, m_unit.get(), &QVXDeviceUnit::is_selected);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_is_selected, this, &QVXDevice::recv_is_selected);
+    connect(this, &QVXDevice::sig_get_version, m_unit.get(), &QVXDeviceUnit::get_version);
+    connect(this, &QVXDevice::sig_get_build, m_unit.get(), &QVXDeviceUnit::get_build);
+    connect(this, &QVXDevice::sig_get_sample_rate, m_unit.get(), &QVXDeviceUnit::get_sample_rate);
+    connect(this, &QVXDevice::sig_get_product_name, m_unit.get(), &QVXDeviceUnit::get_product_name);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_get_product_name, this, &QVXDevice::recv_get_product_name);
+    connect(this, &QVXDevice::sig_get_debugprint, m_unit.get(), &QVXDeviceUnit::get_debugprint);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_get_debugprint, this, &QVXDevice::recv_get_debugprint);
+    connect(this, &QVXDevice::sig_set_assign_ch, m_unit.get(), &QVXDeviceUnit::set_assign_ch);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_set_assign_ch, this, &QVXDevice::recv_set_assign_ch);
+    connect(this, &QVXDevice::sig_set_eq, m_unit.get(), &QVXDeviceUnit::set_eq);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_set_eq, this, &QVXDevice::recv_set_eq);
+    connect(this, &QVXDevice::sig_set_comp, m_unit.get(), &QVXDeviceUnit::set_comp);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_set_comp, this, &QVXDevice::recv_set_comp);
+    connect(this, &QVXDevice::sig_set_fader, m_unit.get(), &QVXDeviceUnit::set_fader);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_set_fader, this, &QVXDevice::recv_set_fader);
+    connect(this, &QVXDevice::sig_set_pan, m_unit.get(), &QVXDeviceUnit::set_pan);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_set_pan, this, &QVXDevice::recv_set_pan);
+    connect(this, &QVXDevice::sig_set_mute, m_unit.get(), &QVXDeviceUnit::set_mute);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_set_mute, this, &QVXDevice::recv_set_mute);
+    connect(this, &QVXDevice::sig_set_solo, m_unit.get(), &QVXDeviceUnit::set_solo);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_set_solo, this, &QVXDevice::recv_set_solo);
+    connect(this, &QVXDevice::sig_set_phase, m_unit.get(), &QVXDeviceUnit::set_phase);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_set_phase, this, &QVXDevice::recv_set_phase);
+    connect(this, &QVXDevice::sig_set_send_stereobus, m_unit.get(), &QVXDeviceUnit::set_send_stereobus);
+    connect(this, &QVXDevice::sig_set_truebypass, m_unit.get(), &QVXDeviceUnit::set_truebypass);
+    connect(this, &QVXDevice::sig_get_meter, m_unit.get(), &QVXDeviceUnit::get_meter);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_get_meter, this, &QVXDevice::recv_get_meter);
+    connect(this, &QVXDevice::sig_get_grmeter, m_unit.get(), &QVXDeviceUnit::get_grmeter);
+    connect(m_unit.get(), &QVXDeviceUnit::ret_get_grmeter, this, &QVXDevice::recv_get_grmeter);
 }
 
 void QVXDevice::assertGuiThread() const
@@ -139,25 +153,31 @@ int QVXDevice::faderIndex(int ch_type, unsigned char ch_no)
 bool QVXDevice::get_version(std::uint16_t &version)
 {
     assertGuiThread();
-    version = m_unit.version;
-    if (!m_unit.versionWaits.exchange(true)) emit sig_get_version();
+    version = m_unit->version;
+    if (!m_unit->versionWaits.exchange(true)) emit sig_get_version();
     return true;
 }
 
 bool QVXDevice::get_build(std::uint16_t &build)
 {
     assertGuiThread();
-    build = m_unit.build;
-    if (!m_unit.buildWaits.exchange(true)) emit sig_get_build();
+    build = m_unit->build;
+    if (!m_unit->buildWaits.exchange(true)) emit sig_get_build();
     return true;
 }
 
 bool QVXDevice::get_sample_rate(std::uint32_t &rate)
 {
     assertGuiThread();
-    rate = m_unit.sample_rate;
-    if (!m_unit.sampleRateWaits.exchange(true)) emit sig_get_sample_rate();
+    rate = m_unit->sample_rate;
+    if (!m_unit->sampleRateWaits.exchange(true)) emit sig_get_sample_rate();
     return true;
+}
+
+bool QVXDevice::isFirmwareKnown() const
+{
+    assertGuiThread();
+    return m_unit->versionKnown && m_unit->buildKnown;
 }
 
 bool QVXDevice::is_selected()
@@ -200,9 +220,10 @@ bool QVXDevice::set_assign_ch(int in_type, unsigned char in_ch, int out_type, un
 {
     assertGuiThread();
     if (out_type != vxctl::channelLineOut || !isNumber(out_ch, 1, lineOutCount)) return false;
-    const bool changed = m_caches.route.set(
+    if (m_quiet) return false;
+    const bool changed = m_tables.route.set(
         out_ch - 1, {in_type, in_ch, out_type, out_ch}, [this](const Route &v) { emitRoute(v); });
-    return !changed || m_caches.route.ret();
+    return !changed || m_tables.route.ret();
 }
 
 bool QVXDevice::set_eq(
@@ -211,11 +232,11 @@ bool QVXDevice::set_eq(
 {
     assertGuiThread();
     const int index = inputIndex(ch_type, ch_no);
-    if (index < 0 || !isNumber(band, 1, bandCount)) return false;
-    const bool changed = m_caches.eq.set(
+    if (index < 0 || !isNumber(band, 1, bandCount) || m_quiet) return false;
+    const bool changed = m_tables.eq.set(
         index * bandCount + band - 1, {ch_type, ch_no, on, band - 1, gain, freq, q},
         [this](const Eq &v) { emitEq(v); });
-    return !changed || m_caches.eq.ret();
+    return !changed || m_tables.eq.ret();
 }
 
 bool QVXDevice::set_comp(
@@ -224,11 +245,11 @@ bool QVXDevice::set_comp(
 {
     assertGuiThread();
     const int index = inputIndex(ch_type, ch_no);
-    if (index < 0) return false;
-    const bool changed = m_caches.comp.set(
+    if (index < 0 || m_quiet) return false;
+    const bool changed = m_tables.comp.set(
         index, {ch_type, ch_no, on, threshold, ratio, attack, release, gain, link},
         [this](const Comp &v) { emitComp(v); });
-    return !changed || m_caches.comp.ret();
+    return !changed || m_tables.comp.ret();
 }
 
 template <int Size>
@@ -236,7 +257,7 @@ bool QVXDevice::setParameter(
     Parameters<Size> &table, int index, const Parameter &values, ParameterSignal send)
 {
     assertGuiThread();
-    if (index < 0) return false;
+    if (index < 0 || m_quiet) return false;
     const bool changed =
         table.set(index, values, [this, send](const Parameter &v) { emitParameter(v, send); });
     return !changed || table.ret();
@@ -245,47 +266,47 @@ bool QVXDevice::setParameter(
 bool QVXDevice::set_fader(int ch_type, unsigned char ch_no, unsigned char data)
 {
     return setParameter(
-        m_caches.fader, faderIndex(ch_type, ch_no), {ch_type, ch_no, data},
+        m_tables.fader, faderIndex(ch_type, ch_no), {ch_type, ch_no, data},
         &QVXDevice::sig_set_fader);
 }
 
 bool QVXDevice::set_pan(int ch_type, unsigned char ch_no, unsigned char data)
 {
     return setParameter(
-        m_caches.pan, inputIndex(ch_type, ch_no), {ch_type, ch_no, data}, &QVXDevice::sig_set_pan);
+        m_tables.pan, inputIndex(ch_type, ch_no), {ch_type, ch_no, data}, &QVXDevice::sig_set_pan);
 }
 
 bool QVXDevice::set_mute(int ch_type, unsigned char ch_no, unsigned char data)
 {
     return setParameter(
-        m_caches.mute, faderIndex(ch_type, ch_no), {ch_type, ch_no, data},
+        m_tables.mute, faderIndex(ch_type, ch_no), {ch_type, ch_no, data},
         &QVXDevice::sig_set_mute);
 }
 
 bool QVXDevice::set_solo(int ch_type, unsigned char ch_no, unsigned char data)
 {
     return setParameter(
-        m_caches.solo, inputIndex(ch_type, ch_no), {ch_type, ch_no, data},
+        m_tables.solo, inputIndex(ch_type, ch_no), {ch_type, ch_no, data},
         &QVXDevice::sig_set_solo);
 }
 
 bool QVXDevice::set_phase(int ch_type, unsigned char ch_no, unsigned char data)
 {
     return setParameter(
-        m_caches.phase, inputIndex(ch_type, ch_no), {ch_type, ch_no, data},
+        m_tables.phase, inputIndex(ch_type, ch_no), {ch_type, ch_no, data},
         &QVXDevice::sig_set_phase);
 }
 
 void QVXDevice::set_send_stereobus(unsigned char on)
 {
     assertGuiThread();
-    emit sig_set_send_stereobus(on);
+    if (!m_quiet) emit sig_set_send_stereobus(on);
 }
 
 void QVXDevice::set_truebypass(unsigned char on)
 {
     assertGuiThread();
-    emit sig_set_truebypass(on);
+    if (!m_quiet) emit sig_set_truebypass(on);
 }
 
 bool QVXDevice::get_meter(vxctl::MeterRecord *records, int wanted, int &count)
@@ -309,20 +330,72 @@ bool QVXDevice::get_grmeter(int ch_type, unsigned char ch_no, unsigned int &mete
     return entry.ret;
 }
 
-bool QVXDevice::takeFailure()
+bool QVXDevice::resend(const Target &target)
 {
     assertGuiThread();
-    const bool busOption = m_unit.busOptionFailed.exchange(false);
-    return std::exchange(m_setFailed, false) || busOption;
+    const auto parameter = [this](ParameterSignal send) {
+        return [this, send](const Parameter &v) { emitParameter(v, send); };
+    };
+    const int i = target.index;
+    switch (target.kind) {
+    case Kind::Route:
+        return m_tables.route.resend(i, [this](const Route &v) { emitRoute(v); });
+    case Kind::Eq:
+        return m_tables.eq.resend(i, [this](const Eq &v) { emitEq(v); });
+    case Kind::Comp:
+        return m_tables.comp.resend(i, [this](const Comp &v) { emitComp(v); });
+    case Kind::Fader:
+        return m_tables.fader.resend(i, parameter(&QVXDevice::sig_set_fader));
+    case Kind::Mute:
+        return m_tables.mute.resend(i, parameter(&QVXDevice::sig_set_mute));
+    case Kind::Pan:
+        return m_tables.pan.resend(i, parameter(&QVXDevice::sig_set_pan));
+    case Kind::Solo:
+        return m_tables.solo.resend(i, parameter(&QVXDevice::sig_set_solo));
+    case Kind::Phase:
+        return m_tables.phase.resend(i, parameter(&QVXDevice::sig_set_phase));
+    case Kind::StereoBus:
+    case Kind::TrueBypass:
+        break;
+    }
+    return false;
+}
+
+std::optional<bool> QVXDevice::takeBusResult(Kind option)
+{
+    using Result = QVXDeviceUnit::BusResult;
+    assertGuiThread();
+    auto &latest =
+        option == Kind::StereoBus ? m_unit->stereoBusResult : m_unit->trueBypassResult;
+    const Result result = latest.exchange(Result::None);
+    return result == Result::None ? std::nullopt : std::make_optional(result == Result::Done);
+}
+
+void QVXDevice::setQuiet(bool quiet)
+{
+    assertGuiThread();
+    m_quiet = quiet;
+}
+
+qint64 QVXDevice::transferAge() const
+{
+    assertGuiThread();
+    return m_unit->transferAge();
+}
+
+int QVXDevice::meterFailures() const
+{
+    assertGuiThread();
+    return m_meterFailures;
 }
 
 int QVXDevice::setsWaiting() const
 {
     assertGuiThread();
-    const Caches &c = m_caches;
-    return m_setsUnderWay + c.route.pending() + c.eq.pending() + c.comp.pending() +
-           c.fader.pending() + c.mute.pending() + c.pan.pending() + c.solo.pending() +
-           c.phase.pending();
+    const Tables &t = m_tables;
+    return m_setsUnderWay + t.route.pending() + t.eq.pending() + t.comp.pending() +
+           t.fader.pending() + t.mute.pending() + t.pan.pending() + t.solo.pending() +
+           t.phase.pending();
 }
 
 void QVXDevice::forget_grmeter(int ch_type, unsigned char ch_no)
@@ -336,26 +409,36 @@ void QVXDevice::trustMeters()
 {
     assertGuiThread();
     m_meterRet = true;
+    m_meterFailures = 0;
 }
 
-/// Answers come in the order of the requests, so those from before a reset come first.
-void QVXDevice::noteSet(bool ret)
+void QVXDevice::finished(Kind kind, int index, bool ret)
 {
     assertGuiThread();
     --m_setsUnderWay;
-    if (m_setsForgotten > 0)
-        --m_setsForgotten;
-    else
-        m_setFailed = m_setFailed || !ret;
+    if (index >= 0) emit setFinished({kind, index}, ret);
+    emit setAnswered();
+}
+
+void QVXDevice::forgetSets()
+{
+    m_tables.route.forget();
+    m_tables.eq.forget();
+    m_tables.comp.forget();
+    m_tables.fader.forget();
+    m_tables.mute.forget();
+    m_tables.pan.forget();
+    m_tables.solo.forget();
+    m_tables.phase.forget();
+    m_unit->stereoBusResult = QVXDeviceUnit::BusResult::None;
+    m_unit->trueBypassResult = QVXDeviceUnit::BusResult::None;
 }
 
 void QVXDevice::reset()
 {
     assertGuiThread();
+    forgetSets();
     m_caches = Caches();
-    m_setFailed = false;
-    m_unit.busOptionFailed = false;
-    m_setsForgotten = m_setsUnderWay;
 }
 
 void QVXDevice::emitRoute(const Route &v)
@@ -384,11 +467,11 @@ void QVXDevice::emitParameter(const Parameter &v, ParameterSignal send)
 }
 
 template <int Size>
-void QVXDevice::answered(Parameters<Size> &table, bool ret, ParameterSignal send)
+void QVXDevice::answered(Kind kind, Parameters<Size> &table, bool ret, ParameterSignal send)
 {
-    noteSet(ret);
-    table.answered(ret, [this, send](const Parameter &v) { emitParameter(v, send); });
-    emit setAnswered();
+    const int index =
+        table.answered(ret, [this, send](const Parameter &v) { emitParameter(v, send); });
+    finished(kind, index, ret);
 }
 
 void QVXDevice::recv_deselect(bool)
@@ -411,64 +494,64 @@ void QVXDevice::recv_get_debugprint(bool, QString &dbg)
     if (wantsAnother(m_caches.textRefresh)) emit sig_get_debugprint();
 }
 
-void QVXDevice::recv_get_product_name(bool, QString &name)
+void QVXDevice::recv_get_product_name(bool ret, QString &name)
 {
     assertGuiThread();
-    m_caches.productName = name;
+    m_caches.productName = ret ? name : QString();
     if (wantsAnother(m_caches.textRefresh)) emit sig_get_product_name();
+    emit nameAnswered();
 }
 
 void QVXDevice::recv_set_assign_ch(bool ret)
 {
-    noteSet(ret);
-    m_caches.route.answered(ret, [this](const Route &v) { emitRoute(v); });
-    emit setAnswered();
+    const int index = m_tables.route.answered(ret, [this](const Route &v) { emitRoute(v); });
+    finished(Kind::Route, index, ret);
 }
 
 void QVXDevice::recv_set_eq(bool ret)
 {
-    noteSet(ret);
     // Wider than the others: of every channel one waiting band goes out.
-    m_caches.eq.answered(ret, bandCount, [this](const Eq &v) { emitEq(v); });
-    emit setAnswered();
+    const int index =
+        m_tables.eq.answered(ret, [this](const Eq &v) { emitEq(v); }, bandCount);
+    finished(Kind::Eq, index, ret);
 }
 
 void QVXDevice::recv_set_comp(bool ret)
 {
-    noteSet(ret);
-    m_caches.comp.answered(ret, [this](const Comp &v) { emitComp(v); });
-    emit setAnswered();
+    const int index = m_tables.comp.answered(ret, [this](const Comp &v) { emitComp(v); });
+    finished(Kind::Comp, index, ret);
 }
 
 void QVXDevice::recv_set_fader(bool ret)
 {
-    answered(m_caches.fader, ret, &QVXDevice::sig_set_fader);
+    answered(Kind::Fader, m_tables.fader, ret, &QVXDevice::sig_set_fader);
 }
 
 void QVXDevice::recv_set_pan(bool ret)
 {
-    answered(m_caches.pan, ret, &QVXDevice::sig_set_pan);
+    answered(Kind::Pan, m_tables.pan, ret, &QVXDevice::sig_set_pan);
 }
 
 void QVXDevice::recv_set_mute(bool ret)
 {
-    answered(m_caches.mute, ret, &QVXDevice::sig_set_mute);
+    answered(Kind::Mute, m_tables.mute, ret, &QVXDevice::sig_set_mute);
 }
 
 void QVXDevice::recv_set_solo(bool ret)
 {
-    answered(m_caches.solo, ret, &QVXDevice::sig_set_solo);
+    answered(Kind::Solo, m_tables.solo, ret, &QVXDevice::sig_set_solo);
 }
 
 void QVXDevice::recv_set_phase(bool ret)
 {
-    answered(m_caches.phase, ret, &QVXDevice::sig_set_phase);
+    answered(Kind::Phase, m_tables.phase, ret, &QVXDevice::sig_set_phase);
 }
 
 void QVXDevice::recv_get_meter(bool ret, QByteArray meter, int num)
 {
     assertGuiThread();
     m_meterRet = ret;
+    m_meterFailures = ret ? 0 : m_meterFailures + 1;
     const std::size_t size =
         std::min<std::size_t>(static_cast<std::size_t>(meter.size()), sizeof m_caches.meters);
     std::memcpy(m_caches.meters.data(), meter.constData(), size);

@@ -9,6 +9,8 @@
 
 #include <array>
 #include <atomic>
+#include <memory>
+#include <optional>
 
 class QThread;
 
@@ -17,7 +19,8 @@ class QThread;
 ///
 /// Setters drop a value that equals the last one asked for, and keep at most one request of a kind
 /// with the worker; what changes meanwhile is sent after its answer, with the newest values. A
-/// failed request is not sent again until its value changes or reset() forgets it.
+/// failed request is not sent again until its value changes, resend() is called for it, or reset()
+/// forgets it.
 class QVXDevice : public QObject
 {
     Q_OBJECT
@@ -26,8 +29,13 @@ public:
     /// Looks for the device, reads its identity (this once on the calling thread) and starts the
     /// worker thread. The transport must outlive the object.
     explicit QVXDevice(Transport &transport, QObject *parent = nullptr);
-    /// Stops the worker: waits up to 2000 ms for it, then terminates it and waits up to 1000 ms.
+    /// Stops the worker: waits up to 2000 ms for it, then terminates it and waits up to 1000 ms. A
+    /// worker that cannot even be terminated is abandoned: it is never destroyed, and its transport
+    /// must not be either.
     ~QVXDevice() override;
+
+    /// Whether a worker of this process was abandoned.
+    static bool hasAbandonedWorker();
 
     /// @name Identity
     /// They hand out what the worker read last (0 when it never could) and ask it to read again;
@@ -35,8 +43,10 @@ public:
     ///@{
     bool get_version(std::uint16_t &version);
     bool get_build(std::uint16_t &build);
-    bool get_sample_rate(std::uint32_t &rate); ///< hertz
+    bool get_sample_rate(std::uint32_t &rate); ///< hertz, 0 after a request that failed
     ///@}
+    /// Whether the last requests for version and build succeeded.
+    bool isFirmwareKnown() const;
 
     /// Whether a device was there at the previous call, or at construction; asks anew.
     bool is_selected();
@@ -44,9 +54,11 @@ public:
     /// not there yet.
     bool deselect();
 
-    /// The text known so far; asks for a new one. Always true.
+    /// The text known so far, none after a request that failed; asks for a new one. Always true.
     bool get_product_name(QString &name);
     bool get_debugprint(QString &text);
+    /// The name known so far, without asking.
+    const QString &knownProductName() const { return m_caches.productName; }
 
     /// @name Setters
     /// False for a channel that the parameter does not have. True when nothing is to be sent, else
@@ -84,15 +96,39 @@ public:
     /// Forgets an input's gain reduction: get_grmeter is false until the next answer.
     void forget_grmeter(int ch_type, unsigned char ch_no);
 
-    /// Whether a setter's request, made after the last reset, has failed since this was asked last.
-    /// Of the bus options, which are not told apart by when they were asked for, any request.
-    bool takeFailure();
+    /// What a setter sets: one value of one channel, or a bus option.
+    enum class Kind { Route, Eq, Comp, Fader, Mute, Pan, Solo, Phase, StereoBus, TrueBypass };
+    struct Target
+    {
+        Kind kind;
+        int index; ///< of the channel (and band) within its kind, from 0
+        bool operator==(const Target &o) const { return kind == o.kind && index == o.index; }
+    };
+
+    /// Requests the last values of a target once more, alone, if their request has failed and no
+    /// newer ones wait. False if there is nothing to send. Not for the bus options, whose values
+    /// the facade does not keep.
+    bool resend(const Target &target);
+
+    /// The result of the last request for a bus option. None if there was no request since this was
+    /// asked last.
+    std::optional<bool> takeBusResult(Kind option);
 
     /// How many requests of setters are with the worker or wait here to follow; without the bus
     /// options.
     int setsWaiting() const;
 
-    /// Takes it that the meters answer, until they say otherwise: for a device that has come back.
+    /// While this is set, setters send nothing and remember nothing: only queries go to the device.
+    /// False at first.
+    void setQuiet(bool quiet);
+
+    /// How long the worker's transfer under way has lasted, in milliseconds; 0 without one.
+    qint64 transferAge() const;
+
+    /// How many meter requests in a row have failed; 0 after one that succeeded.
+    int meterFailures() const;
+
+    /// Assumes that meter requests succeed until one fails. Called after a reconnection.
     void trustMeters();
 
     /// Forgets all values that were sent and all that were received, so that nothing is dropped as
@@ -100,8 +136,13 @@ public:
     void reset();
 
 signals:
-    /// A setter's request was answered, and those that it held up are with the worker.
+    /// A setter's request was answered, and those that it held up are with the worker. Not told of
+    /// requests from before a reset.
+    void setFinished(const QVXDevice::Target &target, bool ret);
+    /// The same without saying which, also for those from before a reset.
     void setAnswered();
+    /// The device has said its name, or has failed to.
+    void nameAnswered();
 
     void sig_deselect();
     void sig_is_selected();
@@ -190,8 +231,8 @@ private:
         unsigned int value = 0;
     };
 
-    /// Everything that reset() forgets.
-    struct Caches
+    /// The setters' tables; reset() forgets their entries, but not the requests under way.
+    struct Tables
     {
         RequestTable<Route, lineOutCount> route;
         RequestTable<Eq, inputCount * bandCount> eq;
@@ -201,7 +242,11 @@ private:
         Parameters<inputCount> pan;
         Parameters<inputCount> solo;
         Parameters<inputCount> phase;
+    };
 
+    /// Everything else that reset() forgets.
+    struct Caches
+    {
         std::array<vxctl::MeterRecord, vxctl::meterCount> meters;
         int meterNum = 0;
         Refresh meterRefresh = Refresh::Idle;
@@ -220,7 +265,6 @@ private:
     static int inputIndex(int ch_type, unsigned char ch_no);
     static int faderIndex(int ch_type, unsigned char ch_no);
     void assertGuiThread() const;
-    void noteSet(bool ret);
     void connectWorker();
     void emitRoute(const Route &v);
     void emitEq(const Eq &v);
@@ -230,15 +274,18 @@ private:
     bool
     setParameter(Parameters<Size> &table, int index, const Parameter &values, ParameterSignal send);
     template <int Size>
-    void answered(Parameters<Size> &table, bool ret, ParameterSignal send);
+    void answered(Kind kind, Parameters<Size> &table, bool ret, ParameterSignal send);
+    void finished(Kind kind, int index, bool ret);
+    void forgetSets();
 
-    QVXDeviceUnit m_unit;
+    std::unique_ptr<QVXDeviceUnit> m_unit;
     QThread *m_thread;
     std::atomic<bool> m_workerEnded{false}; ///< written by the worker's thread at its end
+    Tables m_tables;
     Caches m_caches;
     bool m_selected;
     bool m_meterRet = true;
-    bool m_setFailed = false;
-    int m_setsUnderWay = 0;  ///< requests of setters that are with the worker
-    int m_setsForgotten = 0; ///< of them those from before the last reset
+    int m_meterFailures = 0;
+    bool m_quiet = false;
+    int m_setsUnderWay = 0; ///< requests of setters that are with the worker
 };

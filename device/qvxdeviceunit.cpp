@@ -2,6 +2,15 @@
 
 #include <QThread>
 
+namespace {
+
+QVXDeviceUnit::BusResult resultOf(bool ret)
+{
+    return ret ? QVXDeviceUnit::BusResult::Done : QVXDeviceUnit::BusResult::Failed;
+}
+
+} // namespace
+
 bool WorkerClock::sleep(int milliseconds)
 {
     constexpr int slice = 10; // how late a request to stop may be noticed
@@ -18,7 +27,7 @@ bool WorkerClock::stopping() const
 }
 
 QVXDeviceUnit::QVXDeviceUnit(Transport &transport)
-    : m_device(transport, m_clock), m_foundAtStart(m_device.is_selected())
+    : m_transport(transport), m_device(m_transport, m_clock), m_foundAtStart(m_device.is_selected())
 {
     // A device that does not answer the first would keep the start waiting for each of the others.
     if (m_foundAtStart && readVersion() && readBuild())
@@ -40,6 +49,7 @@ bool QVXDeviceUnit::readVersion()
     std::uint16_t value = 0;
     const bool ret = m_device.get_version(value);
     if (ret) version = value;
+    versionKnown = ret;
     return ret;
 }
 
@@ -48,6 +58,7 @@ bool QVXDeviceUnit::readBuild()
     std::uint16_t value = 0;
     const bool ret = m_device.get_build(value);
     if (ret) build = value;
+    buildKnown = ret;
     return ret;
 }
 
@@ -155,14 +166,14 @@ void QVXDeviceUnit::set_phase(int ch_type, unsigned char ch_no, unsigned char da
 void QVXDeviceUnit::set_send_stereobus(unsigned char on)
 {
     assertWorkerThread();
-    if (!m_device.set_send_stereobus(on)) busOptionFailed = true;
+    stereoBusResult = resultOf(m_device.set_send_stereobus(on));
     pace();
 }
 
 void QVXDeviceUnit::set_truebypass(unsigned char on)
 {
     assertWorkerThread();
-    if (!m_device.set_truebypass(on)) busOptionFailed = true;
+    trueBypassResult = resultOf(m_device.set_truebypass(on));
     pace();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "device/deviceaccess.h"
+#include "device/watchedtransport.h"
 
 #include <QObject>
 #include <QString>
@@ -42,6 +43,8 @@ public:
     std::atomic<std::uint16_t> version{0};
     std::atomic<std::uint16_t> build{0};
     std::atomic<std::uint32_t> sample_rate{0}; ///< hertz; 0 when it could not be read
+    std::atomic<bool> versionKnown{false};     ///< the last request for it succeeded
+    std::atomic<bool> buildKnown{false};
     ///@}
 
     /// @name Requests that wait in the worker's queue
@@ -53,8 +56,16 @@ public:
     std::atomic<bool> sampleRateWaits{false};
     ///@}
 
-    /// Whether one of the two bus options, which have no answer, has failed; the facade clears it.
-    std::atomic<bool> busOptionFailed{false};
+    /// How the last request for a bus option ended. The bus options have no answer signal.
+    enum class BusResult { None, Done, Failed };
+    /// @name Set by the worker after each request, and taken by the facade
+    ///@{
+    std::atomic<BusResult> stereoBusResult{BusResult::None};
+    std::atomic<BusResult> trueBypassResult{BusResult::None};
+    ///@}
+
+    /// How long the transfer that is under way has lasted, in milliseconds; 0 without one.
+    qint64 transferAge() const { return m_transport.age(); }
 
     /// What the construction found; constant from then on.
     bool foundAtStart() const { return m_foundAtStart; }
@@ -116,6 +127,7 @@ private:
     bool readBuild();
 
     WorkerClock m_clock;
+    WatchedTransport m_transport;
     DeviceAccess m_device;
     bool m_foundAtStart;
     QString m_productNameAtStart;

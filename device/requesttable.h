@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <deque>
 #include <optional>
 
 /// The coalescing of requests to the worker, apart from what is sent. Plain values without Qt;
@@ -41,40 +42,56 @@ public:
     /// How many entries wait for an answer before they can go.
     int pending() const { return m_pending; }
 
+    /// Whether the last request of an entry failed and no newer value waits.
+    bool isFailed(int index) const { return entry(index).failed && !entry(index).pending; }
+
     /// Takes newer values; send(values) is called when they can go at once. False when they equal
     /// those that were asked for last, and nothing is to be done.
     template <typename Send>
     bool set(int index, const Values &values, Send send)
     {
-        Entry &entry = m_entries[static_cast<std::size_t>(index)];
-        if (entry.values == values) return false;
-        entry.values = values;
-        if (m_busy) {
-            m_pending += entry.pending ? 0 : 1;
-            entry.pending = true;
-        } else {
-            m_busy = true;
-            send(values);
-        }
+        if (entry(index).values == values) return false;
+        entry(index).values = values;
+        request(index, send);
         return true;
     }
 
-    /// Takes the answer of a request and sends the first entry that waits.
+    /// Requests the values of a failed entry once more. False if it has not failed.
     template <typename Send>
-    void answered(bool ret, Send send)
+    bool resend(int index, Send send)
     {
-        m_ret = ret;
-        m_busy = sendFirst(0, Size, send);
+        if (!isFailed(index)) return false;
+        request(index, send);
+        return true;
     }
 
-    /// The same, but of every group of so many entries the first that waits is sent.
-    template <typename Send>
-    void answered(bool ret, int group, Send send)
+    /// Forgets all values and results. Answers that still come are those of forgotten requests.
+    void forget()
     {
+        m_entries = {};
+        m_pending = 0;
+        m_busy = false;
+        m_ret = false;
+        for (Request &request : m_underWay)
+            request.forgotten = true;
+    }
+
+    /// Takes the answer of the oldest request under way and sends the first entry that waits. Of
+    /// every group of so many entries the first that waits is sent.
+    /// @return the index of the entry that was answered, -1 if it was forgotten meanwhile
+    template <typename Send>
+    int answered(bool ret, Send send, int group = Size)
+    {
+        if (m_underWay.empty()) return -1;
+        const Request request = m_underWay.front();
+        m_underWay.pop_front();
+        if (request.forgotten) return -1;
         m_ret = ret;
+        entry(request.index).failed = !ret;
         m_busy = false;
         for (int first = 0; first < Size; first += group)
             if (sendFirst(first, first + group, send)) m_busy = true;
+        return request.index;
     }
 
 private:
@@ -82,23 +99,52 @@ private:
     {
         std::optional<Values> values; ///< none before the first
         bool pending = false;
+        bool failed = false;
     };
+
+    struct Request
+    {
+        int index;
+        bool forgotten;
+    };
+
+    Entry &entry(int index) { return m_entries[static_cast<std::size_t>(index)]; }
+    const Entry &entry(int index) const { return m_entries[static_cast<std::size_t>(index)]; }
+
+    template <typename Send>
+    void request(int index, Send send)
+    {
+        if (m_busy) {
+            m_pending += entry(index).pending ? 0 : 1;
+            entry(index).pending = true;
+        } else {
+            emitEntry(index, send);
+            m_busy = true;
+        }
+    }
+
+    template <typename Send>
+    void emitEntry(int index, Send send)
+    {
+        m_underWay.push_back({index, false});
+        send(*entry(index).values);
+    }
 
     template <typename Send>
     bool sendFirst(int from, int to, Send send)
     {
         for (int i = from; i < to; ++i) {
-            Entry &entry = m_entries[static_cast<std::size_t>(i)];
-            if (!entry.pending) continue;
-            entry.pending = false;
+            if (!entry(i).pending) continue;
+            entry(i).pending = false;
             --m_pending;
-            send(*entry.values);
+            emitEntry(i, send);
             return true;
         }
         return false;
     }
 
     std::array<Entry, static_cast<std::size_t>(Size)> m_entries{};
+    std::deque<Request> m_underWay; ///< answers come in the order of the requests
     int m_pending = 0;
     bool m_busy = false;
     bool m_ret = false;

@@ -21,14 +21,19 @@ QStackedWidget *Context::pagesOf(const StripId &pair) const
     return view.pairs[static_cast<std::size_t>(channelNumber(pair.key()) / 2)].pages;
 }
 
+bool Context::isOnScreen(const StripId &strip) const
+{
+    if (strip.kind == StripKind::Master) return true;
+    const StripId pair = pairOf(channelNumber(strip.key()));
+    const bool stereoPage = pagesOf(pair)->currentIndex() == stereoPageIndex;
+    return stereoPage == (strip.kind == StripKind::Pair);
+}
+
 bool Context::isShown(const StripId &strip) const
 {
     if (strip.kind == StripKind::Master) return true;
-    const int number = channelNumber(strip.key());
-    const StripId pair = pairOf(number);
-    const bool stereoPage = pagesOf(pair)->currentIndex() == stereoPageIndex;
-    return strip.kind == StripKind::Pair ? isLinked(pair) && stereoPage
-                                         : !isLinked(pair) && !stereoPage;
+    const StripId pair = pairOf(channelNumber(strip.key()));
+    return isOnScreen(strip) && isLinked(pair) == (strip.kind == StripKind::Pair);
 }
 
 } // namespace mixer

@@ -29,6 +29,9 @@ struct Context
     /// Where a pair shows its two mono strips or its stereo strip.
     QStackedWidget *pagesOf(const StripId &pair) const;
 
+    /// Whether a strip is on the page that its pair shows, whatever is stored.
+    bool isOnScreen(const StripId &strip) const;
+
     /// Whether a strip is on the page that its pair shows; the master always is. A strip that is
     /// not shown keeps its values but must not send them. While a pair is being linked or parted,
     /// when its "Link" and its page differ, none of its strips counts as shown.

@@ -17,10 +17,11 @@ namespace mixer {
 namespace key = storage::strip;
 
 Mixer::Mixer(
-    Settings &settings, QVXDevice &device, const MixerView &view, const SectionView &section)
+    Settings &settings, QVXDevice &device, const MixerView &view, const SectionView &section,
+    WallClock &clock)
     : m_context{settings, device, view, section}, m_fader(m_context), m_pan(m_context),
       m_switches(m_context), m_solo(m_context, m_switches), m_section(m_context),
-      m_presence(m_context)
+      m_presence(m_context, clock)
 {
 }
 
@@ -152,7 +153,7 @@ void Mixer::showSelection()
 
 void Mixer::showAll()
 {
-    m_solo.forgetMutes();
+    const bool soloed = m_solo.isAnySoloed();
     for (const StripView &view : m_context.view.strips) {
         m_fader.show(view.id);
         m_switches.show(view.id);
@@ -160,6 +161,8 @@ void Mixer::showAll()
         if (view.id.kind == StripKind::Pair) showLink(view.id);
         if (view.name) showName(view);
     }
+    // The mutes of before the first solo live on from one solo to the next.
+    if (!soloed || !m_solo.isAnySoloed()) m_solo.forgetMutes();
     setBypassed(m_bypassed); // the texts are now those of a mixer in use
 }
 

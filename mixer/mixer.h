@@ -17,7 +17,9 @@ class Mixer
 {
 public:
     /// All of them must outlive the object.
-    Mixer(Settings &settings, QVXDevice &device, const MixerView &view, const SectionView &section);
+    Mixer(
+        Settings &settings, QVXDevice &device, const MixerView &view, const SectionView &section,
+        WallClock &clock);
     Mixer(const Mixer &) = delete;
     Mixer &operator=(const Mixer &) = delete;
 

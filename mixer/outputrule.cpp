@@ -1,6 +1,5 @@
 #include "mixer/outputrule.h"
 
-#include "device/qvxdevice.h"
 #include "mixer/outputview.h"
 #include "storage/settings.h"
 #include "widgets/lineout.h"
@@ -98,6 +97,14 @@ void OutputRule::forgetSent()
 {
     m_sentStereoBus.reset();
     m_sentTrueBypass.reset();
+}
+
+void OutputRule::resend(QVXDevice::Kind option)
+{
+    if (option == QVXDevice::Kind::StereoBus)
+        sendStereoBus(m_settings.read(storage::stereoBus));
+    else
+        sendTrueBypass(m_settings.read(storage::trueBypass));
 }
 
 void OutputRule::sendStereoBus(bool on)

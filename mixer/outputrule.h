@@ -1,9 +1,10 @@
 #pragma once
 
+#include "device/qvxdevice.h"
+
 #include <functional>
 #include <optional>
 
-class QVXDevice;
 class Settings;
 
 namespace mixer {
@@ -39,6 +40,8 @@ public:
     void sendAll();
     /// The device may hold anything: all is to be sent again.
     void forgetSent();
+    /// Sends a bus option again.
+    void resend(QVXDevice::Kind option);
 
 private:
     int stored(int output) const;

@@ -37,6 +37,12 @@ void PanRule::release(const StripId &track)
     showText(track, false);
 }
 
+void PanRule::releaseAll()
+{
+    for (int number = 1; number <= trackCount; ++number)
+        release(track(number));
+}
+
 void PanRule::reset(const StripId &track)
 {
     m_drag.follow(track.key(), panCentre(track.kind));

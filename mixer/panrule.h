@@ -17,6 +17,8 @@ public:
     void press(const StripId &track, const QPointF &pointer);
     void move(const StripId &track, const QPointF &pointer);
     void release(const StripId &track);
+    /// Hides every pan text: the release of a knob that is held will not come.
+    void releaseAll();
     /// Back to the centre.
     void reset(const StripId &track);
     /// By wheel or key: so many positions to the right.

@@ -36,6 +36,14 @@ bool SoloRule::othersSoloed(const StripId &strip) const
     });
 }
 
+bool SoloRule::isAnySoloed() const
+{
+    const auto &strips = m_context.view.strips;
+    return std::any_of(strips.begin(), strips.end(), [this](const StripView &strip) {
+        return strip.solo && strip.solo->isChecked() && m_context.isOnScreen(strip.id);
+    });
+}
+
 void SoloRule::begin(const StripId &strip)
 {
     if (!othersSoloed(strip)) {

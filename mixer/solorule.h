@@ -20,8 +20,10 @@ public:
     /// A strip's solo button has its new state. Nothing happens when that is stored already.
     void clicked(const StripId &strip);
 
-    /// Forgets the mutes of before the first solo: for a state that this object has not seen come
-    /// about. When its last solo ends, nothing is muted.
+    /// Whether a strip on screen is soloed.
+    bool isAnySoloed() const;
+
+    /// Forgets the mutes of before the first solo. When the last solo ends then, nothing is muted.
     void forgetMutes() { m_savedMutes.fill(false); }
 
     /// A pair's solo and saved mute become those of its channels, soloed when either is: to be

@@ -11,7 +11,6 @@ namespace {
 constexpr int pixelsPerDecibel = 2;
 constexpr int lowestDecibel = -60;
 constexpr std::size_t thresholdCount = 61; // one a dB, up to full scale
-constexpr int peakGap = 2;                 // 1 dB below full scale
 
 /// The level of each whole decibel from -60 to 0.
 std::array<int, thresholdCount> thresholds()
@@ -51,7 +50,7 @@ void DrawLevelMeter::update(std::uint16_t level)
         place(wanted);
         m_shownGap = wanted;
     }
-    if (wanted > peakGap) return;
+    if (wanted > 0) return;
     m_peakHold = peakSeconds;
     m_peak->show();
 }

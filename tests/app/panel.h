@@ -4,11 +4,11 @@
 #include "device/tracetransport.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
+#include "tests/app/lossytransport.h"
 #include "tests/inifile.h"
 
 #include <QDir>
 
-#include <functional>
 #include <memory>
 
 constexpr char testOrganisation[] = "TestPanel";
@@ -25,16 +25,11 @@ inline QString settingsPath(const QByteArray &name)
 /// The main window with a simulated device, on a settings file of its own.
 struct Panel
 {
-    using Cable = std::function<std::unique_ptr<Transport>(std::unique_ptr<Transport>)>;
-
     /// @param stored the content of the settings file beforehand, beside "start box seen"
-    /// @param cable puts something of the test's between the panel and the device
-    explicit Panel(
-        const QByteArray &name, const QByteArray &stored = QByteArray(),
-        const Cable &cable = [](std::unique_ptr<Transport> direct) { return direct; })
+    explicit Panel(const QByteArray &name, const QByteArray &stored = QByteArray())
         : path(prepare(name, stored)), settings(testOrganisation, name.constData()), tamber(clock),
-          transport(
-              tracedWhereAsked(cable(std::make_unique<simulator::SimulatedTransport>(tamber)))),
+          cable(new LossyTransport(std::make_unique<simulator::SimulatedTransport>(tamber))),
+          transport(tracedWhereAsked(std::unique_ptr<Transport>(cable))),
           window(settings, *transport, testEdition)
     {
     }
@@ -59,7 +54,8 @@ struct Panel
     Settings settings;
     simulator::RealClock clock;
     simulator::SimulatedTamber tamber;
-    std::unique_ptr<Transport> transport;
+    LossyTransport *const cable; ///< the test's own, between the panel and the device
+    const std::unique_ptr<Transport> transport;
     MainWindow window;
 
 private:
@@ -70,10 +66,7 @@ private:
         QFile ini(file);
         if (!stored.isNull() || !ini.exists()) {
             ini.open(QIODevice::WriteOnly);
-            // Nobody listens there: no test looks for updates outside this machine.
-            ini.write(
-                "[Update]\nJsonUrl=http://127.0.0.1:9/\n[Misc]\nInformation_Dialog=true\n" +
-                stored);
+            ini.write("[Misc]\nInformation_Dialog=true\n" + stored);
         }
         qputenv("TAMBER_TRACE", (file + ".trace"_s).toLocal8Bit());
         return file;

@@ -25,6 +25,7 @@ private slots:
     void sliderByKeyboardWheelAndMouse();
     void outsideChangeIsPickedUp();
     void identityAndBypass();
+    void refusedIdentity();
     void noDevice();
     void fitsTheWindow();
 };
@@ -99,6 +100,32 @@ void TestInterface::sliderByKeyboardWheelAndMouse()
         slider, Qt::LeftButton, Qt::NoModifier,
         slider->rect().center() + QPoint(0, 7)); // beside the line
     QCOMPARE(sizes(panel), "  16 Samples,16,2"_s);
+    // A double click moves nothing.
+    const QPoint at = slider->rect().center();
+    QTest::mousePress(slider, Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseRelease(slider, Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseDClick(slider, Qt::LeftButton, Qt::NoModifier, at);
+    QCOMPARE(sizes(panel), "  16 Samples,16,2"_s);
+}
+
+/// What the device has said holds only while it goes on saying it.
+void TestInterface::refusedIdentity()
+{
+    Panel panel("refused", "");
+    QTRY_COMPARE_WITH_TIMEOUT(text(panel, "label_FirmwareVersion"_s), "1.02 0034"_s, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(text(panel, "label_SampleRate"_s), "48.0 kHz"_s, patience);
+    panel.cable->lose(vxctl::tagIdentity);
+    QTRY_COMPARE_WITH_TIMEOUT(text(panel, "label_FirmwareVersion"_s), "No Device"_s, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(text(panel, "label_Device"_s), "No Device"_s, patience);
+    panel.tamber.setPlugged(false);
+    QTRY_COMPARE_WITH_TIMEOUT(text(panel, "label_SampleRate"_s), "No Device"_s, patience);
+    panel.tamber.setPlugged(true);
+    QTRY_COMPARE_WITH_TIMEOUT(text(panel, "label_SampleRate"_s), "48.0 kHz"_s, patience);
+    QCOMPARE(text(panel, "label_FirmwareVersion"_s), "No Device"_s);
+    QCOMPARE(text(panel, "label_Device"_s), "No Device"_s);
+    panel.cable->lose(0);
+    QTRY_COMPARE_WITH_TIMEOUT(text(panel, "label_FirmwareVersion"_s), "1.02 0034"_s, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(text(panel, "label_Device"_s), "Tamber"_s, patience);
 }
 
 void TestInterface::outsideChangeIsPickedUp()

@@ -1,6 +1,6 @@
+#include "app/program.h"
 #include "tests/app/gestures.h"
 #include "tests/app/panel.h"
-#include "tests/device/faketransports.h"
 #include "tests/patience.h"
 #include "tests/tracefile.h"
 
@@ -9,8 +9,8 @@
 #include <QPushButton>
 #include <QtTest>
 
-#include <atomic>
-#include <vector>
+#include <QProcess>
+#include <QThread>
 
 /// The panel's life with a device whose cable comes and goes, or that misbehaves.
 class TestPresence : public QObject
@@ -24,41 +24,18 @@ private slots:
     void troubleIsMadeGood();
     void singleFailuresAreMadeGood_data();
     void singleFailuresAreMadeGood();
+    void refusedForGood();
+    void singleMeterFailure();
+    void powerCycleThatNobodySees();
+    void hangingTransfer();
+    void boxEndsADrag();
+    void unreadableSettings();
+    void closingWhileATransferHangs();
     void clicksDoNotWaitForAFullSend();
     void metersShowTheDevice();
 };
 
 namespace {
-
-/// Loses all messages with one tag, as long as it is told to.
-class LossyTransport final : public RecordedTransport
-{
-public:
-    explicit LossyTransport(std::unique_ptr<Transport> behind)
-        : RecordedTransport(behind.get()), m_behind(std::move(behind))
-    {
-    }
-
-    void lose(int tag) { m_tag = tag; } ///< 0 for none
-    int lost() const { return m_lost; }
-
-    int transferOut(
-        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
-        std::uint16_t length, const std::uint8_t *data) override
-    {
-        std::vector<std::uint8_t> copy(data, data + length);
-        vxmsg::Buffer message{copy.data(), static_cast<std::uint8_t>(length), 0};
-        vxmsg::Item item;
-        while (vxmsg::next(message, item) == 0)
-            if (item.tag == m_tag) return ++m_lost, 1;
-        return RecordedTransport::transferOut(device, request, value, index, length, data);
-    }
-
-private:
-    std::unique_ptr<Transport> m_behind;
-    std::atomic<int> m_tag{0};
-    std::atomic<int> m_lost{0};
-};
 
 constexpr int patience = 30000 * slowness;
 
@@ -183,12 +160,8 @@ void TestPresence::singleFailuresAreMadeGood()
 {
     QFETCH(QString, button);
     QFETCH(int, tag);
-    LossyTransport *cable = nullptr;
-    Panel panel("lossy", "", [&](std::unique_ptr<Transport> behind) {
-        auto lossy = std::make_unique<LossyTransport>(std::move(behind));
-        cable = lossy.get();
-        return lossy;
-    });
+    Panel panel("lossy", "");
+    LossyTransport *cable = panel.cable;
     panel.window.show();
     QTRY_VERIFY_WITH_TIMEOUT(holdsAll(panel), patience);
     cable->lose(tag);
@@ -204,13 +177,181 @@ void TestPresence::singleFailuresAreMadeGood()
     QVERIFY(!showsNotice(panel));
 }
 
+/// A command that the device never takes is not sent for ever, and nothing else with it.
+void TestPresence::refusedForGood()
+{
+    Panel panel("refusing", "");
+    panel.window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(holdsAll(panel), patience);
+    panel.cable->lose(vxctl::tagTrueBypass);
+    panel.find<QAbstractButton>("rB_MixerTrueBypass_on"_s)->click();
+    const auto *notice = panel.find<QLabel>("label_Notice"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(notice->isVisible(), patience);
+    QCOMPARE(notice->text(), "The device refuses a setting."_s);
+    const int faders = fadersSent(panel);
+    const int lost = panel.cable->lost();
+    QCOMPARE(lost, 4 * 10); // the first time and after 1, 2 and 4 seconds, each tried ten times
+    QTest::qWait(1500);
+    QCOMPARE(panel.cable->lost(), lost);
+    QCOMPARE(faders, 16); // of the start
+    // A new value is tried anew, and the notice goes.
+    panel.cable->lose(0);
+    panel.find<QAbstractButton>("rB_MixerTrueBypass_off"_s)->click();
+    QTRY_VERIFY_WITH_TIMEOUT(!notice->isVisible(), patience);
+}
+
+void TestPresence::singleMeterFailure()
+{
+    Panel panel("one meter", "");
+    panel.window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(holdsAll(panel), patience);
+    panel.cable->loseOne(vxctl::tagMeter);
+    QTRY_COMPARE_WITH_TIMEOUT(panel.cable->lost(), 10, patience);
+    QTest::qWait(1000);
+    QCOMPARE(fadersSent(panel), 16); // nothing was sent again
+    QCOMPARE(boxes(panel), 0);
+}
+
+/// The panel stands still while the device is switched off and on.
+void TestPresence::powerCycleThatNobodySees()
+{
+    Panel panel("asleep", "[Track3]\nMute=true\n");
+    panel.window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(holdsAll(panel), patience);
+    panel.tamber.setPlugged(false);
+    panel.tamber.setPlugged(true);
+    QVERIFY(!panel.tamber.state().inputs[2].mute);
+    QThread::msleep(1300);
+    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().inputs[2].mute, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(holdsAll(panel), patience);
+}
+
+/// A transfer that hangs is told, and the state is sent again afterwards.
+void TestPresence::hangingTransfer()
+{
+    Panel panel("hanging", "");
+    panel.window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(holdsAll(panel), patience);
+    {
+        const auto held = panel.cable->hold();
+        QTRY_VERIFY_WITH_TIMEOUT(showsNotice(panel), patience);
+        panel.tamber.setPlugged(false);
+        panel.tamber.setPlugged(true);
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(!showsNotice(panel), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(holdsAll(panel), patience);
+}
+
+/// The box that says so takes the release of the mouse button away.
+void TestPresence::boxEndsADrag()
+{
+    Panel panel("held", "");
+    panel.window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(holdsAll(panel), patience);
+    QWidget *knob = panel.find("panKnob2"_s);
+    const auto *text = panel.find<QLabel>("label_Pan2"_s);
+    QPoint at = knob->mapToGlobal(QPoint(5, 5));
+    sendMouse(knob, QEvent::MouseButtonPress, at);
+    QVERIFY(text->isVisible());
+    panel.tamber.setPlugged(false);
+    QTRY_COMPARE_WITH_TIMEOUT(boxes(panel), 1, patience);
+    QVERIFY(!text->isVisible());
+    const int column = knob->x();
+    sendMouse(knob, QEvent::MouseMove, at += QPoint(10, 0));
+    QCOMPARE(knob->x(), column);
+}
+
+/// A broken settings file must not open channels that are muted: nothing is sent until the user
+/// takes the defaults.
+void TestPresence::unreadableSettings()
+{
+    Panel("unreadable", ""); // makes the folder
+    QFile file(settingsPath("unreadable"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("\0\1garbage", 9);
+    file.close();
+    Panel panel("unreadable");
+    panel.window.show();
+    const simulator::MixerState untouched;
+    auto *button = panel.find<QPushButton>("pB_Notice"_s);
+    QVERIFY(showsNotice(panel) && !button->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(button->isVisible(), patience);
+    panel.find<QPushButton>("pB_Mute3"_s)->click(); // kept, not sent
+    QTest::qWait(500);
+    QVERIFY(panel.tamber.state() == untouched);
+    button->click();
+    QTRY_VERIFY_WITH_TIMEOUT(holdsAll(panel), patience);
+    QVERIFY(panel.tamber.state().inputs[2].mute);
+    QVERIFY(!showsNotice(panel));
+}
+
+namespace {
+
+constexpr char hangingVariable[] = "TAMBER_TEST_HANGING";
+
+/// Never returns from a transfer once it is told so, and cannot be cancelled.
+class EndlessTransport final : public RecordedTransport
+{
+public:
+    explicit EndlessTransport(Transport *behind) : RecordedTransport(behind) {}
+
+    int transferIn(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, std::uint8_t *data) override
+    {
+        while (endless)
+            m_never.lock();
+        return RecordedTransport::transferIn(device, request, value, index, length, data);
+    }
+
+    std::atomic<bool> endless{false};
+
+private:
+    std::mutex m_never;
+};
+
+/// The child process of the test below: a panel whose device hangs, closed after a second.
+int runHanging(int argc, char **argv)
+{
+    static Settings settings(testOrganisation, "hanging-child");
+    static auto &clock = *new simulator::RealClock;
+    static auto &tamber = *new simulator::SimulatedTamber(clock);
+    static auto &cable = *new simulator::SimulatedTransport(tamber);
+    const auto makeTransport = [] {
+        auto transport = std::make_unique<EndlessTransport>(&cable);
+        QTimer::singleShot(1000, qApp, [endless = transport.get()] {
+            endless->endless = true;
+            QTimer::singleShot(300, qApp, &QApplication::closeAllWindows);
+        });
+        return transport;
+    };
+    return run({settings, testEdition, makeTransport}, argc, argv);
+}
+
+} // namespace
+
+/// The program ends normally though a transfer never does.
+void TestPresence::closingWhileATransferHangs()
+{
+    Panel("hanging-child", ""); // its settings, with the start box seen
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(hangingVariable), "1"_s);
+    QProcess child;
+    child.setProcessEnvironment(environment);
+    child.setProcessChannelMode(QProcess::ForwardedChannels);
+    child.start(QCoreApplication::applicationFilePath(), {});
+    QVERIFY(child.waitForFinished(patience));
+    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(child.exitCode(), 0);
+}
+
 void TestPresence::clicksDoNotWaitForAFullSend()
 {
     Panel panel("full send", "");
     panel.window.show();
     for (const int wait : {100, 600, 1100}) { // milliseconds of the 1.8 s that it takes
         panel.tamber.setPlugged(false);
-        QTRY_VERIFY_WITH_TIMEOUT(showsNotice(panel), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(boxes(panel), 1, patience);
         panel.tamber.setPlugged(true);
         QTRY_VERIFY_WITH_TIMEOUT(!showsNotice(panel), patience);
         QTest::qWait(wait);
@@ -239,5 +380,11 @@ void TestPresence::metersShowTheDevice()
     QTRY_VERIFY_WITH_TIMEOUT(!shown("7") && !shown("5_6_L"), patience);
 }
 
-QTEST_MAIN(TestPresence)
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsSet(hangingVariable)) return runHanging(argc, argv);
+    QApplication application(argc, argv);
+    TestPresence test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "test_presence.moc"

@@ -1,4 +1,5 @@
 #include "app/program.h"
+#include "driver/driversettings.h"
 #include "tests/app/drivendemo.h"
 #include "tests/app/gestures.h"
 #include "widgets/dialcontrol.h"
@@ -25,6 +26,8 @@ private slots:
     void loadSendsDifferencesOnly();
     void loadInTheMiddle_data();
     void loadInTheMiddle();
+    void savedMutesOutliveARecall();
+    void saveThatFails();
     void names();
     void initializeMemory();
     void realDemo();
@@ -206,6 +209,39 @@ void TestScenes::loadInTheMiddle()
     QVERIFY(settledState(panel) == state);
 }
 
+/// The mutes of before the first solo live on when a scene is recalled in the middle of it.
+void TestScenes::savedMutesOutliveARecall()
+{
+    Panel panel("saved-mutes", "[Track5]\nMute=true\n");
+    const auto isMuted = [&](int strip) {
+        return panel.find<QAbstractButton>("pB_Mute%1"_s.arg(strip))->isChecked();
+    };
+    panel.find<QAbstractButton>("pB_Solo3"_s)->click();
+    trigger(panel, "actionSave1"_s);
+    trigger(panel, "actionLoad1"_s);
+    panel.find<QAbstractButton>("pB_Solo3"_s)->click();
+    QVERIFY(isMuted(5));
+    QVERIFY(!isMuted(4));
+    // A scene without a solo ends them.
+    trigger(panel, "actionSave2"_s);
+    panel.find<QAbstractButton>("pB_Solo3"_s)->click();
+    trigger(panel, "actionLoad2"_s);
+    trigger(panel, "actionLoad1"_s);
+    panel.find<QAbstractButton>("pB_Solo3"_s)->click();
+    QVERIFY(!isMuted(5));
+}
+
+/// The user is told when a scene cannot be kept.
+void TestScenes::saveThatFails()
+{
+    Panel panel("save-fails", session);
+    QVERIFY(QDir(QFileInfo(panel.path).path()).mkdir("Tamber_sm7.ini"_s));
+    trigger(panel, "actionSave7"_s);
+    const auto *box = panel.window.findChild<QMessageBox *>();
+    QVERIFY(box && box->text().contains("could not be saved"_s));
+    QVERIFY(QDir(QFileInfo(panel.path).path()).rmdir("Tamber_sm7.ini"_s));
+}
+
 void TestScenes::names()
 {
     const QString odd = QString(300, QLatin1Char('W')) + " / \"Tom & Jerry\""_s;
@@ -243,6 +279,8 @@ void TestScenes::names()
 
 void TestScenes::initializeMemory()
 {
+    DriverSettings driver{QLatin1String(testOrganisation)};
+    driver.setBlockFrames(2048);
     Panel fresh("fresh", "");
     const simulator::MixerState state = settledState(fresh);
     const QStringList window = shown(fresh);
@@ -260,7 +298,11 @@ void TestScenes::initializeMemory()
         if (answer == QMessageBox::Cancel) QCOMPARE(panel.file(), before);
     }
     QCOMPARE(shown(panel), window);
-    QCOMPARE(panel.file(), (IniContent{{"Misc/Information_Dialog"_s, "false"_s}}));
+    // The driver keeps its buffer size, and so does the page that shows it.
+    const IniContent expected = {
+        {"Interface/AudioPeformanceIndex"_s, "10"_s}, {"Misc/Information_Dialog"_s, "false"_s}};
+    QCOMPARE(panel.file(), expected);
+    QCOMPARE(driver.blockFrames(), 2048);
     QVERIFY(agrees(panel, state));
 }
 

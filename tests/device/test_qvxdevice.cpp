@@ -2,10 +2,13 @@
 #include "device/qvxdevice.h"
 #include "simulator/simulatedtransport.h"
 #include "tests/device/faketransports.h"
+#include "tests/shorthand.h"
 
 #include <QtTest>
 
 namespace {
+
+using Kind = QVXDevice::Kind;
 
 constexpr int input = vxctl::channelInput;
 constexpr int master = vxctl::channelMaster;
@@ -61,8 +64,11 @@ class TestQVXDevice : public QObject
 private slots:
     void onlyTheNewestValueFollows();
     void resultsOfSetters();
-    void failuresAreToldOnce_data();
-    void failuresAreToldOnce();
+    void failuresAreToldAndSentAgain_data();
+    void failuresAreToldAndSentAgain();
+    void quiet();
+    void hangingTransfer();
+    void identityThatFails();
     void refusedChannels();
     void resetForgets();
     void meters();
@@ -109,45 +115,101 @@ void TestQVXDevice::resultsOfSetters()
     QVERIFY(panel.device.set_pan(input, 1, 4));
 }
 
-void TestQVXDevice::failuresAreToldOnce_data()
+void TestQVXDevice::failuresAreToldAndSentAgain_data()
 {
     using Request = std::function<void(QVXDevice &, unsigned char)>;
     QTest::addColumn<Request>("request");
-    const auto row = [](const char *name, const Request &request) {
-        QTest::newRow(name) << request;
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<int>("index");
+    const auto row = [](const char *name, Kind kind, int index, const Request &request) {
+        QTest::newRow(name) << request << static_cast<int>(kind) << index;
     };
-    row("fader", [](QVXDevice &d, unsigned char v) { d.set_fader(master, 2, v); });
-    row("pan", [](QVXDevice &d, unsigned char v) { d.set_pan(input, 16, v); });
-    row("mute", [](QVXDevice &d, unsigned char v) { d.set_mute(input, 1, v); });
-    row("solo", [](QVXDevice &d, unsigned char v) { d.set_solo(input, 1, v); });
-    row("phase", [](QVXDevice &d, unsigned char v) { d.set_phase(input, 1, v); });
-    row("eq", [](QVXDevice &d, unsigned char v) { d.set_eq(input, 1, v, 1, 0, 0, 0); });
-    row("comp", [](QVXDevice &d, unsigned char v) { d.set_comp(input, 1, v, 0, 0, 0, 0, 0, 0); });
-    row("route", [](QVXDevice &d, unsigned char v) { d.set_assign_ch(2, v + 1, lineOut, 1); });
-    row("stereo bus", [](QVXDevice &d, unsigned char v) { d.set_send_stereobus(v); });
-    row("true bypass", [](QVXDevice &d, unsigned char v) { d.set_truebypass(v); });
+    row("fader", Kind::Fader, 17, [](auto &d, auto v) { d.set_fader(master, 2, v); });
+    row("pan", Kind::Pan, 15, [](auto &d, auto v) { d.set_pan(input, 16, v); });
+    row("mute", Kind::Mute, 0, [](auto &d, auto v) { d.set_mute(input, 1, v); });
+    row("solo", Kind::Solo, 2, [](auto &d, auto v) { d.set_solo(input, 3, v); });
+    row("phase", Kind::Phase, 0, [](auto &d, auto v) { d.set_phase(input, 1, v); });
+    row("eq", Kind::Eq, 7, [](auto &d, auto v) { d.set_eq(input, 2, v, 4, 0, 0, 0); });
+    row("comp", Kind::Comp, 0, [](auto &d, auto v) { d.set_comp(input, 1, v, 0, 0, 0, 0, 0, 0); });
+    row("route", Kind::Route, 4, [](auto &d, auto v) { d.set_assign_ch(2, v + 1, lineOut, 5); });
+    row("stereo bus", Kind::StereoBus, 0, [](auto &d, auto v) { d.set_send_stereobus(v); });
+    row("true bypass", Kind::TrueBypass, 0, [](auto &d, auto v) { d.set_truebypass(v); });
 }
 
-/// Of every kind, and also when many have succeeded before.
-void TestQVXDevice::failuresAreToldOnce()
+/// Of every kind, for the value that failed, and also when a reset comes in between.
+void TestQVXDevice::failuresAreToldAndSentAgain()
 {
     using Request = std::function<void(QVXDevice &, unsigned char)>;
     QFETCH(Request, request);
+    QFETCH(int, kind);
+    QFETCH(int, index);
+    const QVXDevice::Target target{static_cast<Kind>(kind), index};
+    const bool hasNoAnswer = target.kind == Kind::StereoBus || target.kind == Kind::TrueBypass;
     Panel panel;
-    for (const unsigned char value : {0, 1, 0})
-        request(panel.device, value);
-    panel.sent();
-    panel.device.reset();
-    QVERIFY(!panel.device.takeFailure());
-    panel.tamber.setPlugged(false);
+    QStringList told;
+    connect(&panel.device, &QVXDevice::setFinished, this, [&](const auto &of, bool ret) {
+        told += of == target ? (ret ? "done"_s : "failed"_s) : "another"_s;
+    });
+    const auto wait = [&] {
+        std::optional<bool> result;
+        if (!hasNoAnswer) {
+            panel.sent();
+            return std::exchange(told, {});
+        }
+        const bool ended = QTest::qWaitFor(
+            [&] { return (result = panel.device.takeBusResult(target.kind)).has_value(); }, 300);
+        return QStringList{!ended ? "none"_s : *result ? "done"_s : "failed"_s};
+    };
+    panel.transport.failFrom = 1; // every transfer from now on
     request(panel.device, 1);
-    QVERIFY(QTest::qWaitFor([&] { return panel.device.takeFailure(); }));
-    QVERIFY(!panel.device.takeFailure());
-    QTRY_COMPARE(panel.device.setsWaiting(), 0);
-    panel.tamber.setPlugged(true);
+    panel.device.reset(); // what fails from before it is not told
+    request(panel.device, 1);
+    panel.transport.failures = 0;
+    wait();
+    panel.transport.calls.clear();
+    panel.transport.failFrom = 1;
+    panel.transport.failures = 1;
     request(panel.device, 0);
+    QCOMPARE(wait(), QStringList{"failed"_s});
+    QCOMPARE(panel.device.resend(target), !hasNoAnswer);
+    QCOMPARE(wait(), QStringList{hasNoAnswer ? "none"_s : "done"_s});
+    QVERIFY(!panel.device.resend(target)); // nothing has failed any more
+    QCOMPARE(panel.device.setsWaiting(), 0);
+}
+
+/// Only queries go to the device, and what was not sent is not taken for sent.
+void TestQVXDevice::quiet()
+{
+    Panel panel;
+    panel.device.setQuiet(true);
+    panel.device.set_mute(input, 1, 1);
+    panel.device.set_eq(input, 1, 1, 1, 0, 0, 0);
+    panel.device.set_comp(input, 1, 1, 0, 0, 0, 0, 0, 0);
+    panel.device.set_assign_ch(2, 1, lineOut, 1);
+    panel.device.set_truebypass(1);
+    std::uint16_t version = 0;
+    panel.device.get_version(version);
+    QList<QByteArray> queries;
+    QTRY_VERIFY(!(queries += panel.transport.takeSent()).isEmpty());
+    QCOMPARE(queries, QList<QByteArray>{"31 01 00 00"});
+    panel.device.setQuiet(false);
+    panel.device.set_mute(input, 1, 1);
+    QCOMPARE(panel.sent(), parameter(input, 1, "83", 1));
+    QVERIFY(!panel.tamber.state().trueBypass);
+}
+
+/// A transfer that does not return does not look like a working device.
+void TestQVXDevice::hangingTransfer()
+{
+    Panel panel;
+    QCOMPARE(panel.device.transferAge(), qint64{0});
+    {
+        const auto held = panel.transport.hold();
+        panel.device.set_mute(input, 1, 1);
+        QTRY_VERIFY(panel.device.transferAge() >= 100);
+    }
     panel.sent();
-    QVERIFY(!panel.device.takeFailure());
+    QCOMPARE(panel.device.transferAge(), qint64{0});
 }
 
 void TestQVXDevice::refusedChannels()
@@ -250,6 +312,28 @@ void TestQVXDevice::identityRequestsDoNotPileUp()
     QVERIFY(identities == 2 || identities == 3); // the one begun may be asked for anew
     held.lock();
     QCOMPARE(panel.transport.calls.count('R'), 1);
+}
+
+/// What the device said once is not known any more when it refuses to say it again.
+void TestQVXDevice::identityThatFails()
+{
+    Panel panel;
+    const auto name = [&] {
+        QString text;
+        panel.device.get_product_name(text);
+        return text;
+    };
+    std::uint16_t version = 0;
+    QVERIFY(panel.device.isFirmwareKnown());
+    QCOMPARE(name(), "Tamber"_s);
+    panel.tamber.setFault(simulator::Fault::Refused);
+    panel.device.get_version(version);
+    QTRY_VERIFY(!panel.device.isFirmwareKnown());
+    QTRY_COMPARE(name(), QString());
+    panel.tamber.setFault(simulator::Fault::None);
+    panel.device.get_version(version);
+    QTRY_VERIFY(panel.device.isFirmwareKnown());
+    QTRY_COMPARE(name(), "Tamber"_s);
 }
 
 void TestQVXDevice::presence()

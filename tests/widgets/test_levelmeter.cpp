@@ -70,9 +70,9 @@ void TestLevelMeter::risesAtOnceAndSinks()
 void TestLevelMeter::peakMark()
 {
     Meter m;
-    m.meter.update(26000); // -2 dB
+    m.meter.update(29203); // more than 1 dB below full scale
     QVERIFY(m.peak.isHidden());
-    m.meter.update(29203); // within 1 dB of full scale
+    m.meter.update(29204);
     QVERIFY(!m.peak.isHidden());
     m.meter.countPeakDown();
     QVERIFY(!m.peak.isHidden());

@@ -1,0 +1,90 @@
+#include "app/notice.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVariant>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int flashTime = 15000; // milliseconds
+
+QString textOf(Notice::Message message)
+{
+    switch (message) {
+    case Notice::Message::SettingsUnreadable:
+        return QStringLiteral("The settings file cannot be read. Nothing is sent to the device.");
+    case Notice::Message::SettingsRetried:
+        return QStringLiteral("The settings file cannot be read. Trying again.");
+    case Notice::Message::NoDevice:
+        return QStringLiteral("No device answers. Changes are kept for it.");
+    case Notice::Message::SettingsUnwritten:
+        return QStringLiteral("The settings cannot be written to disk. Trying again.");
+    case Notice::Message::DeviceRefuses:
+        return QStringLiteral("The device refuses a setting.");
+    case Notice::Message::SettingsChangedElsewhere:
+        break;
+    }
+    return QStringLiteral("Another program has changed the settings file. A copy of it is kept.");
+}
+
+} // namespace
+
+Notice::Notice(QWidget *parent)
+    : QWidget(parent), m_text(new QLabel), m_button(new QPushButton)
+{
+    m_text->setObjectName(QStringLiteral("label_Notice"));
+    m_text->setProperty("role", QStringLiteral("notice"));
+    m_button->setObjectName(QStringLiteral("pB_Notice"));
+    m_button->setProperty("role", QStringLiteral("notice"));
+    m_button->setText(QStringLiteral("Use the defaults"));
+    m_button->setAccessibleName(m_button->text());
+    m_button->setToolTip(QStringLiteral("Start with the default of every setting. The unreadable "
+                                        "file is kept beside the new one."));
+    m_button->hide();
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 6, 0);
+    row->setSpacing(0);
+    row->addWidget(m_text);
+    row->addWidget(m_button);
+    connect(m_button, &QPushButton::clicked, this, &Notice::defaultsAccepted);
+    m_flash.setSingleShot(true);
+    m_flash.setInterval(flashTime);
+    connect(&m_flash, &QTimer::timeout, this, [this] {
+        set(Message::SettingsChangedElsewhere, false);
+    });
+    hide();
+}
+
+void Notice::set(Message message, bool applies)
+{
+    const auto place = std::lower_bound(m_messages.begin(), m_messages.end(), message);
+    const bool applied = place != m_messages.end() && *place == message;
+    if (applies == applied) return;
+    if (applies)
+        m_messages.insert(place, message);
+    else
+        m_messages.erase(place);
+    refresh();
+}
+
+void Notice::flash(Message message)
+{
+    set(message, true);
+    m_flash.start();
+}
+
+void Notice::refresh()
+{
+    setVisible(!m_messages.empty());
+    if (m_messages.empty()) return;
+    QStringList all;
+    for (const Message message : m_messages)
+        all += textOf(message);
+    m_text->setText(all.first());
+    m_text->setToolTip(all.size() > 1 ? all.join(QLatin1Char('\n')) : QString());
+    m_button->setVisible(m_messages.front() == Message::SettingsUnreadable);
+    updateGeometry();
+}

@@ -1,0 +1,19 @@
+#include "mixer/wallclock.h"
+
+#include <algorithm>
+
+using namespace std::chrono;
+
+/// The steady clock may stand still while the computer sleeps, the wall clock may be set back. The
+/// one that has gone further is right; a wall clock that is set forward looks like sleep.
+qint64 mixer::RealWallClock::now()
+{
+    const auto steady = steady_clock::now();
+    const auto wall = system_clock::now();
+    const auto passed =
+        std::max(round<milliseconds>(steady - m_steady), round<milliseconds>(wall - m_wall));
+    m_steady = steady;
+    m_wall = wall;
+    m_now += passed;
+    return m_now.count();
+}
