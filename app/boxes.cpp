@@ -1,6 +1,6 @@
 #include "app/boxes.h"
 
-#include "app/constants.h"
+#include "common/constants.h"
 #include "app/helplinks.h"
 #include "app/language.h"
 

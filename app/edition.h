@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/constants.h"
+#include "common/constants.h"
 
 /// What tells the panel and the demo apart, beside the device.
 struct Edition

@@ -1,6 +1,6 @@
 #include "app/helplinks.h"
 
-#include "app/constants.h"
+#include "common/constants.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "app/interfacepage.h"
 
-#include "app/constants.h"
+#include "common/constants.h"
 #include "app/pagebar.h"
 #include "device/qvxdevice.h"
 #include "driver/buffersize.h"

@@ -2,7 +2,7 @@
 
 #include "app/boxes.h"
 #include "app/companionmixer.h"
-#include "app/constants.h"
+#include "common/constants.h"
 #include "app/helplinks.h"
 #include "app/interfacepage.h"
 #include "app/language.h"

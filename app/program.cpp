@@ -1,6 +1,6 @@
 #include "app/program.h"
 
-#include "app/constants.h"
+#include "common/constants.h"
 #include "app/language.h"
 #include "app/mainwindow.h"
 #include "app/qtsingleapplication.h"

@@ -1,6 +1,6 @@
 #include "app/qtsingleapplication.h"
 
-#include "app/constants.h"
+#include "common/constants.h"
 
 #include <QCryptographicHash>
 #include <QDataStream>

@@ -1,4 +1,4 @@
-#include "app/constants.h"
+#include "common/constants.h"
 #include "app/mixerpage.h"
 #include "benchmarks.h"
 #include "device/qvxdevice.h"

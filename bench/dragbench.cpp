@@ -1,4 +1,4 @@
-#include "app/constants.h"
+#include "common/constants.h"
 #include "app/mainwindow.h"
 #include "benchmarks.h"
 #include "mixer/faderscale.h"

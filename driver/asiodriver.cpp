@@ -1,6 +1,6 @@
 #include "driver/asiodriver.h"
 
-#include "app/constants.h"
+#include "common/constants.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "driver/driversettings.h"
 
-#include "app/constants.h"
+#include "common/constants.h"
 #include "driver/buffersize.h"
 
 #include <QLoggingCategory>

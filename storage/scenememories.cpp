@@ -1,6 +1,6 @@
 #include "storage/scenememories.h"
 
-#include "app/constants.h"
+#include "common/constants.h"
 
 #include <QLoggingCategory>
 

@@ -1,6 +1,6 @@
 #include "update/updateinformation.h"
 
-#include "app/constants.h"
+#include "common/constants.h"
 #include "storage/settings.h"
 #include "update/informationbox.h"
 #include "update/newstext.h"

@@ -1,4 +1,4 @@
-#include "app/constants.h"
+#include "common/constants.h"
 #include "app/interfacepage.h"
 #include "app/program.h"
 #include "driver/driversettings.h"

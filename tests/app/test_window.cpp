@@ -1,5 +1,5 @@
 #include "app/boxes.h"
-#include "app/constants.h"
+#include "common/constants.h"
 #include "app/language.h"
 #include "app/program.h"
 #include "tests/app/panel.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/constants.h"
+#include "common/constants.h"
 #include "tests/inifile.h"
 #include "tests/xinput.h"
 

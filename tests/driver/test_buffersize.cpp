@@ -1,4 +1,4 @@
-#include "app/constants.h"
+#include "common/constants.h"
 #include "driver/buffersize.h"
 #include "driver/buffersizerule.h"
 #include "storage/settings.h"

@@ -1,0 +1,57 @@
+# How a module (a top-level folder) becomes a library, and a unit test a program.
+
+option(TAMBER_WERROR "Treat warnings as errors" OFF)
+
+# Flags of every target: the standard, the warnings and the checks of Qt.
+add_library(tamber_flags INTERFACE)
+target_compile_features(tamber_flags INTERFACE cxx_std_17)
+target_compile_options(tamber_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wold-style-cast -Woverloaded-virtual
+    $<$<BOOL:${TAMBER_WERROR}>:-Werror>)
+target_compile_definitions(tamber_flags INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_URL_CAST_FROM_STRING
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+    QT_DISABLE_DEPRECATED_BEFORE=0x050F00
+    $<$<BOOL:${TAMBER_ASSERTS}>:QT_FORCE_ASSERTS>)
+
+# Each module is seen through an include folder that holds nothing but a link to the module itself.
+# So "device/vxmsg.h" is found by those that link the module, and an include of a module that a
+# target may not use does not compile.
+function(tamber_module_includes target scope module)
+    set(view "${PROJECT_BINARY_DIR}/modules/${module}")
+    file(MAKE_DIRECTORY "${view}")
+    file(CREATE_LINK "${PROJECT_SOURCE_DIR}/${module}" "${view}/${module}" SYMBOLIC)
+    target_include_directories(${target} ${scope} "${view}")
+endfunction()
+
+# tamber_module(<module> SOURCES <files...> LINKS <targets...>)
+# makes the library tamber_<module> of the folder <module>.
+function(tamber_module module)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(tamber_${module} STATIC ${arg_SOURCES})
+    tamber_module_includes(tamber_${module} PUBLIC ${module})
+    target_link_libraries(tamber_${module} PUBLIC tamber_flags ${arg_LINKS})
+endfunction()
+
+# tamber_test(<name> [DISPLAY] [MANAGER] [TIMEOUT <seconds>] SOURCES <files...> LINKS <targets...>)
+# makes a QtTest program of its own. DISPLAY: it opens windows, and gets a virtual display that
+# nobody else uses. MANAGER: with a window manager on it.
+function(tamber_test name)
+    cmake_parse_arguments(arg "DISPLAY;MANAGER" "TIMEOUT" "SOURCES;LINKS" ${ARGN})
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE tamber_flags tamber_testing Qt5::Test ${arg_LINKS})
+    set(launcher "${PROJECT_SOURCE_DIR}/tests/in-private-home")
+    if(arg_DISPLAY)
+        list(APPEND launcher "${PROJECT_SOURCE_DIR}/tests/on-private-display")
+    endif()
+    if(arg_MANAGER)
+        list(APPEND launcher "${PROJECT_SOURCE_DIR}/tests/with-window-manager")
+    endif()
+    add_test(NAME ${name} COMMAND ${launcher} $<TARGET_FILE:${name}>)
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+endfunction()
