@@ -1,8 +1,8 @@
 #include "app/boxes.h"
 
-#include "common/constants.h"
 #include "app/helplinks.h"
 #include "app/language.h"
+#include "common/constants.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -41,8 +41,7 @@ QMessageBox *boxes::make(QMessageBox::Icon icon, QWidget *parent, const QString 
     box->setWindowTitle(title);
     // A width of its texts' own, as by a style sheet, would make the box cut them off.
     if (auto *grid = qobject_cast<QGridLayout *>(box->layout()))
-        grid->addItem(
-            new QSpacerItem(leastWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
+        grid->addItem(new QSpacerItem(leastWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
     return box;
 }
 

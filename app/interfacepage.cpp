@@ -1,7 +1,7 @@
 #include "app/interfacepage.h"
 
-#include "common/constants.h"
 #include "app/pagebar.h"
+#include "common/constants.h"
 #include "device/qvxdevice.h"
 #include "driver/buffersize.h"
 #include "driver/samplerate.h"

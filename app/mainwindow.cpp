@@ -2,7 +2,6 @@
 
 #include "app/boxes.h"
 #include "app/companionmixer.h"
-#include "common/constants.h"
 #include "app/helplinks.h"
 #include "app/interfacepage.h"
 #include "app/language.h"
@@ -11,6 +10,7 @@
 #include "app/outputpage.h"
 #include "app/productinformation.h"
 #include "app/scenemenu.h"
+#include "common/constants.h"
 #include "storage/settings.h"
 #include "update/updateinformation.h"
 #include "widgets/channelcontrol.h"
@@ -64,10 +64,10 @@ QSettings geometryStore(const QString &organisation)
 MainWindow::MainWindow(
     Settings &settings, Transport &transport, const Edition &edition, QWidget *parent)
     : QMainWindow(parent), m_settings(settings), m_edition(edition),
-      m_organisation(QLatin1String(edition.organisation)),
-      m_pages(new QStackedWidget(this)), m_mixerPage(new MixerPage(m_pages)),
-      m_interfacePage(new InterfacePage(m_pages)), m_outputPage(new OutputPage(m_pages)),
-      m_notice(new Notice(this)), m_scenes(settings, edition.organisation), m_device(transport),
+      m_organisation(QLatin1String(edition.organisation)), m_pages(new QStackedWidget(this)),
+      m_mixerPage(new MixerPage(m_pages)), m_interfacePage(new InterfacePage(m_pages)),
+      m_outputPage(new OutputPage(m_pages)), m_notice(new Notice(this)),
+      m_scenes(settings, edition.organisation), m_device(transport),
       m_mixer(settings, m_device, m_mixerPage->view(), m_mixerPage->section(), m_clock),
       m_output(
           settings, m_device, m_outputPage->view(), [this](bool on) { m_mixer.setBypassed(!on); }),
@@ -281,16 +281,15 @@ void MainWindow::connectPresence()
     connect(&presence, &mixer::Presence::disconnected, this, [this] { showDisconnected(); });
     connect(&presence, &mixer::Presence::reconnected, this, [this] { delete m_disconnectedBox; });
     connect(&presence, &mixer::Presence::stateWanted, this, &MainWindow::sendAll);
-    connect(
-        &presence, &mixer::Presence::busOptionWanted, this,
-        [this](QVXDevice::Kind option) { m_output.resend(option); });
+    connect(&presence, &mixer::Presence::busOptionWanted, this, [this](QVXDevice::Kind option) {
+        m_output.resend(option);
+    });
     connect(&presence, &mixer::Presence::statusChanged, this, [this] {
         status();
         refreshInterfacePage();
     });
-    connect(&m_device, &QVXDevice::nameAnswered, this, [this] {
-        m_interfacePage->showName(m_device);
-    });
+    connect(
+        &m_device, &QVXDevice::nameAnswered, this, [this] { m_interfacePage->showName(m_device); });
 }
 
 void MainWindow::connectBufferSize()
@@ -344,8 +343,7 @@ void MainWindow::showDisconnected()
 {
     killCompanionMixer();
     // open(), not exec(): a slot that waits would stop the timer that calls it.
-    m_disconnectedBox =
-        boxes::make(QMessageBox::Warning, this, QStringLiteral("USB Disconnected"));
+    m_disconnectedBox = boxes::make(QMessageBox::Warning, this, QStringLiteral("USB Disconnected"));
     m_disconnectedBox->setText(QStringLiteral("- Tamber -\n Please insert USB cable"));
     m_disconnectedBox->open();
 }

@@ -32,8 +32,7 @@ QString textOf(Notice::Message message)
 
 } // namespace
 
-Notice::Notice(QWidget *parent)
-    : QWidget(parent), m_text(new QLabel), m_button(new QPushButton)
+Notice::Notice(QWidget *parent) : QWidget(parent), m_text(new QLabel), m_button(new QPushButton)
 {
     m_text->setObjectName(QStringLiteral("label_Notice"));
     m_text->setProperty("role", QStringLiteral("notice"));

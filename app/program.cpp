@@ -1,9 +1,9 @@
 #include "app/program.h"
 
-#include "common/constants.h"
 #include "app/language.h"
 #include "app/mainwindow.h"
 #include "app/qtsingleapplication.h"
+#include "common/constants.h"
 #include "device/tracetransport.h"
 #include "widgets/displaycolours.h"
 #include "widgets/sharppixmap.h"
@@ -69,8 +69,7 @@ void showBeside(QWidget &companion, QWidget &panel)
 
 } // namespace
 
-static int runWindow(
-    const Program &program, Transport &transport, QtSingleApplication &application)
+static int runWindow(const Program &program, Transport &transport, QtSingleApplication &application)
 {
     MainWindow window(program.settings, transport, program.edition);
     application.setActivationWindow(&window, true);

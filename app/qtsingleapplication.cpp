@@ -20,8 +20,8 @@
 namespace {
 
 constexpr char acknowledgement = 'A';
-constexpr int retryInterval = 20;    // milliseconds until the first process is tried again
-constexpr int unreadableTime = 500;  // milliseconds that a process needs at most to write its lock
+constexpr int retryInterval = 20;   // milliseconds until the first process is tried again
+constexpr int unreadableTime = 500; // milliseconds that a process needs at most to write its lock
 
 /// What only the processes of one program, of one user in one session, have in common.
 QString programId()

@@ -5,7 +5,6 @@
 /// its strip and calls the rule. The names are given: the window's controls are connected to them
 /// by name.
 
-
 // clang-format off
 
 #define TAMBER_TRACKS(SLOTS) \

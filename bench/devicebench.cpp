@@ -1,6 +1,6 @@
-#include "common/constants.h"
 #include "app/mixerpage.h"
 #include "benchmarks.h"
+#include "common/constants.h"
 #include "device/qvxdevice.h"
 #include "mixer/mixer.h"
 #include "report.h"

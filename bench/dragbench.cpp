@@ -1,6 +1,6 @@
-#include "common/constants.h"
 #include "app/mainwindow.h"
 #include "benchmarks.h"
+#include "common/constants.h"
 #include "mixer/faderscale.h"
 #include "mixer/parameters.h"
 #include "mixer/strip.h"

@@ -1,6 +1,6 @@
-#include "common/constants.h"
 #include "app/mainwindow.h"
 #include "benchmarks.h"
+#include "common/constants.h"
 #include "report.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
@@ -148,8 +148,7 @@ public:
     {
         storeVariety(m_settings);
         leaveAlone(m_settings);
-        m_window =
-            std::make_unique<MainWindow>(m_settings, m_transport, demoEdition);
+        m_window = std::make_unique<MainWindow>(m_settings, m_transport, demoEdition);
         m_musician = std::make_unique<Musician>(*m_window);
         m_window->show();
         if (!becomes([this] { return agrees(); })) complain("the first send"_s);

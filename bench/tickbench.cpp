@@ -1,6 +1,6 @@
-#include "common/constants.h"
 #include "app/mainwindow.h"
 #include "benchmarks.h"
+#include "common/constants.h"
 #include "report.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"

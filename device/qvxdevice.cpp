@@ -106,9 +106,12 @@ void QVXDevice::connectWorker()
     connect(this, &QVXDevice::sig_get_build, m_unit.get(), &QVXDeviceUnit::get_build);
     connect(this, &QVXDevice::sig_get_sample_rate, m_unit.get(), &QVXDeviceUnit::get_sample_rate);
     connect(this, &QVXDevice::sig_get_product_name, m_unit.get(), &QVXDeviceUnit::get_product_name);
-    connect(m_unit.get(), &QVXDeviceUnit::ret_get_product_name, this, &QVXDevice::recv_get_product_name);
+    connect(
+        m_unit.get(), &QVXDeviceUnit::ret_get_product_name, this,
+        &QVXDevice::recv_get_product_name);
     connect(this, &QVXDevice::sig_get_debugprint, m_unit.get(), &QVXDeviceUnit::get_debugprint);
-    connect(m_unit.get(), &QVXDeviceUnit::ret_get_debugprint, this, &QVXDevice::recv_get_debugprint);
+    connect(
+        m_unit.get(), &QVXDeviceUnit::ret_get_debugprint, this, &QVXDevice::recv_get_debugprint);
     connect(this, &QVXDevice::sig_set_assign_ch, m_unit.get(), &QVXDeviceUnit::set_assign_ch);
     connect(m_unit.get(), &QVXDeviceUnit::ret_set_assign_ch, this, &QVXDevice::recv_set_assign_ch);
     connect(this, &QVXDevice::sig_set_eq, m_unit.get(), &QVXDeviceUnit::set_eq);
@@ -125,7 +128,8 @@ void QVXDevice::connectWorker()
     connect(m_unit.get(), &QVXDeviceUnit::ret_set_solo, this, &QVXDevice::recv_set_solo);
     connect(this, &QVXDevice::sig_set_phase, m_unit.get(), &QVXDeviceUnit::set_phase);
     connect(m_unit.get(), &QVXDeviceUnit::ret_set_phase, this, &QVXDevice::recv_set_phase);
-    connect(this, &QVXDevice::sig_set_send_stereobus, m_unit.get(), &QVXDeviceUnit::set_send_stereobus);
+    connect(
+        this, &QVXDevice::sig_set_send_stereobus, m_unit.get(), &QVXDeviceUnit::set_send_stereobus);
     connect(this, &QVXDevice::sig_set_truebypass, m_unit.get(), &QVXDeviceUnit::set_truebypass);
     connect(this, &QVXDevice::sig_get_meter, m_unit.get(), &QVXDeviceUnit::get_meter);
     connect(m_unit.get(), &QVXDeviceUnit::ret_get_meter, this, &QVXDevice::recv_get_meter);
@@ -365,8 +369,7 @@ std::optional<bool> QVXDevice::takeBusResult(Kind option)
 {
     using Result = QVXDeviceUnit::BusResult;
     assertGuiThread();
-    auto &latest =
-        option == Kind::StereoBus ? m_unit->stereoBusResult : m_unit->trueBypassResult;
+    auto &latest = option == Kind::StereoBus ? m_unit->stereoBusResult : m_unit->trueBypassResult;
     const Result result = latest.exchange(Result::None);
     return result == Result::None ? std::nullopt : std::make_optional(result == Result::Done);
 }
@@ -511,8 +514,8 @@ void QVXDevice::recv_set_assign_ch(bool ret)
 void QVXDevice::recv_set_eq(bool ret)
 {
     // Wider than the others: of every channel one waiting band goes out.
-    const int index =
-        m_tables.eq.answered(ret, [this](const Eq &v) { emitEq(v); }, bandCount);
+    const int index = m_tables.eq.answered(
+        ret, [this](const Eq &v) { emitEq(v); }, bandCount);
     finished(Kind::Eq, index, ret);
 }
 

@@ -28,5 +28,6 @@ private:
     class Watch;
 
     Transport &m_transport;
-    std::atomic<std::int64_t> m_began{0}; ///< milliseconds of the steady clock, 0 without a transfer
+    std::atomic<std::int64_t> m_began{
+        0}; ///< milliseconds of the steady clock, 0 without a transfer
 };

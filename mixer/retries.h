@@ -35,9 +35,9 @@ private:
     struct Retry
     {
         QVXDevice::Target target;
-        int attempts;   ///< that have failed, beside the first request
-        qint64 due;     ///< set by the first tick after the failure
-        bool underWay;  ///< it was sent again and has not been answered
+        int attempts;  ///< that have failed, beside the first request
+        qint64 due;    ///< set by the first tick after the failure
+        bool underWay; ///< it was sent again and has not been answered
     };
 
     void noteAnswer(const QVXDevice::Target &target, bool ret);

@@ -201,11 +201,12 @@ QByteArray encodeText(const QString &text)
         }
         afterNumber = false;
         needsQuotes = needsQuotes || unit == ';' || unit == ',' || unit == '=';
-        const auto *known = std::find_if(
-            std::begin(escapes), std::end(escapes),
-            [unit](const Escape &e) { return e.unit == unit; });
-        const bool pair = stored[i].isHighSurrogate() && i + 1 < stored.size() &&
-                          stored[i + 1].isLowSurrogate();
+        const auto *known =
+            std::find_if(std::begin(escapes), std::end(escapes), [unit](const Escape &e) {
+                return e.unit == unit;
+            });
+        const bool pair =
+            stored[i].isHighSurrogate() && i + 1 < stored.size() && stored[i + 1].isLowSurrogate();
         if (known != std::end(escapes)) {
             value += '\\';
             value += known->letter;
@@ -308,8 +309,8 @@ void IniReader::takeSetting(const QByteArray &line)
     const QByteArray key = line.left(equals).trimmed();
     const QByteArray rest = line.mid(equals + 1);
     const int end = findUnquoted(rest, ';'); // the rest of the line is a comment
-    const bool lost = equals <= 0 || key.isEmpty() || key.contains('/') || end < 0 ||
-                      m_group.isNull();
+    const bool lost =
+        equals <= 0 || key.isEmpty() || key.contains('/') || end < 0 || m_group.isNull();
     m_damaged = m_damaged || lost;
     if (lost) return;
     const QByteArray value = rest.left(end).trimmed();

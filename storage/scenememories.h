@@ -29,8 +29,8 @@ public:
     /// @return false when there is no such scene; nothing has changed then
     bool load(int slot);
 
-    /// Whether the slot holds a scene that can be loaded. A file that is empty, or holds no group of
-    /// the panel's, is none.
+    /// Whether the slot holds a scene that can be loaded. A file that is empty, or holds no group
+    /// of the panel's, is none.
     bool exists(int slot) const;
 
     /// The name of a slot; "SceneMemory1" to "SceneMemory10" until it is given another one.

@@ -31,8 +31,8 @@ public:
     /// Opens the file of this organisation and application in the user's settings folder.
     /// @param groups those that the file may hold; a file with none of them counts as unreadable
     Settings(
-        const char *organisation, const char *application, storage::Disk &disk = storage::realDisk(),
-        const QStringList &groups = panelGroups());
+        const char *organisation, const char *application,
+        storage::Disk &disk = storage::realDisk(), const QStringList &groups = panelGroups());
     ~Settings() override;
 
     /// The groups of the panel's own settings.

@@ -131,9 +131,8 @@ void removeLeftovers(Disk &disk, const QString &path)
 {
     const QFileInfo file(followLinks(path));
     const QString own = QFileInfo(freshName(file.filePath())).fileName();
-    const QRegularExpression made(
-        QRegularExpression::anchoredPattern(
-            QRegularExpression::escape(file.fileName()) + QStringLiteral("\\.\\d+\\.new")));
+    const QRegularExpression made(QRegularExpression::anchoredPattern(
+        QRegularExpression::escape(file.fileName()) + QStringLiteral("\\.\\d+\\.new")));
     const QFileInfoList left =
         file.dir().entryInfoList({file.fileName() + QStringLiteral(".*.new")}, QDir::Files);
     for (const QFileInfo &leftover : left) {

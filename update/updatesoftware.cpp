@@ -65,7 +65,8 @@ UpdateSoftware::Kind UpdateSoftware::kindOf(const QUrl &address)
     const auto endsWith = [&address](const char *ending) {
         const QString whole = address.toString(QUrl::RemoveFragment);
         return whole.endsWith(QLatin1String(ending), Qt::CaseInsensitive) ||
-               address.path().endsWith(QLatin1Char('.') + QLatin1String(ending), Qt::CaseInsensitive);
+               address.path().endsWith(
+                   QLatin1Char('.') + QLatin1String(ending), Qt::CaseInsensitive);
     };
     if (endsWith("exe")) return Kind::Installer;
     return endsWith("dmg") ? Kind::DiskImage : Kind::Archive;
@@ -134,8 +135,8 @@ bool UpdateSoftware::makeFile()
     folder.setAutoRemove(false);
     m_folder = folder.path();
     const bool archive = m_kind == Kind::Archive;
-    m_file.setFileName(QDir(m_folder).filePath(
-        archive ? QStringLiteral("temp.zip") : QStringLiteral("temp.exe")));
+    m_file.setFileName(
+        QDir(m_folder).filePath(archive ? QStringLiteral("temp.zip") : QStringLiteral("temp.exe")));
     return m_file.open(QIODevice::ReadWrite | QIODevice::Truncate);
 }
 

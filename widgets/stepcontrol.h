@@ -37,8 +37,8 @@ protected:
 private:
     int stepOfKey(int key) const;
 
-    const int m_up;           ///< the step of one position upwards, -1 or 1
-    const bool m_sideways;    ///< the left and right keys count
+    const int m_up;        ///< the step of one position upwards, -1 or 1
+    const bool m_sideways; ///< the left and right keys count
     bool m_letGo = false;
     int m_wheelRemainder = 0; ///< eighths of a degree that did not make a whole position yet
 };

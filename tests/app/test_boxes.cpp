@@ -99,9 +99,9 @@ QString shortage(const QWidget *widget)
     QSize needed = widget->minimumSizeHint();
     if (const auto *label = qobject_cast<const QLabel *>(widget)) {
         const bool folded = label->hasHeightForWidth();
-        needed = folded ? QSize(label->minimumSizeHint().width(),
-                                label->heightForWidth(label->width()))
-                        : label->sizeHint();
+        needed =
+            folded ? QSize(label->minimumSizeHint().width(), label->heightForWidth(label->width()))
+                   : label->sizeHint();
     }
     if (widget->width() >= needed.width() && widget->height() >= needed.height()) return QString();
     return "%1 has %2 x %3, needs %4 x %5"_s.arg(widget->objectName())
@@ -119,8 +119,8 @@ void TestBoxes::textsAreWhole_data()
     QTest::addColumn<int>("index");
     for (const char *language : {"en_US", "ja_JP"})
         for (int i = 0; i < int(std::size(boxesOfThePanel)); ++i)
-            QTest::newRow(qPrintable(QLatin1String(language) + " "_s +
-                                     QLatin1String(boxesOfThePanel[i].name)))
+            QTest::newRow(qPrintable(
+                QLatin1String(language) + " "_s + QLatin1String(boxesOfThePanel[i].name)))
                 << QString(QLatin1String(language)) << i;
 }
 
@@ -143,8 +143,8 @@ void TestBoxes::textsAreWhole()
     QStringList wrong;
     int texts = 0;
     for (const QWidget *widget : box->findChildren<QWidget *>()) {
-        const bool isText = qobject_cast<const QLabel *>(widget) ||
-                            qobject_cast<const QAbstractButton *>(widget);
+        const bool isText =
+            qobject_cast<const QLabel *>(widget) || qobject_cast<const QAbstractButton *>(widget);
         if (!isText || !widget->isVisible()) continue;
         ++texts;
         const QString what = shortage(widget);

@@ -1,6 +1,6 @@
-#include "common/constants.h"
 #include "app/interfacepage.h"
 #include "app/program.h"
+#include "common/constants.h"
 #include "driver/driversettings.h"
 #include "tests/app/gestures.h"
 #include "tests/app/panel.h"

@@ -6,11 +6,10 @@
 
 #include <QLabel>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QtTest>
-
 #include <QProcess>
+#include <QPushButton>
 #include <QThread>
+#include <QtTest>
 
 /// The panel's life with a device whose cable comes and goes, or that misbehaves.
 class TestPresence : public QObject

@@ -1,7 +1,7 @@
 #include "app/boxes.h"
-#include "common/constants.h"
 #include "app/language.h"
 #include "app/program.h"
+#include "common/constants.h"
 #include "tests/app/panel.h"
 
 #include <QAction>

@@ -22,15 +22,15 @@ public:
     /// @param updates  where it looks for updates; nobody listens there by default
     explicit PrivateHome(
         const QString &settings = QString(), const QString &updates = "http://127.0.0.1:9/"_s)
-        : runtime(m_folder.filePath("run"_s)), m_settings(
+        : runtime(m_folder.filePath("run"_s)),
+          m_settings(
               settings.isEmpty() ? m_folder.filePath("config/NORVEL-Demo/Tamber_Setting.ini"_s)
                                  : settings)
     {
         for (const QString &folder : {"config"_s, "run"_s, "tmp"_s})
             QDir().mkpath(m_folder.filePath(folder));
         QDir().mkpath(QFileInfo(m_settings).path());
-        QFile::setPermissions(
-            runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QFile file(m_settings);
         file.open(QIODevice::WriteOnly);
         file.write(

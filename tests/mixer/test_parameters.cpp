@@ -206,8 +206,8 @@ void TestParameters::steps()
                 const int next = steppedKnob(each, position, way);
                 const bool atTheEnd = valueAt(each, way > 0 ? topPosition(each) : 0).text == text;
                 QCOMPARE(valueAt(each, next).text == text, atTheEnd);
-                QCOMPARE(valueAt(each, next).step - valueAt(each, position).step,
-                         atTheEnd ? 0 : way);
+                QCOMPARE(
+                    valueAt(each, next).step - valueAt(each, position).step, atTheEnd ? 0 : way);
             }
         }
         QCOMPARE(valueAt(each, steppedKnob(each, 0, 1000)).step, each.steps - 1);

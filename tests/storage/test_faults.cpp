@@ -8,8 +8,8 @@
 #include <QtTest>
 
 #include <csignal>
-#include <vector>
 #include <sys/resource.h>
+#include <vector>
 
 namespace key = storage::strip;
 
@@ -133,8 +133,8 @@ void TestFaults::everyOperation()
     QVERIFY(done != old);
     const int operations = disk.count();
     QVERIFY2(operations >= 6, "create, write, flush, sync, close, rename");
-    for (const auto way : {FailingDisk::Way::NoSpace, FailingDisk::Way::Short,
-                           FailingDisk::Way::Silent}) {
+    for (const auto way :
+         {FailingDisk::Way::NoSpace, FailingDisk::Way::Short, FailingDisk::Way::Silent}) {
         for (int n = 1; n <= operations; ++n) {
             const Folder folder("Faults");
             {
@@ -189,13 +189,14 @@ void TestFaults::unreadableForGood()
     std::vector<std::unique_ptr<Folder>> folders;
     std::vector<std::unique_ptr<Settings>> all;
     for (const QByteArray &content : contents) {
-        folders.push_back(std::make_unique<Folder>("Garbage" + QByteArray::number(static_cast<int>(all.size()))));
+        folders.push_back(
+            std::make_unique<Folder>("Garbage" + QByteArray::number(static_cast<int>(all.size()))));
         const QString file = folders.back()->file(files[0]);
         folders.back()->write(files[0], content);
         if (content == "pipe")
             QVERIFY(QFile::remove(file) && QProcess::execute("mkfifo"_s, {file}) == 0);
-        all.push_back(std::make_unique<Settings>(
-            folders.back()->organisation.constData(), "Tamber_Setting"));
+        all.push_back(
+            std::make_unique<Settings>(folders.back()->organisation.constData(), "Tamber_Setting"));
         QCOMPARE(all.back()->reading(), Settings::Reading::Retrying);
     }
     for (std::size_t i = 0; i < all.size(); ++i) {
@@ -275,8 +276,8 @@ void TestFaults::linksAndPermissions()
     QVERIFY(QDir(folder.path()).mkdir("elsewhere"_s));
     QVERIFY(QFile::rename(folder.file(files[0]), real));
     QVERIFY(QFile::link(real, folder.file(files[0])));
-    const QFile::Permissions own = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser |
-                                   QFile::WriteUser;
+    const QFile::Permissions own =
+        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
     QVERIFY(QFile::setPermissions(real, own));
     Settings live(folder.organisation.constData(), "Tamber_Setting");
     live.write(track1, key::mute, true);

@@ -117,7 +117,8 @@ void TestIniText::damageCostsItsOwnValue()
     QFETCH(QByteArray, line);
     const Values good = {{"Track1/Mute", "true"}, {"Track2/Fader_pos", "187"}};
     bool damaged = false;
-    QCOMPARE(parsed("[Track1]\nMute=true\n" + line + "\n[Track2]\nFader_pos=187\n", &damaged), good);
+    QCOMPARE(
+        parsed("[Track1]\nMute=true\n" + line + "\n[Track2]\nFader_pos=187\n", &damaged), good);
     QVERIFY(damaged);
     QCOMPARE(parsed(line + "\n[Track1]\nMute=true\n[Track2]\nFader_pos=187\n", &damaged), good);
     QVERIFY(damaged);
@@ -136,7 +137,10 @@ void TestIniText::handWrittenFile()
     QCOMPARE(values.value("Track1/Mute"), QByteArray("false"));
     QVERIFY(!values.value("Track1/Pan_value").isNull());
     // Latin-1, as old editors write.
-    const Values latin = parsed("[Track1]\nName=Gr\xF6\xDF" "e\nMute=true\n", &damaged);
+    const Values latin = parsed(
+        "[Track1]\nName=Gr\xF6\xDF"
+        "e\nMute=true\n",
+        &damaged);
     QVERIFY(damaged);
     QCOMPARE(decodeText(latin.value("Track1/Name")).value_or(QString()), "Größe"_s);
     // The last line without its end counts, and is damage.

@@ -152,7 +152,8 @@ void TestSettings::damagedFile_data()
     QTest::newRow("binary") << QByteArray("\0\1\2\xFF\xFE=\n", 7) + good;
     QTest::newRow("zeroes at the end") << good + QByteArray(512, '\0');
     QTest::newRow("object") << good + "Name=@Variant(\\0\\0\\0\\b\\xff\\xff\\xff\\xf0)\nx\n";
-    QTest::newRow("Latin-1") << good + "Name=Gr\xF6\xDF" "e\n";
+    QTest::newRow("Latin-1") << good + "Name=Gr\xF6\xDF"
+                                       "e\n";
 }
 
 /// What is readable is used, the file stays as it is until the first write, and one copy is kept.
