@@ -1,11 +1,11 @@
 #include "app/editingarea.h"
 
 #include "app/stripcontrols.h"
+#include "common/geometry.h"
 #include "mixer/parameters.h"
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
-#include "widgets/gainreduction.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -64,8 +64,10 @@ constexpr int headHeight = 21;
 constexpr QRect compressorHead(561, headTop, 474, headHeight);
 constexpr QRect lowCutArea(band(0) + 11, 119, 72, 20);
 // The background has a grid behind each display.
-constexpr QPoint eqPlace(33, 52);
-constexpr QPoint compressorPlace(630 - DrawCompressor::margin, 50 - DrawCompressor::margin);
+constexpr QPoint eqPlace(geometry::eqLeft, geometry::eqTop);
+constexpr QPoint compressorPlace(
+    geometry::compressorLeft - DrawCompressor::margin,
+    geometry::compressorTop - DrawCompressor::margin);
 constexpr QRect reductionCaption(564, 54, 26, 14);
 // clang-format on
 
@@ -91,7 +93,7 @@ QString tipOf(const Parameter &parameter)
         QLatin1String(parameter.unit));
 }
 
-SectionView::Knob makeKnob(const KnobLayout &layout, QWidget *area)
+SectionWidgets::Knob makeKnob(const KnobLayout &layout, QWidget *area)
 {
     const QPoint origin(layout.middle, knobRows[layout.row]);
     const Parameter &parameter = mixer::parameter(layout.id);
@@ -100,7 +102,7 @@ SectionView::Knob makeKnob(const KnobLayout &layout, QWidget *area)
     makeText(
         {}, "knobCaption", QLatin1String(layout.caption), captionArea.translated(origin), area);
 
-    SectionView::Knob knob;
+    SectionWidgets::Knob knob;
     knob.dial = new DialControl(area);
     apply({stem + QLatin1String("Knob"), spoken, tipOf(parameter)}, "knob", knob.dial);
     knob.dial->move(dialPlace + origin);
@@ -127,7 +129,7 @@ Display *makeDisplay(const Naming &naming, QPoint place, QWidget *area)
     return display;
 }
 
-void buildKnobs(SectionView &view, QWidget *area)
+void buildKnobs(SectionWidgets &view, QWidget *area)
 {
     for (const KnobLayout &layout : knobs) {
         view.knobs[static_cast<std::size_t>(layout.id)] = makeKnob(layout, area);
@@ -135,7 +137,7 @@ void buildKnobs(SectionView &view, QWidget *area)
     }
 }
 
-void buildDisplays(SectionView &view, QWidget *area)
+void buildDisplays(SectionWidgets &view, QWidget *area)
 {
     view.eqCurve = makeDisplay<DrawEq>(
         {QStringLiteral("drawEq"), QStringLiteral("Equalizer curve"), {}}, eqPlace, area);
@@ -145,11 +147,12 @@ void buildDisplays(SectionView &view, QWidget *area)
         compressorPlace, area);
 }
 
-void buildReduction(SectionView &view, QWidget *area)
+void buildReduction(SectionWidgets &view, QWidget *area)
 {
     view.gainReduction = makeText(
         {QStringLiteral("label_GainReduction"), QStringLiteral("Gain reduction"), {}}, "reduction",
-        {}, QRect(gainreduction::left, gainreduction::top, gainreduction::width, 1), area);
+        {}, QRect(geometry::reductionLeft, geometry::reductionTop, geometry::reductionWidth, 1),
+        area);
     view.gainReduction->hide();
     view.gainReductionCaption = makeText(
         {QStringLiteral("label_GR"), QStringLiteral("Gain reduction state"),
@@ -162,11 +165,11 @@ void buildReduction(SectionView &view, QWidget *area)
 
 namespace editingarea {
 
-SectionView build(QWidget *area)
+SectionWidgets build(QWidget *area)
 {
-    SectionView view;
+    SectionWidgets view;
     view.area = area;
-    area->setFixedSize(width, height);
+    area->setFixedSize(geometry::editingWidth, geometry::editingHeight);
     area->setAttribute(Qt::WA_StyledBackground);
     view.title = makeText(
         {QStringLiteral("label_EditedChannel"), QStringLiteral("Channel shown"), {}},

@@ -2,9 +2,7 @@
 
 #include "app/pagebar.h"
 #include "common/constants.h"
-#include "device/qvxdevice.h"
 #include "driver/buffersize.h"
-#include "driver/samplerate.h"
 #include "widgets/stepslider.h"
 
 #include <QFormLayout>
@@ -105,19 +103,6 @@ QLayout *makeScale()
 
 } // namespace
 
-QString firmwareVersion(QVXDevice &device)
-{
-    std::uint16_t version = 0;
-    std::uint16_t build = 0;
-    device.get_version(version);
-    device.get_build(build);
-    if (!device.is_selected() || !device.isFirmwareKnown() || version == 0) return QString();
-    return QStringLiteral("%1.%2 %3")
-        .arg(version / 100)
-        .arg(version % 100, 2, 10, QLatin1Char('0'))
-        .arg(build, 4, 10, QLatin1Char('0'));
-}
-
 InterfacePage::InterfacePage(QWidget *parent) : QWidget(parent), m_bufferSlider(makeSlider())
 {
     makeValues();
@@ -175,25 +160,24 @@ QWidget *InterfacePage::buildAudioDriver()
     return group;
 }
 
-void InterfacePage::refresh(QVXDevice &device, bool trueBypass)
+void InterfacePage::setFirmware(const QString &text)
 {
-    std::uint32_t rate = 0;
-    QString name;
-    const QString firmware = firmwareVersion(device);
-    device.get_sample_rate(rate);
-    device.get_product_name(name);
-    const bool present = device.is_selected();
-    m_firmware->setText(firmware.isEmpty() ? noDevice() : firmware);
-    m_sampleRate->setText(present && rate != 0 ? driver::sampleRateText(rate) : noDevice());
-    m_device->setText(present && !name.isEmpty() ? name : noDevice());
-    const QString onOff = trueBypass ? QStringLiteral("On") : QStringLiteral("Off");
-    m_trueBypass->setText(present ? onOff : noDevice());
+    m_firmware->setText(text);
 }
 
-void InterfacePage::showName(QVXDevice &device)
+void InterfacePage::setName(const QString &text)
 {
-    const QString &name = device.knownProductName();
-    m_device->setText(name.isEmpty() ? noDevice() : name);
+    m_device->setText(text);
+}
+
+void InterfacePage::setSampleRate(const QString &text)
+{
+    m_sampleRate->setText(text);
+}
+
+void InterfacePage::setTrueBypass(const QString &text)
+{
+    m_trueBypass->setText(text);
 }
 
 QVector<ProductInformation::Fact> InterfacePage::facts() const

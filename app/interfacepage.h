@@ -6,14 +6,9 @@
 
 class QLabel;
 class QSlider;
-class QVXDevice;
-
-/// The firmware of the device, "1.02 0034" for version 102 and build 34, as it was read last; asks
-/// anew. "" without a device, and after a request that failed.
-QString firmwareVersion(QVXDevice &device);
 
 /// The Interface page: the buffer size of the audio driver, and what the panel and the device are.
-/// The page shows; what its slider does is up to the window. GUI thread only.
+/// It shows what it is given; what its slider does is up to others. GUI thread only.
 class InterfacePage : public QWidget
 {
     Q_OBJECT
@@ -26,11 +21,13 @@ public:
     QSlider *bufferSizeSlider() const { return m_bufferSlider; }
     QLabel *bufferSizeLabel() const { return m_bufferSize; }
 
-    /// Shows what the device answered last and asks it anew; "No Device" without one.
-    /// @param trueBypass the option as it was sent to the device
-    void refresh(QVXDevice &device, bool trueBypass);
-    /// Shows the name that the device has just answered.
-    void showName(QVXDevice &device);
+    /// @name What is said of the device
+    ///@{
+    void setFirmware(const QString &text);
+    void setName(const QString &text);
+    void setSampleRate(const QString &text);
+    void setTrueBypass(const QString &text);
+    ///@}
 
     /// What the page says of panel and device, as it stands there.
     QVector<ProductInformation::Fact> facts() const;

@@ -6,7 +6,7 @@
 static Settings settings(demoEdition.organisation, constants::settingsFile);
 
 /// Never destroyed: a worker that hangs in a transfer may outlive the event loop.
-static simulator::SimulatedTamber &tamber()
+static simulator::SimulatedTamber &simulatedTamber()
 {
     static auto &clock = *new simulator::RealClock;
     static auto &device = *new simulator::SimulatedTamber(clock);
@@ -15,12 +15,12 @@ static simulator::SimulatedTamber &tamber()
 
 static std::unique_ptr<Transport> simulatedTransport()
 {
-    return std::make_unique<simulator::SimulatedTransport>(tamber());
+    return std::make_unique<simulator::SimulatedTransport>(simulatedTamber());
 }
 
 static std::unique_ptr<QWidget> deviceWindow()
 {
-    return std::make_unique<SimulatedTamberWindow>(tamber());
+    return std::make_unique<SimulatedTamberWindow>(simulatedTamber());
 }
 
 int main(int argc, char **argv)

@@ -5,10 +5,8 @@
 #include "app/mainwindow.h"
 #include "app/program.h"
 #include "app/simulatedtamberwindow.h"
-#include "mixer/faderscale.h"
-#include "mixer/panscale.h"
-#include "mixer/parameters.h"
-#include "mixer/strip.h"
+#include "common/constants.h"
+#include "mixer/rules.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
 
@@ -35,7 +33,7 @@ struct Channel
     std::vector<storage::SwitchKey> on;
 };
 
-void writeSession(Settings &settings)
+void writeSession(storage::Transaction &t)
 {
     namespace key = storage::strip;
     const std::vector<Channel> channels = {
@@ -57,23 +55,20 @@ void writeSession(Settings &settings)
         {mixer::master(), "", 163, 0, {}},
     };
     for (const Channel &channel : channels) {
-        const QString &group = channel.strip.key();
-        const auto fader = static_cast<std::uint16_t>(channel.fader);
-        const auto pan = static_cast<std::uint16_t>(channel.pan);
-        settings.write(group, key::fader, fader, mixer::faderText(fader));
-        if (channel.strip.isMono()) settings.write(group, key::pan, pan, mixer::panText(pan));
-        settings.write(group, key::name, QLatin1String(channel.name));
-        for (const storage::SwitchKey on : channel.on)
-            settings.write(group, on, true);
+        mixer::setFader(t, channel.strip, channel.fader);
+        if (channel.strip.isMono()) mixer::setPan(t, channel.strip.number, channel.pan);
+        mixer::setName(t, channel.strip, QLatin1String(channel.name));
+        for (const storage::SwitchKey &on : channel.on)
+            mixer::setSwitch(t, channel.strip, on, true);
     }
     // The headphones on 3 and 4 hear the master too, the room on 7 and 8 the computer's first two.
     constexpr int lineOuts[] = {0, 1, 0, 1, 6, 7, 2, 3};
-    for (std::size_t i = 0; i < std::size(lineOuts); ++i)
-        settings.write(storage::lineOuts[i], lineOuts[i]);
+    for (int output = 1; output <= mixer::lineOutCount; ++output)
+        mixer::setLineOut(t, output, lineOuts[output - 1]);
 }
 
 /// A voice's equalizer and compressor at work.
-void writeSection(Settings &settings, const mixer::StripId &strip)
+void writeSection(storage::Transaction &t, const mixer::StripId &strip)
 {
     struct Knob
     {
@@ -87,12 +82,9 @@ void writeSection(Settings &settings, const mixer::StripId &strip)
         {Id::HighGain, 80},   {Id::HighFreq, 88},    {Id::Threshold, 48},   {Id::Ratio, 76},
         {Id::MakeUpGain, 30}, {Id::Attack, 6},       {Id::Release, 14},
     };
-    for (const Knob &knob : knobs) {
-        const mixer::Parameter &parameter = mixer::parameter(knob.id);
-        const mixer::Value value = mixer::valueAt(parameter, knob.position);
-        settings.write(strip.key(), parameter.keys, value.position, value.text);
-    }
-    settings.write(strip.key(), storage::strip::eqLowCut, true);
+    for (const Knob &knob : knobs)
+        mixer::setKnob(t, strip, mixer::parameter(knob.id), knob.position);
+    mixer::setSwitch(t, strip, storage::strip::eqLowCut, true);
 }
 
 /// Lets the window and its device come to rest.
@@ -110,9 +102,11 @@ int renderPages(const QString &folder, const QString &suffix)
     simulator::SimulatedTamber tamber(clock);
     simulator::SimulatedTransport transport(tamber);
     Settings settings(demoEdition.organisation, constants::settingsFile);
-    writeSession(settings);
-    writeSection(settings, mixer::track(11));
-    settings.write(storage::informationSeen, true);
+    storage::Transaction session(settings.store());
+    writeSession(session);
+    writeSection(session, mixer::track(11));
+    session.write(storage::informationSeen, true);
+    session.commit();
     MainWindow window(settings, transport, demoEdition);
     window.show();
     settle(2500);

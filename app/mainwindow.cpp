@@ -4,6 +4,7 @@
 #include "app/companionmixer.h"
 #include "app/helplinks.h"
 #include "app/interfacepage.h"
+#include "app/interfaceview.h"
 #include "app/language.h"
 #include "app/mixerpage.h"
 #include "app/notice.h"
@@ -11,6 +12,7 @@
 #include "app/productinformation.h"
 #include "app/scenemenu.h"
 #include "common/constants.h"
+#include "mixer/identity.h"
 #include "storage/settings.h"
 #include "update/updateinformation.h"
 #include "widgets/channelcontrol.h"
@@ -28,9 +30,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
-#include <QSlider>
 #include <QStackedWidget>
-#include <QStyle>
 #include <QTimer>
 #include <QUrl>
 
@@ -62,19 +62,21 @@ QSettings geometryStore(const QString &organisation)
 } // namespace
 
 MainWindow::MainWindow(
-    Settings &settings, Transport &transport, const Edition &edition, QWidget *parent)
+    Settings &settings, Transport &transport, const Edition &edition, const Clocks &clocks,
+    QWidget *parent)
     : QMainWindow(parent), m_settings(settings), m_edition(edition),
       m_organisation(QLatin1String(edition.organisation)), m_pages(new QStackedWidget(this)),
       m_mixerPage(new MixerPage(m_pages)), m_interfacePage(new InterfacePage(m_pages)),
       m_outputPage(new OutputPage(m_pages)), m_notice(new Notice(this)),
-      m_scenes(settings, edition.organisation), m_device(transport),
-      m_mixer(settings, m_device, m_mixerPage->view(), m_mixerPage->section(), m_clock),
-      m_output(
-          settings, m_device, m_outputPage->view(), [this](bool on) { m_mixer.setBypassed(!on); }),
-      m_fullSend(m_device), m_bufferSize(
-                                settings, m_organisation, m_interfacePage->bufferSizeSlider(),
-                                m_interfacePage->bufferSizeLabel())
+      m_scenes(settings, edition.organisation), m_device(transport, clocks.worker),
+      m_strips(settings.store(), m_mixerPage->strips()),
+      m_section(settings.store(), m_mixerPage->section()),
+      m_output(settings.store(), m_outputPage->widgets()), m_meters(m_mixerPage->strips()),
+      m_interface(new InterfaceView(settings, m_device, *m_interfacePage, m_organisation)),
+      m_sender(settings.store(), m_device), m_mixer(settings.store(), m_sender),
+      m_presence(settings.store(), m_device, m_sender, clocks.wall)
 {
+    m_interface->setParent(this);
     setWindowTitle(QLatin1String(constants::windowTitle));
     m_pages->setObjectName(QStringLiteral("sW_pages"));
     m_pages->addWidget(m_mixerPage);
@@ -90,12 +92,9 @@ MainWindow::MainWindow(
     connectStrips();
     connectSection();
     connectPresence();
-    connectBufferSize();
     connectSettings();
     startTimers();
-    m_mixer.showAll();
-    m_output.showAll();
-    listPortions();
+    showAll();
     obeySettings();
     restorePage();
     offerStartInformation();
@@ -132,9 +131,7 @@ void MainWindow::buildViewMenu()
 
 void MainWindow::buildSceneMenu()
 {
-    auto *scenes = new SceneMenu(m_scenes, this);
-    connect(scenes, &SceneMenu::recalled, this, &MainWindow::applySettings);
-    menuBar()->addMenu(scenes);
+    menuBar()->addMenu(new SceneMenu(m_scenes, m_settings, m_mixer, this));
 }
 
 void MainWindow::buildHelpMenu()
@@ -178,44 +175,50 @@ void MainWindow::storeWindowGeometry() const
     store.setValue(QStringLiteral("Window/geometry"), saveGeometry());
 }
 
+bool MainWindow::isChecked(QPushButton *StripWidgets::*button, const mixer::StripId &strip) const
+{
+    return (m_mixerPage->strips().of(strip).*button)->isChecked();
+}
+
+bool MainWindow::isPhaseChecked(const mixer::StripId &strip, int side) const
+{
+    return m_mixerPage->strips().of(strip).sides[static_cast<std::size_t>(side)].phase->isChecked();
+}
+
 void MainWindow::connectStrips()
 {
-    using mixer::StripKind;
-    for (const mixer::StripView &strip : m_mixerPage->view().strips) {
+    for (const StripWidgets &strip : m_mixerPage->strips().strips) {
         connectFader(strip);
-        if (strip.id.kind == StripKind::Master) continue;
+        if (strip.id.isMaster()) continue;
         connectName(strip);
         connectFrame(strip.frame);
-        const int number = mixer::channelNumber(strip.id.key());
-        connectPan(strip.sides[0].panKnob, mixer::track(number));
-        if (strip.id.kind == StripKind::Pair)
-            connectPan(strip.sides[1].panKnob, mixer::track(number + 1));
+        connectPan(strip.sides[0].panKnob, strip.id.number);
+        if (strip.id.isPair()) connectPan(strip.sides[1].panKnob, strip.id.number + 1);
     }
 }
 
-void MainWindow::connectFader(const mixer::StripView &strip)
+void MainWindow::connectFader(const StripWidgets &strip)
 {
     fader *knob = strip.faderKnob;
     connectByName(knob, SIGNAL(Faderknob_Pressed(QMouseEvent *)), this, "Pressed");
     connectByName(knob, SIGNAL(Faderknob_Moved(QMouseEvent *)), this, "Moved");
     connectByName(knob, SIGNAL(Faderknob_DoubleClicked(QMouseEvent *)), this, "DoubleClicked");
     const mixer::StripId id = strip.id;
-    connect(knob, &fader::stepped, this, [this, id](int n) { m_mixer.fader().step(id, n); });
-    connect(knob, &fader::resetRequested, this, [this, id] { m_mixer.fader().reset(id); });
+    connect(knob, &fader::stepped, this, [this, id](int n) { m_mixer.stepFader(id, n); });
+    connect(knob, &fader::resetRequested, this, [this, id] { m_mixer.resetFader(id); });
 }
 
-void MainWindow::connectPan(PanControl *knob, const mixer::StripId &track)
+void MainWindow::connectPan(PanControl *knob, int input)
 {
     connectByName(knob, SIGNAL(panknob_Pressed(QMouseEvent *)), this, "Pressed");
     connectByName(knob, SIGNAL(panknob_Moved(QMouseEvent *)), this, "Moved");
     connectByName(knob, SIGNAL(panknob_Released(QMouseEvent *)), this, "Released");
     connectByName(knob, SIGNAL(panknob_DoubleClicked(QMouseEvent *)), this, "DoubleClicked");
-    connect(
-        knob, &PanControl::stepped, this, [this, track](int n) { m_mixer.pan().step(track, n); });
-    connect(knob, &PanControl::resetRequested, this, [this, track] { m_mixer.pan().reset(track); });
+    connect(knob, &PanControl::stepped, this, [this, input](int n) { m_mixer.stepPan(input, n); });
+    connect(knob, &PanControl::resetRequested, this, [this, input] { m_mixer.resetPan(input); });
 }
 
-void MainWindow::connectName(const mixer::StripView &strip)
+void MainWindow::connectName(const StripWidgets &strip)
 {
     QLineEdit *edit = strip.name;
     const mixer::StripId id = strip.id;
@@ -239,7 +242,7 @@ void MainWindow::connectFrame(const ChannelControl *frame)
 
 void MainWindow::connectSection()
 {
-    const mixer::SectionView &section = m_mixerPage->section();
+    const SectionWidgets &section = m_mixerPage->section();
     for (int i = 0; i < mixer::parameterCount; ++i)
         connectKnob(
             section.knobs[static_cast<std::size_t>(i)].dial, static_cast<mixer::ParameterId>(i));
@@ -256,46 +259,25 @@ void MainWindow::connectKnob(DialControl *dial, mixer::ParameterId id)
 {
     connectByName(dial, SIGNAL(dialknob_Pressed(QMouseEvent *)), this, "Pressed");
     connectByName(dial, SIGNAL(dialknob_Moved(QMouseEvent *)), this, "Moved");
-    // Only gain knobs have a double click; the second of two quick presses is a press elsewhere.
+    // Only gain knobs have a slot for the double click; on the others its second press is a press.
     const bool isGain = mixer::parameter(id).scale == mixer::Scale::Gain;
     connectByName(
         dial, SIGNAL(dialknob_DoubleClicked(QMouseEvent *)), this,
         isGain ? "DoubleClicked" : "Pressed");
-    connect(
-        dial, &DialControl::stepped, this, [this, id](int n) { m_mixer.section().step(id, n); });
-    connect(dial, &DialControl::resetRequested, this, [this, id] { m_mixer.section().reset(id); });
-}
-
-void MainWindow::slt_changeColorComp(const QString &state)
-{
-    QLabel *caption = m_mixerPage->section().gainReductionCaption;
-    if (caption->property("state") == state) return;
-    caption->setProperty("state", state);
-    caption->style()->unpolish(caption);
-    caption->style()->polish(caption);
+    connect(dial, &DialControl::stepped, this, [this, id](int n) { m_mixer.stepKnob(id, n); });
+    connect(dial, &DialControl::resetRequested, this, [this, id] { m_mixer.resetKnob(id); });
 }
 
 void MainWindow::connectPresence()
 {
-    const mixer::Presence &presence = m_mixer.presence();
-    connect(&presence, &mixer::Presence::disconnected, this, [this] { showDisconnected(); });
-    connect(&presence, &mixer::Presence::reconnected, this, [this] { delete m_disconnectedBox; });
-    connect(&presence, &mixer::Presence::stateWanted, this, &MainWindow::sendAll);
-    connect(&presence, &mixer::Presence::busOptionWanted, this, [this](QVXDevice::Kind option) {
-        m_output.resend(option);
-    });
-    connect(&presence, &mixer::Presence::statusChanged, this, [this] {
+    using mixer::Presence;
+    connect(&m_mixer, &mixer::Mixer::bypassChanging, &m_strips, &StripsView::setBypassed);
+    connect(&m_mixer, &mixer::Mixer::bypassChanging, &m_section, &SectionView::setBypassed);
+    connect(&m_presence, &Presence::disconnected, this, &MainWindow::showDisconnected);
+    connect(&m_presence, &Presence::reconnected, this, [this] { delete m_disconnectedBox; });
+    connect(&m_presence, &Presence::statusChanged, this, [this] {
         status();
-        refreshInterfacePage();
-    });
-    connect(
-        &m_device, &QVXDevice::nameAnswered, this, [this] { m_interfacePage->showName(m_device); });
-}
-
-void MainWindow::connectBufferSize()
-{
-    connect(m_interfacePage->bufferSizeSlider(), &QSlider::valueChanged, this, [this](int step) {
-        m_bufferSize.changed(step);
+        refreshFacts();
     });
 }
 
@@ -306,10 +288,11 @@ void MainWindow::connectSettings()
         m_notice->flash(Notice::Message::SettingsChangedElsewhere);
     });
     connect(&m_settings, &Settings::replaced, this, [this] {
-        applySettings();
-        m_bufferSize.load();
+        showAll();
+        obeySettings();
+        m_interface->loadBufferSize();
     });
-    connect(m_notice, &Notice::defaultsAccepted, &m_settings, &Settings::acceptDefaults);
+    connect(m_notice, &Notice::defaultsAccepted, &m_settings, &Settings::acceptValues);
     showTrouble();
 }
 
@@ -325,18 +308,8 @@ void MainWindow::showTrouble()
 /// be read must not open channels that the user has muted.
 void MainWindow::obeySettings()
 {
-    m_device.setQuiet(m_settings.reading() != Settings::Reading::Done);
-    m_fullSend.start();
-}
-
-void MainWindow::listPortions()
-{
-    std::vector<mixer::FullSend::Portion> portions = m_mixer.stripPortions();
-    // First what is heard most.
-    portions.insert(
-        portions.begin(), {[this] { m_mixer.sendFaders(); }, [this] { m_mixer.sendMutes(); },
-                           [this] { m_output.sendAll(); }});
-    m_fullSend.setPortions(std::move(portions));
+    m_sender.setHeld(m_settings.reading() != Settings::Reading::Done);
+    m_presence.sendEverything();
 }
 
 void MainWindow::showDisconnected()
@@ -350,21 +323,28 @@ void MainWindow::showDisconnected()
 
 void MainWindow::status()
 {
-    const mixer::Presence &presence = m_mixer.presence();
-    m_notice->set(Notice::Message::NoDevice, !presence.isAnswering());
-    m_notice->set(Notice::Message::DeviceRefuses, presence.isRefusing());
+    m_notice->set(Notice::Message::NoDevice, !m_presence.isAnswering());
+    m_notice->set(Notice::Message::DeviceRefuses, m_presence.isRefusing());
 }
 
 void MainWindow::timerInterrupt_1000ms()
 {
-    refreshInterfacePage();
+    refreshFacts();
     m_update->setEnabled(m_updates->canCheck());
     status();
 }
 
-void MainWindow::refreshInterfacePage()
+void MainWindow::timerInterrupt_100ms()
 {
-    m_interfacePage->refresh(m_device, m_settings.read(storage::trueBypass));
+    m_presence.tick();
+    m_meters.show(m_presence.meters().readings());
+    m_section.showReduction(m_presence.gainReduction().length());
+}
+
+/// Shows what the device and the panel are, wherever that stands.
+void MainWindow::refreshFacts()
+{
+    m_interface->refresh();
     if (m_productInformation) m_productInformation->setFacts(m_interfacePage->facts());
 }
 
@@ -380,14 +360,13 @@ void MainWindow::startTimers()
     start(10, &MainWindow::timerInterrupt_10ms);
 }
 
-/// The settings have been replaced as a whole.
-void MainWindow::applySettings()
+/// Shows the whole state, however it came about.
+void MainWindow::showAll()
 {
-    endDrags();
-    m_mixer.showAll();
+    m_strips.showAll();
+    m_section.showAll();
     m_output.showAll();
-    obeySettings();
-    refreshInterfacePage();
+    refreshFacts();
 }
 
 /// Ends any drag in progress, so that the control stays where it is.
@@ -395,14 +374,7 @@ void MainWindow::endDrags()
 {
     for (StepControl *control : findChildren<StepControl *>())
         control->letGo();
-    m_mixer.pan().releaseAll();
-}
-
-/// Sends everything to a device that may hold anything.
-void MainWindow::sendAll()
-{
-    m_output.forgetSent();
-    m_fullSend.start();
+    m_strips.releaseAllPans();
 }
 
 bool MainWindow::event(QEvent *event)
@@ -423,11 +395,11 @@ void MainWindow::delSettingsFile()
     boxes::askFirst(
         this, QStringLiteral("This operation initializes all parameters in this Settings Panel."),
         [this] {
-            m_settings.clear();
-            m_settings.write(storage::informationSeen, false);
+            m_mixer.initialize();
+            m_settings.acceptValues();
+            m_interface->loadBufferSize(); // the driver keeps its size
+            refreshFacts();
             m_settings.flush();
-            applySettings();
-            m_bufferSize.load(); // the driver keeps its size
         });
 }
 
@@ -437,7 +409,7 @@ void MainWindow::on_actionProduct_Information_triggered()
         m_productInformation = new ProductInformation(this);
         m_productInformation->setAttribute(Qt::WA_DeleteOnClose);
     }
-    refreshInterfacePage();
+    refreshFacts();
     m_productInformation->open();
 }
 
@@ -470,7 +442,8 @@ void MainWindow::startUpdateChecker()
     m_updates = new UpdateInformation(
         m_settings,
         {systemLanguage(), QLatin1String(constants::softwareVersion),
-         QLatin1String(m_edition.updateAddress), [this] { return firmwareVersion(m_device); }},
+         QLatin1String(m_edition.updateAddress),
+         [this] { return mixer::askIdentity(m_device).firmware; }},
         this);
     // The window comes first.
     QTimer::singleShot(updateDelay, m_updates, &UpdateInformation::checkQuietly);
@@ -481,8 +454,7 @@ void MainWindow::restorePage()
     // A stored index that is no page, as on a first start, leaves the page as it is.
     m_pages->setCurrentIndex(m_settings.read(storage::windowPage));
     focusPage();
-    refreshInterfacePage();
-    m_bufferSize.load();
+    m_interface->loadBufferSize();
 }
 
 /// Else a button that leads to another page would have the focus, or get it from one that is
@@ -497,8 +469,8 @@ void MainWindow::openPage(Page page)
     m_pages->setCurrentIndex(static_cast<int>(page));
     focusPage();
     if (page == Page::Interface) {
-        refreshInterfacePage();
-        m_bufferSize.load();
+        refreshFacts();
+        m_interface->loadBufferSize();
     }
     m_settings.write(storage::windowPage, static_cast<int>(page));
 }

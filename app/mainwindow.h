@@ -1,12 +1,16 @@
 #pragma once
 
 #include "app/edition.h"
+#include "app/metersview.h"
+#include "app/mixerwidgets.h"
+#include "app/outputview.h"
 #include "app/pagebar.h"
+#include "app/sectionview.h"
 #include "app/stripslots.h"
+#include "app/stripsview.h"
 #include "device/qvxdevice.h"
-#include "driver/buffersizerule.h"
 #include "mixer/mixer.h"
-#include "mixer/outputrule.h"
+#include "mixer/presence.h"
 #include "storage/scenememories.h"
 
 #include <QMainWindow>
@@ -17,27 +21,33 @@
 class ChannelControl;
 class DialControl;
 class InterfacePage;
+class InterfaceView;
 class MixerPage;
 class Notice;
 class OutputPage;
 class ProductInformation;
 class QStackedWidget;
-class Settings;
 class UpdateInformation;
 
-/// The program's window: the frame, the pages and the strips' slots. It owns the device facade and
-/// the rules of the mixer, and is the only class that knows all rooms. GUI thread only.
+/// The program's window: the frame, the pages and the named slots. It owns the device facade, the
+/// mixer and the views, and connects them. GUI thread only.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// Shows the stored state, and asks the device for it.
-    /// @param settings  must outlive the window
-    /// @param transport must outlive the window
+    /// The times that the window lives in.
+    struct Clocks
+    {
+        Clock &worker = WorkerClock::instance(); ///< the waits between two commands
+        mixer::WallClock &wall = mixer::RealWallClock::instance();
+    };
+
+    /// Shows the stored state, and sends it to the device. Settings, transport and clocks must
+    /// outlive the window.
     MainWindow(
         Settings &settings, Transport &transport, const Edition &edition,
-        QWidget *parent = nullptr);
+        const Clocks &clocks = realClocks(), QWidget *parent = nullptr);
     /// Stores the window's geometry and what is not on disk yet.
     ~MainWindow() override;
 
@@ -52,21 +62,23 @@ public slots:
     TAMBER_SECTION_SLOTS
     TAMBER_OUTPUT_SLOTS
 
-    void setLowCutFilterEnable() { m_mixer.section().setLowCut(true); }
-    void setLowCutFilterDisable() { m_mixer.section().setLowCut(false); }
+    void setLowCutFilterEnable() { m_mixer.setLowCut(true); }
+    void setLowCutFilterDisable() { m_mixer.setLowCut(false); }
     /// Mark the display; the next tick of 10 ms repaints it.
-    void doEqualizerRepaint() { m_mixer.section().markEq(); }
-    void doCompressorRepaint() { m_mixer.section().markComp(); }
+    void doEqualizerRepaint() { m_section.markEq(); }
+    void doCompressorRepaint() { m_section.markComp(); }
     /// Colours the gain-reduction caption by the state.
-    void slt_changeColorComp(const QString &state);
+    void slt_changeColorComp(const QString &state) { m_section.showReductionState(state); }
     /// Shows in the notice whether the device answers, and whether it takes everything.
     void status();
 
     /// Refreshes what the window says of the device, whether it answers, and whether updates can be
     /// looked for.
     void timerInterrupt_1000ms();
-    void timerInterrupt_100ms() { m_mixer.tick(); }
-    void timerInterrupt_10ms() { m_mixer.section().repaintMarked(); }
+    /// Polls the device, and shows its meters.
+    void timerInterrupt_100ms();
+    /// Repaints the displays that are marked.
+    void timerInterrupt_10ms() { m_section.repaintMarked(); }
 
     void on_pB_ToInterfaceFromMixer_released() { openPage(Page::Interface); }
     void on_pB_ToOutputFromMixer_released() { openPage(Page::Output); }
@@ -87,6 +99,10 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    static Clocks realClocks() { return {}; }
+    bool isChecked(QPushButton *StripWidgets::*button, const mixer::StripId &strip) const;
+    bool isPhaseChecked(const mixer::StripId &strip, int side) const;
+
     void buildMenus();
     void buildViewMenu();
     void buildSceneMenu();
@@ -95,24 +111,21 @@ private:
     void restoreWindowGeometry();
     void storeWindowGeometry() const;
     void connectStrips();
-    void connectFader(const mixer::StripView &strip);
-    void connectPan(PanControl *knob, const mixer::StripId &track);
-    void connectName(const mixer::StripView &strip);
+    void connectFader(const StripWidgets &strip);
+    void connectPan(PanControl *knob, int input);
+    void connectName(const StripWidgets &strip);
     void connectFrame(const ChannelControl *frame);
     void connectSection();
     void connectKnob(DialControl *dial, mixer::ParameterId id);
     void connectPresence();
-    void connectBufferSize();
     void connectSettings();
     void showTrouble();
     void obeySettings();
-    void listPortions();
     void showDisconnected();
-    void refreshInterfacePage();
+    void refreshFacts();
     void startTimers();
-    void applySettings();
+    void showAll();
     void endDrags();
-    void sendAll();
     void openWebPage(const QUrl &page);
     void offerStartInformation();
     void startUpdateChecker();
@@ -132,11 +145,15 @@ private:
     QPointer<ProductInformation> m_productInformation;
     QAction *m_update;
     SceneMemories m_scenes;
-    mixer::RealWallClock m_clock;
     QVXDevice m_device;
+    // The views and the sender follow the store in the order in which they are made here.
+    StripsView m_strips;
+    SectionView m_section;
+    OutputView m_output;
+    MetersView m_meters;
+    InterfaceView *m_interface;
+    mixer::Sender m_sender;
     mixer::Mixer m_mixer;
-    mixer::OutputRule m_output;
-    mixer::FullSend m_fullSend;
+    mixer::Presence m_presence;
     UpdateInformation *m_updates = nullptr;
-    driver::BufferSizeRule m_bufferSize;
 };

@@ -3,7 +3,7 @@
 #include "app/editingarea.h"
 #include "app/pagebar.h"
 #include "app/stripbuilder.h"
-#include "mixer/faderscale.h"
+#include "common/geometry.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/fader.h"
 #include "widgets/wheelzones.h"
@@ -19,10 +19,10 @@ constexpr int gapBetweenPairs = 1;
 constexpr int gapBeforeMaster = 7;
 
 /// The wheel moves a strip's fader anywhere from its groove and meter down to its text.
-void addZone(WheelZones *zones, const mixer::StripView &strip)
+void addZone(WheelZones *zones, const StripWidgets &strip)
 {
     QRect zone = strip.frame->geometry();
-    zone.setTop(mixer::faderTop);
+    zone.setTop(geometry::faderTop);
     zone.setBottom(strip.faderText->geometry().bottom());
     zones->add(zone, strip.faderKnob);
 }
@@ -68,7 +68,7 @@ QWidget *MixerPage::buildPairPlace(int pairIndex, QWidget *parent)
     const int left = 2 * pairIndex + 1;
     auto *pages = new QStackedWidget(parent);
     pages->setObjectName(QStringLiteral("sW_channel%1_%2").arg(left).arg(left + 1));
-    pages->setFixedSize(2 * mixer::stripWidth, stripbuilder::stripHeight);
+    pages->setFixedSize(geometry::pairWidth, geometry::stripHeight);
     auto *mono = new QWidget(pages);
     auto *stereo = new QWidget(pages);
     pages->addWidget(mono);
@@ -76,14 +76,14 @@ QWidget *MixerPage::buildPairPlace(int pairIndex, QWidget *parent)
 
     auto *monoZones = new WheelZones(mono);
     for (const int number : {left, left + 1}) {
-        mixer::StripView strip = stripbuilder::buildMono(number, mono);
-        m_view.strips[strip.id.index()] = strip;
+        StripWidgets strip = stripbuilder::buildMono(number, mono);
+        m_strips.strips[static_cast<std::size_t>(strip.id.index())] = strip;
         addZone(monoZones, strip);
     }
-    mixer::StripView strip = stripbuilder::buildPair(left, stereo);
-    m_view.strips[strip.id.index()] = strip;
+    StripWidgets strip = stripbuilder::buildPair(left, stereo);
+    m_strips.strips[static_cast<std::size_t>(strip.id.index())] = strip;
     addZone(new WheelZones(stereo), strip);
-    m_view.pairs[pairIndex] = {
+    m_strips.pairs[static_cast<std::size_t>(pairIndex)] = {
         pages, stripbuilder::buildLinkButton(left, false, mono),
         stripbuilder::buildLinkButton(left, true, stereo)};
     return pages;
@@ -92,9 +92,9 @@ QWidget *MixerPage::buildPairPlace(int pairIndex, QWidget *parent)
 QWidget *MixerPage::buildMaster(QWidget *parent)
 {
     auto *place = new QWidget(parent);
-    place->setFixedSize(stripbuilder::masterWidth, stripbuilder::stripHeight);
-    mixer::StripView strip = stripbuilder::buildMaster(place);
-    m_view.strips[strip.id.index()] = strip;
+    place->setFixedSize(geometry::masterWidth, geometry::stripHeight);
+    StripWidgets strip = stripbuilder::buildMaster(place);
+    m_strips.strips[static_cast<std::size_t>(strip.id.index())] = strip;
     addZone(new WheelZones(place), strip);
     return place;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "mixer/sectionview.h"
-#include "mixer/stripview.h"
+#include "app/mixerwidgets.h"
 
 #include <QWidget>
 
@@ -16,9 +15,9 @@ public:
     explicit MixerPage(QWidget *parent = nullptr);
 
     /// The strips' widgets, which live as long as the page.
-    const mixer::MixerView &view() const { return m_view; }
+    const MixerWidgets &strips() const { return m_strips; }
     /// The widgets of the editing area above the strips, which live as long as the page.
-    const mixer::SectionView &section() const { return m_section; }
+    const SectionWidgets &section() const { return m_section; }
 
 private:
     QWidget *buildEditingArea();
@@ -26,6 +25,6 @@ private:
     QWidget *buildPairPlace(int pairIndex, QWidget *parent);
     QWidget *buildMaster(QWidget *parent);
 
-    mixer::MixerView m_view;
-    mixer::SectionView m_section;
+    MixerWidgets m_strips;
+    SectionWidgets m_section;
 };

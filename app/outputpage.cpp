@@ -16,7 +16,6 @@
 namespace {
 
 constexpr int margin = 6;
-constexpr int masterSources = 2;
 constexpr int listWidth = 140;
 constexpr int optionsWidth = 250;
 
@@ -87,8 +86,8 @@ OutputPage::OutputPage(QWidget *parent) : QWidget(parent)
 /// The picture, and to the right of each of its outputs the list of what that plays.
 QLayout *OutputPage::buildRouting()
 {
-    m_view.picture = new LineOut(sources(), masterSources);
-    m_view.picture->setObjectName(QStringLiteral("lineOut"));
+    m_widgets.picture = new LineOut(sources(), tamber::masterSides);
+    m_widgets.picture->setObjectName(QStringLiteral("lineOut"));
 
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(10);
@@ -96,10 +95,10 @@ QLayout *OutputPage::buildRouting()
     grid->addWidget(makeHead(QStringLiteral("SOURCES"), Qt::AlignLeft), 0, 0);
     grid->addWidget(makeHead(QStringLiteral("OUTPUTS"), Qt::AlignRight), 0, 1);
     grid->addWidget(makeHead(QStringLiteral("PLAYS"), Qt::AlignLeft), 0, 2);
-    grid->addWidget(m_view.picture, 1, 0, mixer::lineOutCount, 2);
+    grid->addWidget(m_widgets.picture, 1, 0, mixer::lineOutCount, 2);
     for (int output = 1; output <= mixer::lineOutCount; ++output) {
         QComboBox *list = makeList(output);
-        m_view.lists[static_cast<std::size_t>(output - 1)] = list;
+        m_widgets.lists[static_cast<std::size_t>(output - 1)] = list;
         grid->addWidget(list, output, 2, Qt::AlignVCenter);
         grid->setRowMinimumHeight(output, LineOut::outputPitch);
     }
@@ -121,45 +120,46 @@ QLayout *OutputPage::buildOptions()
 
 QWidget *OutputPage::buildStereoBus()
 {
-    m_view.stereoBus = new QCheckBox(QStringLiteral("Computer out to Stereo BUS"));
-    m_view.stereoBus->setObjectName(QStringLiteral("cB_ToStereoBus"));
-    m_view.stereoBus->setToolTip(
+    m_widgets.stereoBus = new QCheckBox(QStringLiteral("Computer out to Stereo BUS"));
+    m_widgets.stereoBus->setObjectName(QStringLiteral("cB_ToStereoBus"));
+    m_widgets.stereoBus->setToolTip(
         QStringLiteral("Mix what the computer plays into the master: on or off"));
-    m_view.stereoBusTwin = new QPushButton(QStringLiteral("COMPUTER \u2192 MASTER"));
-    m_view.stereoBusTwin->setObjectName(QStringLiteral("pB_ToStereoBus"));
-    m_view.stereoBusTwin->setAccessibleName(QStringLiteral("Computer out goes to the stereo bus"));
-    m_view.stereoBusTwin->setToolTip(
+    m_widgets.stereoBusTwin = new QPushButton(QStringLiteral("COMPUTER \u2192 MASTER"));
+    m_widgets.stereoBusTwin->setObjectName(QStringLiteral("pB_ToStereoBus"));
+    m_widgets.stereoBusTwin->setAccessibleName(
+        QStringLiteral("Computer out goes to the stereo bus"));
+    m_widgets.stereoBusTwin->setToolTip(
         QStringLiteral("Lit while the computer's channels go to the master"));
-    m_view.stereoBusTwin->setProperty("role", QStringLiteral("lamp"));
-    m_view.stereoBusTwin->setCheckable(true);
-    m_view.stereoBusTwin->setEnabled(false);
+    m_widgets.stereoBusTwin->setProperty("role", QStringLiteral("lamp"));
+    m_widgets.stereoBusTwin->setCheckable(true);
+    m_widgets.stereoBusTwin->setEnabled(false);
 
     auto *group = new QGroupBox(QStringLiteral("Stereo Bus"));
     group->setFixedWidth(optionsWidth);
     auto *column = new QVBoxLayout(group);
     column->setSpacing(12);
-    column->addWidget(m_view.stereoBus);
-    column->addWidget(m_view.stereoBusTwin);
+    column->addWidget(m_widgets.stereoBus);
+    column->addWidget(m_widgets.stereoBusTwin);
     column->addWidget(makeHint(QStringLiteral("Mixes what the computer plays into the master.")));
     return group;
 }
 
 QWidget *OutputPage::buildTrueBypass()
 {
-    m_view.bypassOn = makeRadio(
+    m_widgets.bypassOn = makeRadio(
         QStringLiteral("rB_MixerTrueBypass_on"), QStringLiteral("On"),
         QStringLiteral("Mixer true bypass on: the device's mixer is out of circuit"));
-    m_view.bypassOff = makeRadio(
+    m_widgets.bypassOff = makeRadio(
         QStringLiteral("rB_MixerTrueBypass_off"), QStringLiteral("Off"),
         QStringLiteral("Mixer true bypass off: the device's mixer is in circuit"));
-    m_view.bypassOff->setChecked(true);
+    m_widgets.bypassOff->setChecked(true);
 
     auto *group = new QGroupBox(QStringLiteral("Mixer True Bypass"));
     group->setFixedWidth(optionsWidth);
     auto *choices = new QHBoxLayout;
     choices->setSpacing(24);
-    choices->addWidget(m_view.bypassOn);
-    choices->addWidget(m_view.bypassOff);
+    choices->addWidget(m_widgets.bypassOn);
+    choices->addWidget(m_widgets.bypassOff);
     choices->addStretch();
     auto *column = new QVBoxLayout(group);
     column->setSpacing(12);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mixer/outputview.h"
+#include "app/mixerwidgets.h"
 
 #include <QWidget>
 
@@ -16,7 +16,7 @@ public:
     explicit OutputPage(QWidget *parent = nullptr);
 
     /// The widgets, which live as long as the page.
-    const mixer::OutputView &view() const { return m_view; }
+    const OutputWidgets &widgets() const { return m_widgets; }
 
     /// The Mixer page alone gives the window its size. So this page need not be laid out before it
     /// is shown, and the window opens sooner.
@@ -29,5 +29,5 @@ private:
     QWidget *buildStereoBus();
     QWidget *buildTrueBypass();
 
-    mixer::OutputView m_view;
+    OutputWidgets m_widgets;
 };

@@ -1,6 +1,7 @@
 #include "app/scenemenu.h"
 
 #include "app/boxes.h"
+#include "mixer/mixer.h"
 #include "storage/scenememories.h"
 #include "widgets/scenememorydialog.h"
 
@@ -19,8 +20,10 @@ QString functionKey(int slot)
 
 } // namespace
 
-SceneMenu::SceneMenu(SceneMemories &scenes, QWidget *window)
-    : QMenu(QStringLiteral("&SceneMemory"), window), m_scenes(scenes), m_window(window)
+SceneMenu::SceneMenu(
+    SceneMemories &scenes, Settings &settings, mixer::Mixer &mixer, QWidget *window)
+    : QMenu(QStringLiteral("&SceneMemory"), window), m_scenes(scenes), m_settings(settings),
+      m_mixer(mixer), m_window(window)
 {
     for (int slot = 1; slot <= static_cast<int>(m_menus.size()); ++slot)
         addScene(slot);
@@ -66,10 +69,14 @@ void SceneMenu::save(int slot)
 
 void SceneMenu::load(int slot)
 {
-    if (m_scenes.load(slot))
-        emit recalled();
-    else
+    const std::optional<storage::FileContent> scene = m_scenes.read(slot);
+    if (!scene) {
         boxes::inform(m_window, QStringLiteral("This scene memory does not exist."));
+        return;
+    }
+    m_mixer.recall(storage::Values(scene->entries), QStringLiteral("Recall scene %1").arg(slot));
+    m_settings.adoptContent(*scene);
+    m_settings.acceptValues();
 }
 
 void SceneMenu::rename(int slot)

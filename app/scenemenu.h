@@ -6,6 +6,11 @@
 
 class SceneMemories;
 
+namespace mixer {
+class Mixer;
+} // namespace mixer
+class Settings;
+
 /// The menu of the ten scene memories: saving, loading and renaming each, and initializing all.
 /// GUI thread only.
 class SceneMenu : public QMenu
@@ -13,12 +18,8 @@ class SceneMenu : public QMenu
     Q_OBJECT
 
 public:
-    /// @param scenes must outlive the menu
-    SceneMenu(SceneMemories &scenes, QWidget *window);
-
-signals:
-    /// The live settings are now those of a scene.
-    void recalled();
+    /// All of them must outlive the menu.
+    SceneMenu(SceneMemories &scenes, Settings &settings, mixer::Mixer &mixer, QWidget *window);
 
 private:
     void addScene(int slot);
@@ -29,6 +30,8 @@ private:
     void initialize();
 
     SceneMemories &m_scenes;
+    Settings &m_settings;
+    mixer::Mixer &m_mixer;
     QWidget *m_window;
     std::array<QMenu *, 10> m_menus;
 };

@@ -1,6 +1,7 @@
 #include "app/stripbuilder.h"
 
 #include "app/stripcontrols.h"
+#include "common/geometry.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
@@ -35,21 +36,20 @@ struct StripLayout
 constexpr StripLayout monoLayout = {
     {4, 5, 49, 22}, {4, 60, 49, 19}, {4, 83, 49, 19},
     {0, 277, 58, 16}, {4, 297, 23, 20}, {30, 297, 23, 20}, {2, 322, 54, 19},
-    {{{4, 37, 49, 19}, {6, 110, 45, 15}, 20, 37}},
+    {{{4, 37, 49, 19}, {6, 110, 45, 15}, 20, geometry::monoMeterColumn}},
     1,
 };
 constexpr StripLayout pairLayout = {
     {4, 5, 108, 22}, {4, 60, 108, 19}, {4, 83, 108, 19},
     {0, 277, 117, 16}, {4, 297, 52, 20}, {60, 297, 52, 20}, {2, 322, 112, 19},
-    {{{4, 37, 52, 19}, {6, 110, 45, 15}, 20, 63},
-     {{60, 37, 52, 19}, {65, 110, 45, 15}, 79, 75}},
+    {{{4, 37, 52, 19}, {6, 110, 45, 15}, 20, geometry::pairMeterColumns[0]},
+     {{60, 37, 52, 19}, {65, 110, 45, 15}, 79, geometry::pairMeterColumns[1]}},
     2,
 };
 constexpr QRect linkButton(4, 345, 108, 19);
 constexpr QRect masterTitle(4, 5, 70, 22);
 constexpr QRect masterFaderText(0, 277, 78, 16);
 constexpr QRect masterMute(4, 297, 70, 20);
-constexpr int masterMeterColumns[] = {43, 52};
 // clang-format on
 
 /// Builds a mono or stereo strip; the two differ in their layout and in their names alone.
@@ -57,11 +57,12 @@ class StripBuilder
 {
 public:
     StripBuilder(const StripLayout &layout, QPoint origin, const StripId &id, QWidget *parent)
-        : m_layout(layout), m_origin(origin), m_id(id), m_key(id.key().mid(5)), m_parent(parent)
+        : m_layout(layout), m_origin(origin), m_id(id), m_key(QString::fromLatin1(id.key().mid(5))),
+          m_parent(parent)
     {
     }
 
-    StripView build() const;
+    StripWidgets build() const;
 
 private:
     bool stereo() const { return m_layout.sideCount == 2; }
@@ -73,12 +74,12 @@ private:
     QPushButton *toggle(
         const char *stem, const char *role, const QString &text, const char *what, const char *tip,
         const QRect &area) const;
-    void buildHead(StripView &strip) const;
-    void buildPhase(SideView &view, int side) const;
-    void buildPan(SideView &view, int side) const;
-    void buildMeter(SideView &view, int side) const;
-    void buildFader(StripView &strip) const;
-    void buildFoot(StripView &strip) const;
+    void buildHead(StripWidgets &strip) const;
+    void buildPhase(SideWidgets &view, int side) const;
+    void buildPan(SideWidgets &view, int side) const;
+    void buildMeter(SideWidgets &view, int side) const;
+    void buildFader(StripWidgets &strip) const;
+    void buildFoot(StripWidgets &strip) const;
 
     const StripLayout &m_layout;
     const QPoint m_origin;
@@ -101,7 +102,7 @@ QString StripBuilder::sideKey(int side) const
 
 QString StripBuilder::sideName(int side) const
 {
-    return title(track(channelNumber(m_id.key()) + side));
+    return title(track(m_id.number + side));
 }
 
 QPushButton *StripBuilder::toggle(
@@ -114,7 +115,7 @@ QPushButton *StripBuilder::toggle(
     return makeToggle(naming, role, text, at(area), m_parent);
 }
 
-void StripBuilder::buildHead(StripView &strip) const
+void StripBuilder::buildHead(StripWidgets &strip) const
 {
     auto *frame =
         new ChannelControl(stereo() ? QStringLiteral("stereo") : QStringLiteral("mono"), m_parent);
@@ -124,7 +125,7 @@ void StripBuilder::buildHead(StripView &strip) const
         "pB_Analog", "select", channel(), "select", "Show EQ and compressor of this strip",
         m_layout.select);
     for (int side = 0; side < m_layout.sideCount; ++side)
-        buildPhase(strip.sides[side], side);
+        buildPhase(strip.sides[static_cast<std::size_t>(side)], side);
     strip.eq =
         toggle("pB_EQ", "section", QStringLiteral("EQ"), "EQ", "Equalizer on or off", m_layout.eq);
     strip.comp = toggle(
@@ -132,7 +133,7 @@ void StripBuilder::buildHead(StripView &strip) const
         m_layout.comp);
 }
 
-void StripBuilder::buildPhase(SideView &view, int side) const
+void StripBuilder::buildPhase(SideWidgets &view, int side) const
 {
     QString text = QStringLiteral(u"\u00d8");
     if (stereo()) text += side == 0 ? QLatin1String(" L") : QLatin1String(" R");
@@ -142,7 +143,7 @@ void StripBuilder::buildPhase(SideView &view, int side) const
         "phase", text, at(m_layout.sides[side].phase), m_parent);
 }
 
-void StripBuilder::buildPan(SideView &view, int side) const
+void StripBuilder::buildPan(SideWidgets &view, int side) const
 {
     const SideLayout &place = m_layout.sides[side];
     view.panText = makeText(
@@ -155,7 +156,7 @@ void StripBuilder::buildPan(SideView &view, int side) const
         place.panCentre + m_origin.x(), m_parent);
 }
 
-void StripBuilder::buildMeter(SideView &view, int side) const
+void StripBuilder::buildMeter(SideWidgets &view, int side) const
 {
     const int column = m_layout.sides[side].meterColumn + m_origin.x();
     const QString spoken = sideName(side);
@@ -168,10 +169,10 @@ void StripBuilder::buildMeter(SideView &view, int side) const
         column, m_parent);
 }
 
-void StripBuilder::buildFader(StripView &strip) const
+void StripBuilder::buildFader(StripWidgets &strip) const
 {
     for (int side = 0; side < m_layout.sideCount; ++side)
-        buildMeter(strip.sides[side], side);
+        buildMeter(strip.sides[static_cast<std::size_t>(side)], side);
     strip.faderKnob = makeFader(
         {QLatin1String("faderKnob") + m_key, title(m_id) + QLatin1String(" fader"),
          QStringLiteral("Fader: drag, wheel or arrow keys; double click or Home: 0 dB")},
@@ -181,7 +182,7 @@ void StripBuilder::buildFader(StripView &strip) const
         at(m_layout.faderText), m_parent);
 }
 
-void StripBuilder::buildFoot(StripView &strip) const
+void StripBuilder::buildFoot(StripWidgets &strip) const
 {
     strip.solo = toggle(
         "pB_Solo", "solo", stereo() ? QStringLiteral("SOLO") : QStringLiteral("S"), "solo",
@@ -198,24 +199,24 @@ void StripBuilder::buildFoot(StripView &strip) const
     strip.name->setGeometry(at(m_layout.name));
 }
 
-StripView StripBuilder::build() const
+StripWidgets StripBuilder::build() const
 {
-    StripView strip;
+    StripWidgets strip;
     strip.id = m_id;
     buildHead(strip);
     for (int side = 0; side < m_layout.sideCount; ++side)
-        buildPan(strip.sides[side], side);
+        buildPan(strip.sides[static_cast<std::size_t>(side)], side);
     buildFader(strip);
     buildFoot(strip);
     return strip;
 }
 
-void buildMasterMeter(SideView &view, int side, QWidget *parent)
+void buildMasterMeter(SideWidgets &view, int side, QWidget *parent)
 {
     const QString end = side == 0 ? QStringLiteral("_L") : QStringLiteral("_R");
     const QString spoken =
         side == 0 ? QStringLiteral("Master left") : QStringLiteral("Master right");
-    const int column = masterMeterColumns[side];
+    const int column = geometry::masterMeterColumns[side];
     view.meter = makeMeter(
         {QLatin1String("label_LevelMeterMaster") + end, spoken + QLatin1String(" level"), {}},
         column, parent);
@@ -229,25 +230,25 @@ void buildMasterMeter(SideView &view, int side, QWidget *parent)
 
 namespace stripbuilder {
 
-StripView buildMono(int number, QWidget *parent)
+StripWidgets buildMono(int number, QWidget *parent)
 {
-    const QPoint origin(sideOf(number) == Side::Left ? 0 : stripWidth, 0);
+    const QPoint origin(sideOf(number) == Side::Left ? 0 : geometry::stripWidth, 0);
     return StripBuilder(monoLayout, origin, track(number), parent).build();
 }
 
-StripView buildPair(int left, QWidget *parent)
+StripWidgets buildPair(int left, QWidget *parent)
 {
     return StripBuilder(pairLayout, QPoint(), pair(left), parent).build();
 }
 
-StripView buildMaster(QWidget *parent)
+StripWidgets buildMaster(QWidget *parent)
 {
-    StripView strip;
+    StripWidgets strip;
     strip.id = master();
     strip.frame = new ChannelControl(QStringLiteral("master"), parent);
     makeText({{}, {}, {}}, "masterTitle", QStringLiteral("MASTER"), masterTitle, parent);
     for (int side = 0; side < 2; ++side)
-        buildMasterMeter(strip.sides[side], side, parent);
+        buildMasterMeter(strip.sides[static_cast<std::size_t>(side)], side, parent);
     strip.faderKnob = makeFader(
         {QStringLiteral("masterFaderKnob"), QStringLiteral("Master fader"),
          QStringLiteral("Fader: drag, wheel or arrow keys; double click or Home: 0 dB")},
@@ -263,7 +264,7 @@ StripView buildMaster(QWidget *parent)
 
 QPushButton *buildLinkButton(int left, bool linked, QWidget *parent)
 {
-    const QString key = pair(left).key().mid(5);
+    const QString key = QString::fromLatin1(pair(left).key().mid(5));
     const QString channels = title(pair(left));
     auto *button = new QPushButton(QStringLiteral("LINK"), parent);
     button->setGeometry(linkButton);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mixer/stripview.h"
+#include "app/mixerwidgets.h"
 
 class QWidget;
 
@@ -11,15 +11,12 @@ class QWidget;
 namespace stripbuilder {
 
 /// `number` 1 to 16: an odd one is the left half of its pair's page, an even one the right half.
-mixer::StripView buildMono(int number, QWidget *parent);
+StripWidgets buildMono(int number, QWidget *parent);
 /// `left` is the pair's left channel, 1, 3, ... 15.
-mixer::StripView buildPair(int left, QWidget *parent);
-mixer::StripView buildMaster(QWidget *parent);
+StripWidgets buildPair(int left, QWidget *parent);
+StripWidgets buildMaster(QWidget *parent);
 
 /// The button across a pair's page that links its two channels, or parts them again.
 QPushButton *buildLinkButton(int left, bool linked, QWidget *parent);
-
-constexpr int stripHeight = 368; ///< of every strip's background image
-constexpr int masterWidth = 78;
 
 } // namespace stripbuilder

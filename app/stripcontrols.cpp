@@ -1,7 +1,7 @@
 #include "app/stripcontrols.h"
 
+#include "common/geometry.h"
 #include "mixer/faderscale.h"
-#include "mixer/stripview.h"
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
 #include "widgets/sharppixmap.h"
@@ -13,7 +13,6 @@ using namespace mixer;
 
 namespace {
 
-constexpr int meterWidth = 6;
 constexpr int peakTop = 147;
 constexpr int peakHeight = 4;
 
@@ -54,7 +53,7 @@ fader *makeFader(const Naming &naming, StripKind kind, QWidget *parent)
 {
     auto *knob = new fader(parent);
     apply(naming, "fader", knob);
-    knob->move(faderColumns[static_cast<int>(kind)], faderDefault);
+    knob->move(geometry::faderColumns[static_cast<int>(kind)], faderDefault);
     return knob;
 }
 
@@ -62,7 +61,7 @@ PanControl *makePan(const Naming &naming, int centre, QWidget *parent)
 {
     auto *knob = new PanControl(parent);
     apply(naming, "pan", knob);
-    knob->move(centre, panRow);
+    knob->move(centre, geometry::panRow);
     return knob;
 }
 
@@ -72,7 +71,7 @@ QLabel *makeMeter(const Naming &naming, int column, QWidget *parent)
     apply(naming, "meter", bar);
     bar->setPixmap(sharpPixmap(QStringLiteral(":/Resource/track/meter.png")));
     bar->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
-    bar->setGeometry(column, meterBottom, meterWidth, 1);
+    bar->setGeometry(column, geometry::meterBottom, geometry::meterWidth, 1);
     bar->hide();
     return bar;
 }
@@ -81,7 +80,7 @@ QLabel *makePeak(const Naming &naming, int column, QWidget *parent)
 {
     auto *mark = new QLabel(parent);
     apply(naming, "peak", mark);
-    mark->setGeometry(column, peakTop, meterWidth, peakHeight);
+    mark->setGeometry(column, peakTop, geometry::meterWidth, peakHeight);
     mark->hide();
     return mark;
 }

@@ -1,11 +1,8 @@
-#include "app/mixerpage.h"
 #include "benchmarks.h"
-#include "common/constants.h"
 #include "device/qvxdevice.h"
-#include "mixer/mixer.h"
+#include "mixer/sender.h"
 #include "report.h"
 #include "simulator/simulatedtransport.h"
-#include "storage/settings.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -51,7 +48,7 @@ void askSomething(QVXDevice &facade, int i)
         facade.set_fader(4, channel, decibels(-(i % 50)));
         break;
     case 1:
-        facade.set_eq(4, channel, 1, i % 4 + 1, decibels(i % 12), 7, 0);
+        facade.set_eq(4, channel, i % 4 + 1, {1, decibels(i % 12), 7, 0});
         break;
     case 2:
         facade.get_meter(records, vxctl::meterCount, count);
@@ -147,24 +144,16 @@ void benchNewestValue()
 void benchWholeState()
 {
     Device device;
-    Settings settings(constants::demoOrganisation, "Tamber_Bench");
-    const MixerPage page;
-    mixer::RealWallClock clock;
-    mixer::Mixer mixer(settings, device.facade, page.view(), page.section(), clock);
-    // Faders and mutes; pan, phase, solo, four bands and the compressor of every channel.
-    constexpr int commands = 18 + 18 + 8 * mixer::trackCount;
+    const storage::Store store;
+    mixer::Sender sender(store, device.facade);
+    const auto commands = mixer::allCommands().size();
     const std::uint64_t before = device.tamber.taken();
     QElapsedTimer timer;
     timer.start();
-    mixer::FullSend send(device.facade);
-    std::vector<mixer::FullSend::Portion> portions = mixer.stripPortions();
-    portions.emplace_back([&] { mixer.sendMutes(); });
-    portions.emplace_back([&] { mixer.sendFaders(); });
-    send.setPortions(std::move(portions));
-    send.start();
+    sender.sendAll();
     while (device.tamber.taken() < before + commands)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
     report::against(
-        QStringLiteral("whole state sent, 164 commands"), milliseconds(timer),
-        1.05 * commands * commandTime, QStringLiteral("ms"));
+        QStringLiteral("whole state sent, %1 commands").arg(commands), milliseconds(timer),
+        1.05 * static_cast<double>(commands) * commandTime, QStringLiteral("ms"));
 }

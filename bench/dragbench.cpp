@@ -13,8 +13,6 @@
 #include <QFileInfo>
 #include <QThread>
 
-#include <vector>
-
 namespace {
 
 constexpr int moves = 500;
@@ -62,22 +60,20 @@ void fill(Settings &settings)
     const storage::SwitchKey switches[] = {
         key::select, key::phase, key::eq, key::comp, key::solo, key::mute, key::link, key::eqLowCut,
     };
-    std::vector<mixer::StripId> strips = {mixer::master()};
-    for (int number = 1; number <= mixer::trackCount; ++number)
-        strips.push_back(mixer::track(number));
-    for (int left = 1; left < mixer::trackCount; left += 2)
-        strips.push_back(mixer::pair(left));
-    for (const mixer::StripId &strip : strips) {
-        settings.write(strip.key(), key::fader, mixer::faderDefault, QStringLiteral("0"));
-        settings.write(strip.key(), key::pan, 20, QStringLiteral("C"));
+    storage::Transaction transaction(settings.store());
+    for (const mixer::StripId &strip : mixer::allStrips()) {
+        const storage::Group group = strip.group();
+        transaction.write(group, key::fader, mixer::faderDefault, QStringLiteral("0"));
+        transaction.write(group, key::pan, 20, QStringLiteral("C"));
         for (const mixer::Parameter &parameter : mixer::parameters()) {
             const mixer::Value value = mixer::valueAt(parameter, parameter.defaultPosition);
-            settings.write(strip.key(), parameter.keys, value.position, value.text);
+            transaction.write(group, parameter.keys, value.position, value.text);
         }
         for (const storage::SwitchKey key : switches)
-            settings.write(strip.key(), key, false);
-        settings.write(strip.key(), key::name, QStringLiteral("A channel"));
+            transaction.write(group, key, false);
+        transaction.write(group, key::name, QStringLiteral("A channel"));
     }
+    transaction.commit();
     settings.flush();
 }
 

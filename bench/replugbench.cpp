@@ -4,8 +4,8 @@
 #include "report.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
-#include "storedstate.h"
 #include "tests/app/gestures.h"
+#include "tests/mixer/storedstate.h"
 #include "tests/shorthand.h"
 #include "timedapplication.h"
 
@@ -146,7 +146,7 @@ class Replugging
 public:
     Replugging() : m_settings(constants::demoOrganisation, settingsName), m_transport(m_tamber)
     {
-        storeVariety(m_settings);
+        storeVariety(m_settings.store());
         leaveAlone(m_settings);
         m_window = std::make_unique<MainWindow>(m_settings, m_transport, demoEdition);
         m_musician = std::make_unique<Musician>(*m_window);
@@ -206,15 +206,15 @@ private:
     /// What the file on disk says.
     static simulator::MixerState stored()
     {
-        return storedState(Settings(constants::demoOrganisation, settingsName));
+        return storedState(Settings(constants::demoOrganisation, settingsName).values());
     }
     bool agrees() const { return m_tamber.state() == stored(); }
 
     void change()
     {
-        const simulator::MixerState before = storedState(m_settings);
+        const simulator::MixerState before = storedState(m_settings.values());
         m_musician->changeSomething();
-        if (storedState(m_settings) == before) ++m_idleChanges;
+        if (storedState(m_settings.values()) == before) ++m_idleChanges;
     }
 
     void complain(const QString &what) const

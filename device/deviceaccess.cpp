@@ -42,25 +42,18 @@ bool DeviceAccess::set_parameter(
     });
 }
 
-bool DeviceAccess::set_eq(
-    int ch_type, std::uint8_t ch_no, std::uint8_t on, int band, std::uint8_t gain,
-    std::uint8_t freq, std::uint8_t q)
+bool DeviceAccess::set_eq(int ch_type, std::uint8_t ch_no, int band, const Eq &eq)
 {
     return run([&](const vxctl::Link &link) {
         return vxctl::set_eq(
-            link, static_cast<std::uint32_t>(ch_type), ch_no, on, static_cast<std::uint32_t>(band),
-            gain, freq, q);
+            link, static_cast<std::uint32_t>(ch_type), ch_no, static_cast<std::uint32_t>(band), eq);
     });
 }
 
-bool DeviceAccess::set_comp(
-    int ch_type, std::uint8_t ch_no, std::uint8_t on, std::uint8_t threshold, std::uint8_t ratio,
-    std::uint8_t attack, std::uint8_t release, std::uint8_t gain, int stereoLink)
+bool DeviceAccess::set_comp(int ch_type, std::uint8_t ch_no, const Comp &comp)
 {
     return run([&](const vxctl::Link &link) {
-        return vxctl::set_comp(
-            link, static_cast<std::uint32_t>(ch_type), ch_no, on, threshold, ratio, attack, release,
-            gain, static_cast<std::uint32_t>(stereoLink));
+        return vxctl::set_comp(link, static_cast<std::uint32_t>(ch_type), ch_no, comp);
     });
 }
 

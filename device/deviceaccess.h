@@ -25,12 +25,8 @@ public:
     bool is_selected();
 
     bool set_parameter(int ch_type, std::uint8_t ch_no, vxctl::Tag parameter, std::uint8_t data);
-    bool set_eq(
-        int ch_type, std::uint8_t ch_no, std::uint8_t on, int band, std::uint8_t gain,
-        std::uint8_t freq, std::uint8_t q);
-    bool set_comp(
-        int ch_type, std::uint8_t ch_no, std::uint8_t on, std::uint8_t threshold,
-        std::uint8_t ratio, std::uint8_t attack, std::uint8_t release, std::uint8_t gain, int link);
+    bool set_eq(int ch_type, std::uint8_t ch_no, int band, const Eq &eq);
+    bool set_comp(int ch_type, std::uint8_t ch_no, const Comp &comp);
     bool set_assign_ch(int in_type, std::uint8_t in_ch, int out_type, std::uint8_t out_ch);
     bool set_send_stereobus(std::uint8_t on);
     bool set_truebypass(std::uint8_t on);

@@ -25,17 +25,14 @@ bool QVXDevice::Route::operator==(const Route &o) const
     return in_type == o.in_type && in_ch == o.in_ch && out_type == o.out_type && out_ch == o.out_ch;
 }
 
-bool QVXDevice::Eq::operator==(const Eq &o) const
+bool QVXDevice::EqBand::operator==(const EqBand &o) const
 {
-    return ch_type == o.ch_type && ch_no == o.ch_no && on == o.on && band == o.band &&
-           gain == o.gain && freq == o.freq && q == o.q;
+    return ch_type == o.ch_type && ch_no == o.ch_no && band == o.band && eq == o.eq;
 }
 
-bool QVXDevice::Comp::operator==(const Comp &o) const
+bool QVXDevice::Compressor::operator==(const Compressor &o) const
 {
-    return ch_type == o.ch_type && ch_no == o.ch_no && on == o.on && threshold == o.threshold &&
-           ratio == o.ratio && attack == o.attack && release == o.release && gain == o.gain &&
-           link == o.link;
+    return ch_type == o.ch_type && ch_no == o.ch_no && comp == o.comp;
 }
 
 bool QVXDevice::Parameter::operator==(const Parameter &o) const
@@ -53,9 +50,9 @@ QVXDevice::Caches::Caches() : meters{}
     }
 }
 
-QVXDevice::QVXDevice(Transport &transport, QObject *parent)
-    : QObject(parent), m_unit(std::make_unique<QVXDeviceUnit>(transport)), m_thread(new QThread),
-      m_selected(m_unit->foundAtStart())
+QVXDevice::QVXDevice(Transport &transport, Clock &clock, QObject *parent)
+    : QObject(parent), m_unit(std::make_unique<QVXDeviceUnit>(transport, clock)),
+      m_thread(new QThread), m_selected(m_unit->foundAtStart())
 {
     m_caches.productName = m_unit->productNameAtStart();
     m_thread->setObjectName(QStringLiteral("device"));
@@ -95,9 +92,6 @@ bool QVXDevice::hasAbandonedWorker()
 
 void QVXDevice::connectWorker()
 {
-    // Queued signals carry their arguments by type name; a reference is a name of its own.
-    qRegisterMetaType<QString>("QString&");
-
     connect(this, &QVXDevice::sig_deselect, m_unit.get(), &QVXDeviceUnit::deselect);
     connect(m_unit.get(), &QVXDeviceUnit::ret_deselect, this, &QVXDevice::recv_deselect);
     connect(this, &QVXDevice::sig_is_selected, m_unit.get(), &QVXDeviceUnit::is_selected);
@@ -223,36 +217,31 @@ bool QVXDevice::get_debugprint(QString &text)
 bool QVXDevice::set_assign_ch(int in_type, unsigned char in_ch, int out_type, unsigned char out_ch)
 {
     assertGuiThread();
-    if (out_type != vxctl::channelLineOut || !isNumber(out_ch, 1, lineOutCount)) return false;
-    if (m_quiet) return false;
+    if (out_type != vxctl::channelLineOut || !isNumber(out_ch, 1, tamber::lineOutCount))
+        return false;
     const bool changed = m_tables.route.set(
         out_ch - 1, {in_type, in_ch, out_type, out_ch}, [this](const Route &v) { emitRoute(v); });
     return !changed || m_tables.route.ret();
 }
 
-bool QVXDevice::set_eq(
-    int ch_type, unsigned char ch_no, unsigned char on, int band, unsigned char gain,
-    unsigned char freq, unsigned char q)
+bool QVXDevice::set_eq(int ch_type, unsigned char ch_no, int band, const Eq &eq)
 {
     assertGuiThread();
     const int index = inputIndex(ch_type, ch_no);
-    if (index < 0 || !isNumber(band, 1, bandCount) || m_quiet) return false;
+    if (index < 0 || !isNumber(band, 1, tamber::eqBandCount)) return false;
     const bool changed = m_tables.eq.set(
-        index * bandCount + band - 1, {ch_type, ch_no, on, band - 1, gain, freq, q},
-        [this](const Eq &v) { emitEq(v); });
+        index * tamber::eqBandCount + band - 1, {ch_type, ch_no, band - 1, eq},
+        [this](const EqBand &v) { emitEq(v); });
     return !changed || m_tables.eq.ret();
 }
 
-bool QVXDevice::set_comp(
-    int ch_type, unsigned char ch_no, unsigned char on, unsigned char threshold,
-    unsigned char ratio, unsigned char attack, unsigned char release, unsigned char gain, int link)
+bool QVXDevice::set_comp(int ch_type, unsigned char ch_no, const Comp &comp)
 {
     assertGuiThread();
     const int index = inputIndex(ch_type, ch_no);
-    if (index < 0 || m_quiet) return false;
+    if (index < 0) return false;
     const bool changed = m_tables.comp.set(
-        index, {ch_type, ch_no, on, threshold, ratio, attack, release, gain, link},
-        [this](const Comp &v) { emitComp(v); });
+        index, {ch_type, ch_no, comp}, [this](const Compressor &v) { emitComp(v); });
     return !changed || m_tables.comp.ret();
 }
 
@@ -261,7 +250,7 @@ bool QVXDevice::setParameter(
     Parameters<Size> &table, int index, const Parameter &values, ParameterSignal send)
 {
     assertGuiThread();
-    if (index < 0 || m_quiet) return false;
+    if (index < 0) return false;
     const bool changed =
         table.set(index, values, [this, send](const Parameter &v) { emitParameter(v, send); });
     return !changed || table.ret();
@@ -304,13 +293,13 @@ bool QVXDevice::set_phase(int ch_type, unsigned char ch_no, unsigned char data)
 void QVXDevice::set_send_stereobus(unsigned char on)
 {
     assertGuiThread();
-    if (!m_quiet) emit sig_set_send_stereobus(on);
+    emit sig_set_send_stereobus(on);
 }
 
 void QVXDevice::set_truebypass(unsigned char on)
 {
     assertGuiThread();
-    if (!m_quiet) emit sig_set_truebypass(on);
+    emit sig_set_truebypass(on);
 }
 
 bool QVXDevice::get_meter(vxctl::MeterRecord *records, int wanted, int &count)
@@ -334,35 +323,50 @@ bool QVXDevice::get_grmeter(int ch_type, unsigned char ch_no, unsigned int &mete
     return entry.ret;
 }
 
-bool QVXDevice::resend(const Target &target)
+/// Calls action(table, send) for the table of a kind, where send requests an entry's values. The
+/// result of the action; false for the bus options, which have no table.
+template <typename Action>
+bool QVXDevice::withTable(Kind kind, Action action)
 {
-    assertGuiThread();
     const auto parameter = [this](ParameterSignal send) {
         return [this, send](const Parameter &v) { emitParameter(v, send); };
     };
-    const int i = target.index;
-    switch (target.kind) {
+    Tables &tables = m_tables;
+    switch (kind) {
     case Kind::Route:
-        return m_tables.route.resend(i, [this](const Route &v) { emitRoute(v); });
+        return action(tables.route, [this](const Route &v) { emitRoute(v); });
     case Kind::Eq:
-        return m_tables.eq.resend(i, [this](const Eq &v) { emitEq(v); });
+        return action(tables.eq, [this](const EqBand &v) { emitEq(v); });
     case Kind::Comp:
-        return m_tables.comp.resend(i, [this](const Comp &v) { emitComp(v); });
+        return action(tables.comp, [this](const Compressor &v) { emitComp(v); });
     case Kind::Fader:
-        return m_tables.fader.resend(i, parameter(&QVXDevice::sig_set_fader));
+        return action(tables.fader, parameter(&QVXDevice::sig_set_fader));
     case Kind::Mute:
-        return m_tables.mute.resend(i, parameter(&QVXDevice::sig_set_mute));
+        return action(tables.mute, parameter(&QVXDevice::sig_set_mute));
     case Kind::Pan:
-        return m_tables.pan.resend(i, parameter(&QVXDevice::sig_set_pan));
+        return action(tables.pan, parameter(&QVXDevice::sig_set_pan));
     case Kind::Solo:
-        return m_tables.solo.resend(i, parameter(&QVXDevice::sig_set_solo));
+        return action(tables.solo, parameter(&QVXDevice::sig_set_solo));
     case Kind::Phase:
-        return m_tables.phase.resend(i, parameter(&QVXDevice::sig_set_phase));
+        return action(tables.phase, parameter(&QVXDevice::sig_set_phase));
     case Kind::StereoBus:
     case Kind::TrueBypass:
         break;
     }
     return false;
+}
+
+bool QVXDevice::isWaiting(const Target &target)
+{
+    assertGuiThread();
+    return withTable(target.kind, [&](auto &table, auto) { return table.isWaiting(target.index); });
+}
+
+bool QVXDevice::resend(const Target &target)
+{
+    assertGuiThread();
+    return withTable(
+        target.kind, [&](auto &table, auto send) { return table.resend(target.index, send); });
 }
 
 std::optional<bool> QVXDevice::takeBusResult(Kind option)
@@ -372,12 +376,6 @@ std::optional<bool> QVXDevice::takeBusResult(Kind option)
     auto &latest = option == Kind::StereoBus ? m_unit->stereoBusResult : m_unit->trueBypassResult;
     const Result result = latest.exchange(Result::None);
     return result == Result::None ? std::nullopt : std::make_optional(result == Result::Done);
-}
-
-void QVXDevice::setQuiet(bool quiet)
-{
-    assertGuiThread();
-    m_quiet = quiet;
 }
 
 qint64 QVXDevice::transferAge() const
@@ -450,17 +448,18 @@ void QVXDevice::emitRoute(const Route &v)
     emit sig_set_assign_ch(v.in_type, v.in_ch, v.out_type, v.out_ch);
 }
 
-void QVXDevice::emitEq(const Eq &v)
+void QVXDevice::emitEq(const EqBand &v)
 {
     ++m_setsUnderWay;
-    emit sig_set_eq(v.ch_type, v.ch_no, v.on, v.band, v.gain, v.freq, v.q);
+    emit sig_set_eq(v.ch_type, v.ch_no, v.eq.on, v.band, v.eq.gain, v.eq.freq, v.eq.q);
 }
 
-void QVXDevice::emitComp(const Comp &v)
+void QVXDevice::emitComp(const Compressor &v)
 {
+    const Comp &c = v.comp;
     ++m_setsUnderWay;
     emit sig_set_comp(
-        v.ch_type, v.ch_no, v.on, v.threshold, v.ratio, v.attack, v.release, v.gain, v.link);
+        v.ch_type, v.ch_no, c.on, c.threshold, c.ratio, c.attack, c.release, c.gain, c.link);
 }
 
 void QVXDevice::emitParameter(const Parameter &v, ParameterSignal send)
@@ -515,13 +514,13 @@ void QVXDevice::recv_set_eq(bool ret)
 {
     // Wider than the others: of every channel one waiting band goes out.
     const int index = m_tables.eq.answered(
-        ret, [this](const Eq &v) { emitEq(v); }, bandCount);
+        ret, [this](const EqBand &v) { emitEq(v); }, tamber::eqBandCount);
     finished(Kind::Eq, index, ret);
 }
 
 void QVXDevice::recv_set_comp(bool ret)
 {
-    const int index = m_tables.comp.answered(ret, [this](const Comp &v) { emitComp(v); });
+    const int index = m_tables.comp.answered(ret, [this](const Compressor &v) { emitComp(v); });
     finished(Kind::Comp, index, ret);
 }
 

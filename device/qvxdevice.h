@@ -27,8 +27,11 @@ class QVXDevice : public QObject
 
 public:
     /// Looks for the device, reads its identity (this once on the calling thread) and starts the
-    /// worker thread. The transport must outlive the object.
-    explicit QVXDevice(Transport &transport, QObject *parent = nullptr);
+    /// worker thread.
+    /// @param transport must outlive the object
+    /// @param clock     of the worker's waits; must outlive the object
+    explicit QVXDevice(
+        Transport &transport, Clock &clock = WorkerClock::instance(), QObject *parent = nullptr);
     /// Stops the worker: waits up to 2000 ms for it, then terminates it and waits up to 1000 ms. A
     /// worker that cannot even be terminated is abandoned: it is never destroyed, and its transport
     /// must not be either.
@@ -66,15 +69,9 @@ public:
     ///@{
     /// out_type 1, out_ch 1 to 8.
     bool set_assign_ch(int in_type, unsigned char in_ch, int out_type, unsigned char out_ch);
-    /// Inputs. Bands count from 1: low, high, high-mid, low-mid.
-    bool set_eq(
-        int ch_type, unsigned char ch_no, unsigned char on, int band, unsigned char gain,
-        unsigned char freq, unsigned char q);
-    /// Inputs. link is 1 for a linked pair.
-    bool set_comp(
-        int ch_type, unsigned char ch_no, unsigned char on, unsigned char threshold,
-        unsigned char ratio, unsigned char attack, unsigned char release, unsigned char gain,
-        int link);
+    /// Inputs. Bands count from 1 here: low, high, high-mid, low-mid.
+    bool set_eq(int ch_type, unsigned char ch_no, int band, const Eq &eq);
+    bool set_comp(int ch_type, unsigned char ch_no, const Comp &comp); ///< inputs
     /// Inputs and master. Whole dB as a two's complement byte, -127 for silence.
     bool set_fader(int ch_type, unsigned char ch_no, unsigned char data);
     /// Inputs. -127 left to 127 right as a two's complement byte.
@@ -101,9 +98,15 @@ public:
     struct Target
     {
         Kind kind;
-        int index; ///< of the channel (and band) within its kind, from 0
+        /// From 0: of the output, of the input (behind them the master's sides), of the EQ the
+        /// input times four and the command's band.
+        int index;
         bool operator==(const Target &o) const { return kind == o.kind && index == o.index; }
     };
+
+    /// Whether a target's last values wait for an answer, here or with the worker. Always false for
+    /// the bus options.
+    bool isWaiting(const Target &target);
 
     /// Requests the last values of a target once more, alone, if their request has failed and no
     /// newer ones wait. False if there is nothing to send. Not for the bus options, whose values
@@ -117,10 +120,6 @@ public:
     /// How many requests of setters are with the worker or wait here to follow; without the bus
     /// options.
     int setsWaiting() const;
-
-    /// While this is set, setters send nothing and remember nothing: only queries go to the device.
-    /// False at first.
-    void setQuiet(bool quiet);
 
     /// How long the worker's transfer under way has lasted, in milliseconds; 0 without one.
     qint64 transferAge() const;
@@ -169,7 +168,8 @@ signals:
     void sig_get_meter();
     void sig_get_grmeter(int ch_type, unsigned char ch_no);
 
-private slots:
+public slots:
+    // contract: the answers of the worker, or of one that stands in for it.
     void recv_deselect(bool ret);
     void recv_is_selected(bool ret);
     void recv_get_debugprint(bool ret, QString &dbg);
@@ -186,10 +186,8 @@ private slots:
     void recv_get_grmeter(bool ret, int ch_type, unsigned char ch_no, unsigned int meter);
 
 private:
-    static constexpr int inputCount = 16;
-    static constexpr int faderCount = 18; // with the two sides of the master
-    static constexpr int lineOutCount = 8;
-    static constexpr int bandCount = 4;
+    static constexpr int inputCount = tamber::inputCount;
+    static constexpr int faderCount = tamber::inputCount + tamber::masterSides;
 
     struct Route
     {
@@ -199,20 +197,20 @@ private:
         unsigned char out_ch;
         bool operator==(const Route &o) const;
     };
-    struct Eq
+    struct EqBand
     {
         int ch_type;
-        unsigned char ch_no, on;
-        int band; // as the command counts it, from 0
-        unsigned char gain, freq, q;
-        bool operator==(const Eq &o) const;
+        unsigned char ch_no;
+        int band; ///< as the command counts it, from 0
+        Eq eq;
+        bool operator==(const EqBand &o) const;
     };
-    struct Comp
+    struct Compressor
     {
         int ch_type;
-        unsigned char ch_no, on, threshold, ratio, attack, release, gain;
-        int link;
-        bool operator==(const Comp &o) const;
+        unsigned char ch_no;
+        Comp comp;
+        bool operator==(const Compressor &o) const;
     };
     struct Parameter
     {
@@ -234,9 +232,9 @@ private:
     /// The setters' tables; reset() forgets their entries, but not the requests under way.
     struct Tables
     {
-        RequestTable<Route, lineOutCount> route;
-        RequestTable<Eq, inputCount * bandCount> eq;
-        RequestTable<Comp, inputCount> comp;
+        RequestTable<Route, tamber::lineOutCount> route;
+        RequestTable<EqBand, inputCount * tamber::eqBandCount> eq;
+        RequestTable<Compressor, inputCount> comp;
         Parameters<faderCount> fader;
         Parameters<faderCount> mute;
         Parameters<inputCount> pan;
@@ -267,8 +265,8 @@ private:
     void assertGuiThread() const;
     void connectWorker();
     void emitRoute(const Route &v);
-    void emitEq(const Eq &v);
-    void emitComp(const Comp &v);
+    void emitEq(const EqBand &v);
+    void emitComp(const Compressor &v);
     void emitParameter(const Parameter &v, ParameterSignal send);
     template <int Size>
     bool
@@ -276,6 +274,8 @@ private:
     template <int Size>
     void answered(Kind kind, Parameters<Size> &table, bool ret, ParameterSignal send);
     void finished(Kind kind, int index, bool ret);
+    template <typename Action>
+    bool withTable(Kind kind, Action action);
     void forgetSets();
 
     std::unique_ptr<QVXDeviceUnit> m_unit;
@@ -286,6 +286,5 @@ private:
     bool m_selected;
     bool m_meterRet = true;
     int m_meterFailures = 0;
-    bool m_quiet = false;
     int m_setsUnderWay = 0; ///< requests of setters that are with the worker
 };

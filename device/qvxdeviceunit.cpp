@@ -11,6 +11,12 @@ QVXDeviceUnit::BusResult resultOf(bool ret)
 
 } // namespace
 
+WorkerClock &WorkerClock::instance()
+{
+    static WorkerClock clock;
+    return clock;
+}
+
 bool WorkerClock::sleep(int milliseconds)
 {
     constexpr int slice = 10; // how late a request to stop may be noticed
@@ -26,9 +32,14 @@ bool WorkerClock::stopping() const
     return QThread::currentThread()->isInterruptionRequested();
 }
 
-QVXDeviceUnit::QVXDeviceUnit(Transport &transport)
-    : m_transport(transport), m_device(m_transport, m_clock), m_foundAtStart(m_device.is_selected())
+QVXDeviceUnit::QVXDeviceUnit(Transport &transport, Clock &clock)
+    : m_clock(clock), m_transport(transport), m_device(m_transport, m_clock),
+      m_foundAtStart(m_device.is_selected())
 {
+    // Queued signals carry their arguments by the names of their types as they are written.
+    qRegisterMetaType<QString>("QString&");
+    qRegisterMetaType<std::uint16_t>("uint16_t");
+    qRegisterMetaType<std::uint32_t>("uint32_t");
     // A device that does not answer the first would keep the start waiting for each of the others.
     if (m_foundAtStart && readVersion() && readBuild())
         m_device.get_product_name(m_productNameAtStart);
@@ -114,7 +125,7 @@ void QVXDeviceUnit::set_eq(
     unsigned char freq, unsigned char q)
 {
     assertWorkerThread();
-    emit ret_set_eq(m_device.set_eq(ch_type, ch_no, on, band, gain, freq, q));
+    emit ret_set_eq(m_device.set_eq(ch_type, ch_no, band, {on, gain, freq, q}));
     pace();
 }
 
@@ -123,8 +134,8 @@ void QVXDeviceUnit::set_comp(
     unsigned char ratio, unsigned char attack, unsigned char release, unsigned char gain, int link)
 {
     assertWorkerThread();
-    emit ret_set_comp(
-        m_device.set_comp(ch_type, ch_no, on, threshold, ratio, attack, release, gain, link));
+    const Comp comp{on, threshold, ratio, attack, release, gain, static_cast<std::uint8_t>(link)};
+    emit ret_set_comp(m_device.set_comp(ch_type, ch_no, comp));
     pace();
 }
 

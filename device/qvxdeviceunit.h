@@ -10,10 +10,12 @@
 #include <cstdint>
 
 /// The waits of the worker: they sleep on the current thread, and end early when that thread's
-/// interruption is requested.
+/// interruption is requested. Without state.
 class WorkerClock final : public Clock
 {
 public:
+    static WorkerClock &instance();
+
     bool sleep(int milliseconds) override;
     bool stopping() const override;
 };
@@ -35,7 +37,8 @@ public:
     /// back to back.
     static constexpr int pacingDelay = 10;
 
-    explicit QVXDeviceUnit(Transport &transport);
+    /// Both must outlive the object.
+    QVXDeviceUnit(Transport &transport, Clock &clock);
 
     /// @name What was read last
     /// Written by the worker alone, and read by the facade as whole values.
@@ -126,7 +129,7 @@ private:
     bool readVersion();
     bool readBuild();
 
-    WorkerClock m_clock;
+    Clock &m_clock;
     WatchedTransport m_transport;
     DeviceAccess m_device;
     bool m_foundAtStart;

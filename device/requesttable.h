@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <deque>
 #include <optional>
@@ -41,6 +42,13 @@ public:
 
     /// How many entries wait for an answer before they can go.
     int pending() const { return m_pending; }
+
+    /// Whether the last values of an entry wait for an answer, here or with the worker.
+    bool isWaiting(int index) const
+    {
+        const auto isOfIt = [index](const Request &r) { return r.index == index && !r.forgotten; };
+        return entry(index).pending || std::any_of(m_underWay.begin(), m_underWay.end(), isOfIt);
+    }
 
     /// Whether the last request of an entry failed and no newer value waits.
     bool isFailed(int index) const { return entry(index).failed && !entry(index).pending; }

@@ -190,24 +190,22 @@ int set_parameter(
 }
 
 int set_eq(
-    const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint8_t on,
-    std::uint32_t band, std::uint8_t gain, std::uint8_t freq, std::uint8_t q)
+    const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint32_t band, const Eq &eq)
 {
     return request(
         link, {byte(tagChannelType, ch_type), byte(tagChannelNumber, ch_no), byte(tagEqBand, band),
-               byte(tagEqGain, gain), byte(tagEqFreq, freq), byte(tagEqQ, q), byte(tagEqOn, on)});
+               byte(tagEqGain, eq.gain), byte(tagEqFreq, eq.freq), byte(tagEqQ, eq.q),
+               byte(tagEqOn, eq.on)});
 }
 
-int set_comp(
-    const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint8_t on,
-    std::uint8_t threshold, std::uint8_t ratio, std::uint8_t attack, std::uint8_t release,
-    std::uint8_t gain, std::uint32_t stereoLink)
+int set_comp(const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, const Comp &comp)
 {
     return request(
-        link, {byte(tagChannelType, ch_type), byte(tagChannelNumber, ch_no),
-               byte(tagCompThreshold, threshold), byte(tagCompRatio, ratio),
-               byte(tagCompAttack, attack), byte(tagCompRelease, release), byte(tagCompGain, gain),
-               byte(tagCompLink, stereoLink), byte(tagCompOn, on)});
+        link,
+        {byte(tagChannelType, ch_type), byte(tagChannelNumber, ch_no),
+         byte(tagCompThreshold, comp.threshold), byte(tagCompRatio, comp.ratio),
+         byte(tagCompAttack, comp.attack), byte(tagCompRelease, comp.release),
+         byte(tagCompGain, comp.gain), byte(tagCompLink, comp.link), byte(tagCompOn, comp.on)});
 }
 
 int set_assign_ch(

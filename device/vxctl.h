@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/device.h"
+#include "device/commandvalues.h"
 #include "device/transport.h"
 #include "device/vxmsg.h"
 
@@ -65,7 +67,7 @@ enum ChannelType : std::uint8_t {
     channelInput = 4,    ///< input 1 to 16
 };
 
-constexpr int meterCount = 18; ///< 16 inputs and the two sides of the master
+constexpr int meterCount = tamber::inputCount + tamber::masterSides;
 constexpr int productNameSize = 64;
 constexpr int debugTextSize = 64;
 
@@ -100,13 +102,10 @@ int transact(const Link &link, const vxmsg::Buffer &message);
 int set_parameter(
     const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint8_t parameter,
     std::uint8_t data);
+/// band is 0 low, 1 high, 2 high-mid, 3 low-mid.
 int set_eq(
-    const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint8_t on,
-    std::uint32_t band, std::uint8_t gain, std::uint8_t freq, std::uint8_t q);
-int set_comp(
-    const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint8_t on,
-    std::uint8_t threshold, std::uint8_t ratio, std::uint8_t attack, std::uint8_t release,
-    std::uint8_t gain, std::uint32_t stereoLink);
+    const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint32_t band, const Eq &eq);
+int set_comp(const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, const Comp &comp);
 int set_assign_ch(
     const Link &link, std::uint32_t in_type, std::uint8_t in_ch, std::uint32_t out_type,
     std::uint8_t out_ch);

@@ -2,37 +2,29 @@
 
 #include "driver/driversettings.h"
 
-class QLabel;
-class QSlider;
 class Settings;
 
 namespace driver {
 
-/// What the slider of the buffer size does. The size goes to the driver's settings, not to the
+/// What the choice of a buffer size does. The size goes to the driver's settings, not to the
 /// device: so it works without one. GUI thread only.
 class BufferSizeRule
 {
 public:
-    /// All of them must outlive the object.
+    /// @param settings must outlive the object
     /// @param organisation of the store in which the driver's settings are
-    /// @param label shows the size
-    BufferSizeRule(Settings &settings, const QString &organisation, QSlider *slider, QLabel *label);
-    BufferSizeRule(const BufferSizeRule &) = delete;
-    BufferSizeRule &operator=(const BufferSizeRule &) = delete;
+    BufferSizeRule(Settings &settings, const QString &organisation);
 
-    /// What the slider has been set to: shows the step's size, and stores it for the driver and
-    /// the step for the panel.
-    void changed(int step);
+    /// Stores the size of a step for the driver, and the step for the panel.
+    void choose(int step);
 
-    /// Sets the slider to the size that the driver has, whoever has stored it. A size that is not
-    /// offered becomes 256, in the driver's settings too.
-    void load();
+    /// The step of the size that the driver has, whoever has stored it. A size that is not offered
+    /// becomes 256, in the driver's settings too. The panel's own step follows.
+    int load();
 
 private:
     Settings &m_settings;
     DriverSettings m_driver;
-    QSlider *m_slider;
-    QLabel *m_label;
 };
 
 } // namespace driver

@@ -2,6 +2,8 @@
 
 #include "mixer/faderscale.h"
 
+#include <algorithm>
+
 namespace mixer {
 namespace {
 
@@ -11,22 +13,13 @@ int difference(std::uint16_t from, std::uint16_t to)
     return static_cast<std::int16_t>(static_cast<std::uint16_t>(to - from));
 }
 
-std::uint16_t limitedPan(StripKind kind, std::uint16_t position)
+int limitedPan(StripKind kind, int position)
 {
-    constexpr std::uint16_t oddLast = 40;
-    constexpr std::uint16_t evenFirst = 59;
-    constexpr std::uint16_t evenLast = 99;
-    switch (kind) {
-    case StripKind::Odd:
-        return position > oddLast ? oddLast : position;
-    case StripKind::Even:
-        if (position > evenLast) return evenLast;
-        return position < evenFirst ? evenFirst : position;
-    case StripKind::Pair:
-    case StripKind::Master:
-        break;
-    }
-    return position;
+    constexpr int oddLast = 40;
+    constexpr int evenFirst = 59;
+    constexpr int evenLast = 99;
+    if (kind == StripKind::Odd) return std::min(position, oddLast);
+    return kind == StripKind::Even ? std::clamp(position, evenFirst, evenLast) : position;
 }
 
 } // namespace
@@ -42,19 +35,22 @@ Pointer::Pointer(const QPointF &point)
 {
 }
 
-std::uint16_t draggedFader(std::uint16_t position, const Pointer &last, const Pointer &now)
+int draggedFader(int position, const Pointer &last, const Pointer &now)
 {
     const auto moved = static_cast<std::uint16_t>(position + now.y - last.y);
-    if (moved < faderTop) return faderTop;
-    return moved > faderBottom ? faderBottom : moved;
+    return std::clamp<int>(moved, faderTop, faderBottom);
 }
 
-std::uint16_t
-draggedPan(StripKind kind, std::uint16_t position, const Pointer &last, const Pointer &now)
+int draggedPan(StripKind kind, int position, const Pointer &last, const Pointer &now)
 {
     const int step = difference(last.x, now.x) + difference(last.y, now.y);
     const bool taken = position + step >= 0;
     return limitedPan(kind, static_cast<std::uint16_t>(taken ? position + step : position));
+}
+
+int draggedKnob(const Parameter &parameter, int position, const Pointer &last, const Pointer &now)
+{
+    return std::clamp(position + difference(now.y, last.y), 0, topPosition(parameter));
 }
 
 } // namespace mixer

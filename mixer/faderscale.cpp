@@ -31,7 +31,7 @@ static_assert(decibels[faderDefault - faderTop] == 0, "the default is 0 dB");
 
 } // namespace
 
-QString faderText(std::uint16_t position)
+QString faderText(int position)
 {
     if (position < faderTop || position >= faderBottom) return silence;
     return QString::number(decibels[static_cast<std::size_t>(position - faderTop)]);
@@ -49,10 +49,9 @@ signed char faderValue(const QString &text)
     return isNumber ? static_cast<signed char>(value) : silentValue;
 }
 
-std::uint16_t validFaderPosition(int stored)
+int validFaderPosition(int stored)
 {
-    const bool valid = stored >= faderTop && stored <= faderBottom;
-    return valid ? static_cast<std::uint16_t>(stored) : faderBottom;
+    return stored >= faderTop && stored <= faderBottom ? stored : faderBottom;
 }
 
 } // namespace mixer

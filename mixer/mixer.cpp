@@ -1,234 +1,259 @@
 #include "mixer/mixer.h"
 
-#include "storage/settings.h"
-#include "widgets/fader.h"
-#include "widgets/pancontrol.h"
-
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QStackedWidget>
+#include "mixer/faderscale.h"
+#include "mixer/panscale.h"
+#include "mixer/routing.h"
 
 #include <algorithm>
-#include <initializer_list>
 
 namespace mixer {
 
 namespace key = storage::strip;
 
-Mixer::Mixer(
-    Settings &settings, QVXDevice &device, const MixerView &view, const SectionView &section,
-    WallClock &clock)
-    : m_context{settings, device, view, section}, m_fader(m_context), m_pan(m_context),
-      m_switches(m_context), m_solo(m_context, m_switches), m_section(m_context),
-      m_presence(m_context, clock)
+namespace {
+
+/// Equal for all steps of one control, which undo takes together while they follow each other.
+QByteArray runKey(const QByteArray &control)
 {
+    return "run:" + control;
 }
 
-void Mixer::selectClicked(const StripId &strip)
+QByteArray runKey(const StripId &strip, const char *control)
 {
-    select(strip, m_context.viewOf(strip).select->isChecked());
+    return runKey(strip.key() + '/' + control);
+}
+
+} // namespace
+
+Mixer::Mixer(storage::Store &store, Sender &sender) : m_store(store), m_sender(sender) {}
+
+template <typename Rule>
+void Mixer::change(const QString &title, const QByteArray &mergeKey, Rule rule)
+{
+    Transaction transaction(m_store, title, mergeKey);
+    rule(transaction);
+    transaction.commit();
+}
+
+template <typename Rule>
+void Mixer::changeStrip(
+    const StripId &strip, const char *what, const QByteArray &mergeKey, Rule rule)
+{
+    if (isBypassed(values())) return;
+    change(title(strip) + QLatin1Char(' ') + QLatin1String(what), mergeKey, rule);
+}
+
+void Mixer::startDrag(const QPointF &pointer)
+{
+    m_pointer = Pointer(pointer);
+    ++m_drags;
+}
+
+QByteArray Mixer::dragKey() const
+{
+    return "drag:" + QByteArray::number(m_drags);
+}
+
+void Mixer::pressFader(const StripId &, const QPointF &pointer)
+{
+    startDrag(pointer);
+}
+
+void Mixer::moveFader(const StripId &strip, const QPointF &pointer)
+{
+    const Pointer now(pointer);
+    dragFader(strip, draggedFader(faderPosition(values(), strip), m_pointer, now), dragKey());
+    m_pointer = now;
+}
+
+void Mixer::resetFader(const StripId &strip)
+{
+    dragFader(strip, faderDefault, QByteArray());
+}
+
+void Mixer::stepFader(const StripId &strip, int positions)
+{
+    const int position = faderPosition(values(), strip) + positions;
+    dragFader(strip, std::clamp(position, faderTop, faderBottom), runKey(strip, "fader"));
+}
+
+void Mixer::dragFader(const StripId &strip, int position, const QByteArray &mergeKey)
+{
+    changeStrip(strip, "fader", mergeKey, [&](Transaction &t) { setFader(t, strip, position); });
+}
+
+void Mixer::pressPan(int, const QPointF &pointer)
+{
+    startDrag(pointer);
+}
+
+void Mixer::movePan(int input, const QPointF &pointer)
+{
+    const Pointer now(pointer);
+    const int position =
+        draggedPan(track(input).kind, panPosition(values(), input), m_pointer, now);
+    dragPan(input, position, dragKey());
+    m_pointer = now;
+}
+
+void Mixer::resetPan(int input)
+{
+    dragPan(input, panCentre(track(input).kind), QByteArray());
+}
+
+void Mixer::stepPan(int input, int positions)
+{
+    const int position = panPosition(values(), input) + positions;
+    dragPan(input, nearestPanPosition(track(input).kind, position), runKey(track(input), "pan"));
+}
+
+void Mixer::dragPan(int input, int position, const QByteArray &mergeKey)
+{
+    changeStrip(track(input), "pan", mergeKey, [&](Transaction &t) { setPan(t, input, position); });
+}
+
+void Mixer::pressKnob(ParameterId id, const QPointF &pointer)
+{
+    m_grab.reset();
+    const std::optional<StripId> strip = edited();
+    if (!strip) return;
+    m_grab = Grab{id, *strip};
+    startDrag(pointer);
+}
+
+void Mixer::moveKnob(ParameterId id, const QPointF &pointer)
+{
+    if (!m_grab || m_grab->id != id || edited() != m_grab->strip) return;
+    const Pointer now(pointer);
+    const Parameter &turned = parameter(id);
+    const int before = knobValue(values(), m_grab->strip, turned).position;
+    const int position = draggedKnob(turned, before, m_pointer, now);
+    m_pointer = now;
+    if (position != before) turnKnob(id, position, dragKey());
+}
+
+void Mixer::resetKnob(ParameterId id)
+{
+    turnKnob(id, parameter(id).defaultPosition, QByteArray());
+}
+
+void Mixer::stepKnob(ParameterId id, int steps)
+{
+    const std::optional<StripId> strip = edited();
+    if (!strip) return;
+    const Parameter &turned = parameter(id);
+    const int position = steppedKnob(turned, knobValue(values(), *strip, turned).position, steps);
+    turnKnob(id, position, runKey(*strip, turned.stem));
+}
+
+void Mixer::turnKnob(ParameterId id, int position, const QByteArray &mergeKey)
+{
+    const std::optional<StripId> strip = edited();
+    if (!strip) return;
+    const Parameter &turned = parameter(id);
+    changeStrip(*strip, turned.title, mergeKey, [&](Transaction &t) {
+        setKnob(t, *strip, turned, position);
+    });
+}
+
+void Mixer::setPhase(int input, bool on)
+{
+    changeStrip(track(input), "phase", QByteArray(), [&](Transaction &t) {
+        mixer::setPhase(t, input, on);
+    });
+}
+
+void Mixer::setEq(const StripId &strip, bool on)
+{
+    changeStrip(
+        strip, "EQ", QByteArray(), [&](Transaction &t) { setSwitch(t, strip, key::eq, on); });
+}
+
+void Mixer::setComp(const StripId &strip, bool on)
+{
+    changeStrip(strip, "compressor", QByteArray(), [&](Transaction &t) {
+        setSwitch(t, strip, key::comp, on);
+    });
+}
+
+void Mixer::setSolo(const StripId &strip, bool on)
+{
+    changeStrip(strip, "solo", QByteArray(), [&](Transaction &t) { mixer::setSolo(t, strip, on); });
+}
+
+void Mixer::setMute(const StripId &strip, bool on)
+{
+    changeStrip(
+        strip, "mute", QByteArray(), [&](Transaction &t) { setSwitch(t, strip, key::mute, on); });
 }
 
 void Mixer::select(const StripId &strip, bool on)
 {
-    m_switches.setSelected(strip, on);
-    m_section.edit(on ? std::make_optional(strip) : std::nullopt);
-}
-
-void Mixer::phaseClicked(const StripId &track)
-{
-    m_switches.setPhase(track, m_context.viewOf(track).sides[0].phase->isChecked());
-}
-
-void Mixer::pairPhaseClicked(const StripId &track)
-{
-    const int number = channelNumber(track.channelKey);
-    const StripView &view = m_context.viewOf(pairOf(number));
-    const auto side = static_cast<std::size_t>(sideOf(number));
-    m_switches.setPhase(track, view.sides[side].phase->isChecked());
-}
-
-void Mixer::eqClicked(const StripId &strip)
-{
-    m_switches.setEq(strip, m_context.viewOf(strip).eq->isChecked());
-    m_section.sendEq(strip);
-}
-
-void Mixer::compClicked(const StripId &strip)
-{
-    m_switches.setComp(strip, m_context.viewOf(strip).comp->isChecked());
-    m_section.sendComp(strip);
-}
-
-void Mixer::soloClicked(const StripId &strip)
-{
-    m_solo.clicked(strip);
-}
-
-void Mixer::muteClicked(const StripId &strip)
-{
-    m_switches.setMute(strip, m_context.viewOf(strip).mute->isChecked());
+    if (isBypassed(values())) return;
+    change(QString(), QByteArray(), [&](Transaction &t) { mixer::select(t, strip, on); });
 }
 
 void Mixer::setLinked(const StripId &pair, bool linked)
 {
-    if (m_context.isLinked(pair) == linked) return;
-    const int left = channelNumber(pair.key());
-    const std::array<StripId, 2> sides = {track(left), track(left + 1)};
-    // From here until the page is exchanged none of the three strips sends.
-    m_context.settings.write(pair.key(), key::link, linked);
-    if (linked) {
-        copyStrip(sides[0], pair);
-        m_solo.link(pair);
-        for (const StripId &side : sides)
-            m_switches.setMute(side, false);
-    } else {
-        for (const StripId &side : sides)
-            copyStrip(pair, side);
-        m_solo.unlink(pair);
-    }
-    select(linked ? pair : sides[0], true);
-    showLink(pair);
-    for (const StripId &strip : {pair, sides[0], sides[1]})
-        sendStrip(strip);
+    if (isBypassed(values())) return;
+    const QString what = linked ? QStringLiteral("Link channels %1 and %2")
+                                : QStringLiteral("Unlink channels %1 and %2");
+    change(what.arg(pair.number).arg(pair.number + 1), QByteArray(), [&](Transaction &t) {
+        mixer::setLinked(t, pair, linked);
+    });
 }
 
-void Mixer::copyStrip(const StripId &from, const StripId &to)
+void Mixer::setLowCut(bool on)
 {
-    const auto stored = [&](storage::SwitchKey switchKey) {
-        return m_context.settings.read(from.key(), switchKey);
-    };
-    m_switches.setEq(to, stored(key::eq));
-    m_switches.setComp(to, stored(key::comp));
-    m_switches.setMute(to, stored(key::mute));
-    m_fader.copy(from, to);
-    m_section.copy(from, to);
-}
-
-void Mixer::sendStrip(const StripId &strip)
-{
-    // A strip that falls silent does so before its level changes, others after.
-    const bool muted = m_context.settings.read(strip.key(), key::mute);
-    if (muted) m_switches.sendMute(strip);
-    m_fader.send(strip);
-    if (!muted) m_switches.sendMute(strip);
-    m_switches.sendSolo(strip);
-    m_section.sendEq(strip);
-    m_section.sendComp(strip);
+    const std::optional<StripId> strip = edited();
+    if (!strip) return;
+    changeStrip(*strip, "low cut", QByteArray(), [&](Transaction &t) {
+        setSwitch(t, *strip, key::eqLowCut, on);
+    });
 }
 
 void Mixer::setName(const StripId &strip, const QString &name)
 {
-    m_context.settings.write(strip.key(), key::name, name);
-    m_section.showTitle();
-}
-
-void Mixer::showLink(const StripId &pair)
-{
-    m_context.pagesOf(pair)->setCurrentIndex(
-        m_context.isLinked(pair) ? stereoPageIndex : monoPageIndex);
-}
-
-/// Only one strip is selected; were more stored, the first is.
-void Mixer::showSelection()
-{
-    const auto &strips = m_context.view.strips;
-    const auto selected = std::find_if(strips.begin(), strips.end(), [this](const StripView &view) {
-        return m_context.settings.read(view.id.key(), key::select);
+    changeStrip(strip, "name", runKey(strip, "name"), [&](Transaction &t) {
+        mixer::setName(t, strip, name);
     });
-    if (!m_bypassed && selected != strips.end() && !m_context.isShown(selected->id)) {
-        // It was left on a page that is not shown; its place on the other page is meant.
-        const int number = channelNumber(selected->id.key());
-        select(selected->id.isMono() ? pairOf(number) : track(number), true);
-        return;
-    }
-    for (const StripView &view : strips)
-        m_switches.showSelected(
-            view.id, selected != strips.end() && view.id.index() == selected->id.index());
-    const bool edited = selected != strips.end() && !m_bypassed;
-    m_section.edit(edited ? std::make_optional(selected->id) : std::nullopt);
-    if (m_bypassed) m_context.section.title->setText(QStringLiteral("Mixer bypassed"));
 }
 
-void Mixer::showAll()
+void Mixer::setLineOut(int output, int source)
 {
-    const bool soloed = m_solo.isAnySoloed();
-    for (const StripView &view : m_context.view.strips) {
-        m_fader.show(view.id);
-        m_switches.show(view.id);
-        if (view.id.isMono()) m_pan.show(view.id);
-        if (view.id.kind == StripKind::Pair) showLink(view.id);
-        if (view.name) showName(view);
-    }
-    // The mutes of before the first solo live on from one solo to the next.
-    if (!soloed || !m_solo.isAnySoloed()) m_solo.forgetMutes();
-    setBypassed(m_bypassed); // the texts are now those of a mixer in use
+    if (source < 0 || source >= sourceCount) return; // a list without a choice
+    change(
+        QStringLiteral("Line out %1").arg(output), "run:LineOut" + QByteArray::number(output),
+        [&](Transaction &t) { mixer::setLineOut(t, output, source); });
 }
 
-void Mixer::setBypassed(bool bypassed)
+void Mixer::setStereoBus(bool on)
 {
-    m_bypassed = bypassed;
-    for (const StripView &view : m_context.view.strips) {
-        enableStrip(view, !bypassed);
-        if (view.id.kind == StripKind::Master) continue;
-        if (bypassed)
-            view.faderText->setText(QStringLiteral("Bypass"));
-        else
-            m_fader.show(view.id);
-    }
-    for (const PairView &pair : m_context.view.pairs) {
-        pair.linkOn->setEnabled(!bypassed);
-        pair.linkOff->setEnabled(!bypassed);
-    }
-    showSelection();
+    m_sender.askBusOption(Sender::Kind::StereoBus, on);
+    change(QStringLiteral("Computer out to Stereo BUS"), QByteArray(), [&](Transaction &t) {
+        t.write(storage::stereoBus, on);
+    });
 }
 
-void Mixer::enableStrip(const StripView &strip, bool enabled)
+void Mixer::setTrueBypass(bool on)
 {
-    for (QWidget *control : std::initializer_list<QWidget *>{
-             strip.select, strip.eq, strip.comp, strip.solo, strip.mute, strip.faderKnob,
-             strip.name, strip.sides[0].phase, strip.sides[0].panKnob, strip.sides[1].phase,
-             strip.sides[1].panKnob})
-        if (control) control->setEnabled(enabled);
+    emit bypassChanging(on);
+    m_sender.askBusOption(Sender::Kind::TrueBypass, on);
+    change(QStringLiteral("Mixer True Bypass"), QByteArray(), [&](Transaction &t) {
+        t.write(storage::trueBypass, on);
+    });
 }
 
-void Mixer::showName(const StripView &strip)
+void Mixer::recall(const Values &scene, const QString &title)
 {
-    strip.name->setText(m_context.settings.read(strip.id.key(), key::name));
-    strip.name->setCursorPosition(0); // of a long name the beginning is seen
+    change(title, QByteArray(), [&](Transaction &t) { mixer::recall(t, scene); });
 }
 
-void Mixer::sendFaders()
+void Mixer::initialize()
 {
-    for (const StripView &view : m_context.view.strips)
-        m_fader.send(view.id);
-}
-
-void Mixer::sendMutes()
-{
-    for (const StripView &view : m_context.view.strips)
-        m_switches.sendMute(view.id);
-}
-
-std::vector<FullSend::Portion> Mixer::stripPortions()
-{
-    std::vector<FullSend::Portion> portions;
-    for (const StripView &view : m_context.view.strips) {
-        if (view.id.kind == StripKind::Master) continue;
-        portions.emplace_back([this, id = view.id] {
-            if (id.isMono()) sendSides(id);
-            sendStrip(id);
-        });
-    }
-    return portions;
-}
-
-/// What a channel keeps for itself, linked or not.
-void Mixer::sendSides(const StripId &track)
-{
-    m_pan.send(track);
-    m_switches.sendPhase(track);
+    change(QStringLiteral("Initialize Memory"), QByteArray(), [](Transaction &t) {
+        mixer::initialize(t);
+    });
 }
 
 } // namespace mixer

@@ -1,88 +1,115 @@
 #pragma once
 
-#include "mixer/context.h"
-#include "mixer/faderrule.h"
-#include "mixer/fullsend.h"
-#include "mixer/panrule.h"
-#include "mixer/presence.h"
-#include "mixer/sectionrule.h"
-#include "mixer/solorule.h"
-#include "mixer/switchrule.h"
+#include "mixer/drag.h"
+#include "mixer/rules.h"
+#include "mixer/sender.h"
+
+#include <QObject>
+
+#include <optional>
 
 namespace mixer {
 
-/// The rules of the mixer: what the window's strip slots call. A rule stores the new value, shows
-/// it and asks the device for it, and acts on the strip that it is given. GUI thread only.
-class Mixer
+/// What the user's gestures do: each becomes one transaction on the store, by the rules. The mixer
+/// knows no widget; what changes is told by the store. GUI thread only.
+///
+/// While the mixer is bypassed no gesture on a strip or knob does anything.
+class Mixer : public QObject
 {
+    Q_OBJECT
+
 public:
-    /// All of them must outlive the object.
-    Mixer(
-        Settings &settings, QVXDevice &device, const MixerView &view, const SectionView &section,
-        WallClock &clock);
-    Mixer(const Mixer &) = delete;
-    Mixer &operator=(const Mixer &) = delete;
+    /// Both must outlive the object.
+    Mixer(storage::Store &store, Sender &sender);
 
-    FaderRule &fader() { return m_fader; }
-    PanRule &pan() { return m_pan; }
-    SectionRule &section() { return m_section; }
+    /// The strip that is shown for editing; none while there is none, or the mixer is bypassed.
+    std::optional<StripId> edited() const { return editedStrip(m_store.values()); }
 
-    /// @name Clicks
-    /// The button has its new state already.
+    /// @name Drags
+    /// Pointers are in coordinates that stay where they are while the control moves. A drag goes on
+    /// from the stored position, whoever has changed it meanwhile.
     ///@{
-    void selectClicked(const StripId &strip);
-    void phaseClicked(const StripId &track);
-    /// The same of the button on the pair's side.
-    void pairPhaseClicked(const StripId &track);
-    void eqClicked(const StripId &strip);
-    void compClicked(const StripId &strip);
-    void soloClicked(const StripId &strip);
-    void muteClicked(const StripId &strip);
+    void pressFader(const StripId &strip, const QPointF &pointer);
+    void moveFader(const StripId &strip, const QPointF &pointer);
+    void pressPan(int input, const QPointF &pointer);
+    void movePan(int input, const QPointF &pointer);
+    void pressKnob(ParameterId id, const QPointF &pointer);
+    /// Counts only after a press on the same knob, while the same strip is edited.
+    void moveKnob(ParameterId id, const QPointF &pointer);
     ///@}
 
-    /// Links a pair: its strip takes the left channel's values, and the mono strips are left
-    /// unmuted. Or parts it: both channels take the pair's. Phase, pan and names stay as they are.
-    /// The device is told when all is copied.
+    /// @name Back to the default
+    ///@{
+    void resetFader(const StripId &strip);
+    void resetPan(int input);
+    void resetKnob(ParameterId id);
+    ///@}
+
+    /// @name Steps by wheel or key
+    ///@{
+    void stepFader(const StripId &strip, int positions); ///< down
+    void stepPan(int input, int positions);              ///< to the right
+    void stepKnob(ParameterId id, int steps);            ///< up, each to another text
+    ///@}
+
+    /// @name Switches, with the state that their button has now
+    ///@{
+    void setPhase(int input, bool on);
+    void setEq(const StripId &strip, bool on);
+    void setComp(const StripId &strip, bool on);
+    void setSolo(const StripId &strip, bool on);
+    void setMute(const StripId &strip, bool on);
+    void select(const StripId &strip, bool on);
     void setLinked(const StripId &pair, bool linked);
+    void setLowCut(bool on); ///< of the edited strip
+    ///@}
+
     void setName(const StripId &strip, const QString &name);
 
-    /// The device's presence, its meters, and the selected strip's gain reduction. Every 100 ms.
-    void tick() { m_presence.tick(m_section.edited()); }
-    Presence &presence() { return m_presence; }
-
-    /// Puts the mixer out of use, or into use again: a bypassed mixer shows no strip for editing,
-    /// and "Bypass" where the strips' levels stand. Nothing is stored or sent.
-    void setBypassed(bool bypassed);
-
-    /// Puts the whole stored state on screen, the stored selection too, however it came about.
-    void showAll();
-    /// @name Asking the device for the whole stored state
+    /// @name Outputs
     ///@{
-    void sendFaders();
-    void sendMutes();
-    /// The rest, a portion a strip.
-    std::vector<FullSend::Portion> stripPortions();
+    /// output 1 to 8; source 0 to 9, any other does nothing.
+    void setLineOut(int output, int source);
+    /// The bus options are sent before they are stored. contract: this order.
+    void setStereoBus(bool on);
+    /// First of all bypassChanging() is told.
+    void setTrueBypass(bool on);
     ///@}
 
+    /// @name Everything
+    ///@{
+    void recall(const Values &scene, const QString &title);
+    void initialize();
+    ///@}
+
+signals:
+    /// The mixer's controls are to rest, or to be used again; nothing is sent or stored yet.
+    void bypassChanging(bool bypassed);
+
 private:
-    void showLink(const StripId &pair);
-    void showName(const StripView &strip);
-    void showSelection();
-    void select(const StripId &strip, bool on);
-    void sendStrip(const StripId &strip);
-    void sendSides(const StripId &track);
-    void copyStrip(const StripId &from, const StripId &to);
+    struct Grab
+    {
+        ParameterId id;
+        StripId strip;
+    };
 
-    void enableStrip(const StripView &strip, bool enabled);
+    template <typename Rule>
+    void change(const QString &title, const QByteArray &mergeKey, Rule rule);
+    template <typename Rule>
+    void changeStrip(const StripId &strip, const char *what, const QByteArray &mergeKey, Rule rule);
+    void dragFader(const StripId &strip, int position, const QByteArray &mergeKey);
+    void dragPan(int input, int position, const QByteArray &mergeKey);
+    void turnKnob(ParameterId id, int position, const QByteArray &mergeKey);
+    void startDrag(const QPointF &pointer);
+    QByteArray dragKey() const;
 
-    Context m_context;
-    bool m_bypassed = false;
-    FaderRule m_fader;
-    PanRule m_pan;
-    SwitchRule m_switches;
-    SoloRule m_solo;
-    SectionRule m_section;
-    Presence m_presence;
+    const Values &values() const { return m_store.values(); }
+
+    storage::Store &m_store;
+    Sender &m_sender;
+    Pointer m_pointer;          ///< at the last event of the drag
+    int m_drags = 0;            ///< how many there have been
+    std::optional<Grab> m_grab; ///< of a knob
 };
 
 } // namespace mixer

@@ -40,7 +40,7 @@ int firstPosition(StripKind kind)
 
 } // namespace
 
-QString panText(std::uint16_t position)
+QString panText(int position)
 {
     for (const int first : {oddFirst, evenFirst})
         if (isStep(position - first)) return textOfStep(position - first);
@@ -54,7 +54,7 @@ signed char panValue(const QString &text)
     return unknownText;
 }
 
-std::uint16_t panCentre(StripKind kind)
+int panCentre(StripKind kind)
 {
     switch (kind) {
     case StripKind::Odd:
@@ -68,17 +68,17 @@ std::uint16_t panCentre(StripKind kind)
     return 0;
 }
 
-std::uint16_t nearestPanPosition(StripKind kind, int position)
+int nearestPanPosition(StripKind kind, int position)
 {
     const int first = firstPosition(kind);
-    return static_cast<std::uint16_t>(std::clamp(position, first, first + steps - 1));
+    return std::clamp(position, first, first + steps - 1);
 }
 
-std::uint16_t validPanPosition(StripKind kind, int stored)
+int validPanPosition(StripKind kind, int stored)
 {
     const int first = firstPosition(kind);
     const bool valid = stored >= first && stored < first + steps;
-    return valid ? static_cast<std::uint16_t>(stored) : panCentre(kind);
+    return valid ? stored : panCentre(kind);
 }
 
 } // namespace mixer

@@ -223,12 +223,6 @@ int steppedKnob(const Parameter &parameter, int position, int steps)
     return position;
 }
 
-int draggedKnob(const Parameter &parameter, int position, std::uint16_t from, std::uint16_t to)
-{
-    const int up = static_cast<std::int16_t>(static_cast<std::uint16_t>(from - to));
-    return std::clamp(position + up, 0, topPosition(parameter));
-}
-
 int knobFrame(const Parameter &parameter, int position)
 {
     constexpr int lastFrame = 20;

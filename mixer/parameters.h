@@ -36,7 +36,7 @@ constexpr int parameterCount = 15;
 
 /// EQ bands as the command and the curve count them.
 enum EqBand { bandLow = 0, bandHigh = 1, bandHighMid = 2, bandLowMid = 3 };
-constexpr int eqBandCount = 4;
+constexpr int eqBandCount = tamber::eqBandCount;
 constexpr int knobPositions = 128; ///< 0 to 127, of all knobs but the times
 constexpr int noBand = -1;         ///< of a parameter of the compressor
 
@@ -99,10 +99,6 @@ int topPosition(const Parameter &parameter);
 /// The nearest position that is so many steps up (or down, if negative) from a position: each step
 /// shows another text. The end of the knob's range if there are fewer.
 int steppedKnob(const Parameter &parameter, int position, int steps);
-
-/// The position after the pointer went from one row to another: up is more. Rows are 16 bits wide
-/// and may lie above the screen's top, where they wrap.
-int draggedKnob(const Parameter &parameter, int position, std::uint16_t from, std::uint16_t to);
 
 /// Image of a position, 0 to 20.
 int knobFrame(const Parameter &parameter, int position);

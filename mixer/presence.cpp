@@ -1,7 +1,6 @@
 #include "mixer/presence.h"
 
-#include "device/qvxdevice.h"
-#include "mixer/context.h"
+#include "mixer/state.h"
 
 namespace mixer {
 namespace {
@@ -10,31 +9,37 @@ namespace {
 constexpr qint64 tickInterval = 100;
 constexpr qint64 lateTick = 1000;        // the device may have restarted unnoticed meanwhile
 constexpr qint64 hangingTransfer = 2000; // a transfer that takes longer will hardly ever end
-constexpr int manyFailures = 2;          // failed meter requests in a row
+
+constexpr int manyFailures = 2;    // failed meter requests in a row
+constexpr int ticksDuringSend = 3; // one of so many asks the device while everything is sent
 
 } // namespace
 
-Presence::Presence(Context &context, WallClock &clock)
-    : m_context(context), m_clock(clock), m_meters(context), m_gainReduction(context),
-      m_retries(context.device, [this](QVXDevice::Kind option) { emit busOptionWanted(option); })
+Presence::Presence(const storage::Store &store, QVXDevice &device, Sender &sender, WallClock &clock)
+    : m_store(store), m_device(device), m_sender(sender), m_clock(clock), m_meters(device),
+      m_gainReduction(device),
+      m_retries(device, [this](QVXDevice::Kind option) { m_sender.resendBusOption(option); })
 {
 }
 
-void Presence::tick(const std::optional<StripId> &selected)
+void Presence::tick()
 {
     const qint64 now = m_clock.now();
     const bool wasAway = m_lastTick && now - *m_lastTick > tickInterval + lateTick;
     m_lastTick = now;
-    const bool present = checkPresence(wasAway);
-    const bool hanging = m_context.device.transferAge() > hangingTransfer;
+    const bool hanging = m_device.transferAge() > hangingTransfer;
     m_lost = m_lost || hanging;
+    // What is being sent comes first.
+    if (m_sender.isSendingAll() && !wasAway && !hanging && ++m_ticks % ticksDuringSend != 0) return;
+
+    const bool present = checkPresence(wasAway);
     const bool metered = present && !hanging && pollMeters();
     if (metered) {
-        m_gainReduction.poll(selected);
+        m_gainReduction.poll(editedStrip(m_store.values()), m_store.values());
         m_retries.tick(now);
     } else {
         m_meters.clear();
-        m_gainReduction.poll(std::nullopt);
+        m_gainReduction.poll(std::nullopt, m_store.values());
     }
     setStatus(present && !m_lost, m_retries.isRefused());
 }
@@ -42,7 +47,7 @@ void Presence::tick(const std::optional<StripId> &selected)
 /// @param wasAway the panel stood still for so long that the device may have restarted
 bool Presence::checkPresence(bool wasAway)
 {
-    if (!m_context.device.is_selected()) {
+    if (!m_device.is_selected()) {
         if (!m_disconnected) {
             m_disconnected = true;
             emit disconnected();
@@ -50,8 +55,8 @@ bool Presence::checkPresence(bool wasAway)
         return false;
     }
     if (m_disconnected || wasAway) {
-        m_context.device.trustMeters();
-        wantState();
+        m_device.trustMeters();
+        sendEverything();
     }
     if (m_disconnected) {
         m_disconnected = false;
@@ -63,21 +68,21 @@ bool Presence::checkPresence(bool wasAway)
 bool Presence::pollMeters()
 {
     const bool answered = m_meters.poll();
-    m_lost = m_lost || m_context.device.meterFailures() >= manyFailures;
+    m_lost = m_lost || m_device.meterFailures() >= manyFailures;
     if (!answered) {
-        m_context.device.deselect();
+        m_device.deselect();
         return false;
     }
-    if (m_lost) wantState();
+    if (m_lost) sendEverything();
     return true;
 }
 
-void Presence::wantState()
+void Presence::sendEverything()
 {
     m_lost = false;
-    m_context.device.reset();
+    m_device.reset();
     m_retries.clear();
-    emit stateWanted();
+    m_sender.sendAll();
 }
 
 void Presence::setStatus(bool answering, bool refusing)

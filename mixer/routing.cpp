@@ -30,7 +30,7 @@ constexpr Row rows[] = {
 // clang-format on
 static_assert(sizeof rows / sizeof rows[0] == sourceCount, "one row a source");
 
-constexpr int computerPlayback = 2; // place of its first channel
+constexpr int computerPlayback = tamber::masterSides; // place of its first channel
 
 } // namespace
 

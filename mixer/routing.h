@@ -1,13 +1,16 @@
 #pragma once
 
+#include "common/device.h"
+
 #include <QString>
 
 /// What the line outputs can play: a table of sources, by their place in the lists of the Output
 /// page. Pure functions; any thread.
 namespace mixer {
 
-constexpr int lineOutCount = 8;
-constexpr int sourceCount = 10; ///< the master's two sides, then computer playback 1 to 8
+constexpr int lineOutCount = tamber::lineOutCount;
+/// The master's two sides, then the computer's playback channels.
+constexpr int sourceCount = tamber::masterSides + tamber::computerCount;
 
 /// A source as the device knows it.
 struct Source

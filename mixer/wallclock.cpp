@@ -4,6 +4,12 @@
 
 using namespace std::chrono;
 
+mixer::RealWallClock &mixer::RealWallClock::instance()
+{
+    static RealWallClock clock;
+    return clock;
+}
+
 /// The steady clock may stand still while the computer sleeps, the wall clock may be set back. The
 /// one that has gone further is right; a wall clock that is set forward looks like sleep.
 qint64 mixer::RealWallClock::now()

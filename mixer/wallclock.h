@@ -19,6 +19,8 @@ public:
 class RealWallClock final : public WallClock
 {
 public:
+    static RealWallClock &instance();
+
     qint64 now() override;
 
 private:

@@ -230,18 +230,18 @@ std::optional<QString> decodeText(const QByteArray &value)
     return text->mid(1);
 }
 
-QByteArray toIni(const Values &values)
+QByteArray toIni(const Entries &entries)
 {
     QByteArray content;
     QByteArray group;
-    for (auto value = values.begin(); value != values.end(); ++value) {
-        const int slash = value.key().indexOf('/');
-        if (value.key().left(slash) != group) {
-            group = value.key().left(slash);
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+        const int slash = entry.key().indexOf('/');
+        if (entry.key().left(slash) != group) {
+            group = entry.key().left(slash);
             if (!content.isEmpty()) content += lineEnd;
             content += '[' + group + ']' + lineEnd;
         }
-        content += value.key().mid(slash + 1) + '=' + value.value() + lineEnd;
+        content += entry.key().mid(slash + 1) + '=' + entry.value() + lineEnd;
     }
     return content;
 }
@@ -314,7 +314,7 @@ void IniReader::takeSetting(const QByteArray &line)
     m_damaged = m_damaged || lost;
     if (lost) return;
     const QByteArray value = rest.left(end).trimmed();
-    m_values.insert(m_group + '/' + key, value.isEmpty() ? QByteArray("") : value);
+    m_entries.insert(m_group + '/' + key, value.isEmpty() ? QByteArray("") : value);
 }
 
 } // namespace storage

@@ -14,9 +14,9 @@
 /// as done. A damaged line here costs the value on that line, and nothing else.
 namespace storage {
 
-/// The values of a file by "group/key", each as it stands in the file: quoted and escaped. A value
-/// that nobody changes is therefore written back as it was read, whatever it means.
-using Values = QMap<QByteArray, QByteArray>;
+/// The entries of a file: values by "group/key", each as it stands in the file: quoted and escaped.
+/// A value that nobody changes is therefore written back as it was read, whatever it means.
+using Entries = QMap<QByteArray, QByteArray>;
 
 /// The value of a text. Every text has one, unpaired surrogates included.
 QByteArray encodeText(const QString &text);
@@ -25,8 +25,8 @@ QByteArray encodeText(const QString &text);
 /// Nothing if the value is no text: an object of Qt's ("@Variant(...)"), or not well-formed.
 std::optional<QString> decodeText(const QByteArray &value);
 
-/// The content of a file with these values, in the order of their keys.
-QByteArray toIni(const Values &values);
+/// The content of a file with these entries, in the order of their keys.
+QByteArray toIni(const Entries &entries);
 
 /// Reads a file piece by piece.
 class IniReader
@@ -42,7 +42,7 @@ public:
     /// To be called once at the end of the file.
     void finish();
 
-    const Values &values() const { return m_values; }
+    const Entries &entries() const { return m_entries; }
     /// Whether something could not be read as it stands: a line that is no setting, a control
     /// character, a byte that is not UTF-8 (such a line is read as Latin-1), an open quote, a line
     /// or a file that is too long, a last line without its end.
@@ -54,7 +54,7 @@ private:
     void takeHeader(const QByteArray &line);
     void takeSetting(const QByteArray &line);
 
-    Values m_values;
+    Entries m_entries;
     QByteArray m_line;
     QByteArray m_group = QByteArrayLiteral("General"); ///< null after a header that cannot be read
     int m_textLeft = mostText;

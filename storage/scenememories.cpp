@@ -13,49 +13,17 @@ namespace {
 Q_LOGGING_CATEGORY(log, "tamber.storage")
 
 /// Application names of the live settings and of the ten scenes.
+/// contract: the "/" at their beginning, which makes no difference.
 constexpr const char *applications[] = {
     "/Tamber_Setting", "/Tamber_sm1", "/Tamber_sm2", "/Tamber_sm3", "/Tamber_sm4", "/Tamber_sm5",
     "/Tamber_sm6",     "/Tamber_sm7", "/Tamber_sm8", "/Tamber_sm9", "/Tamber_sm10"};
 static_assert(std::size(applications) == SceneMemories::slotCount + 1, "one entry a slot");
 
-/// Group, and key of each slot, of the names.
-constexpr char nameGroup[] = "SceneMemory";
-constexpr TextKey nameKeys[] = {
-    {"SceneMemory1"}, {"SceneMemory2"}, {"SceneMemory3"}, {"SceneMemory4"}, {"SceneMemory5"},
-    {"SceneMemory6"}, {"SceneMemory7"}, {"SceneMemory8"}, {"SceneMemory9"}, {"SceneMemory10"}};
-static_assert(std::size(nameKeys) == SceneMemories::slotCount, "one key a slot");
-
-TextKey keyOf(int slot)
-{
-    Q_ASSERT(slot >= 1 && slot <= SceneMemories::slotCount);
-    return nameKeys[slot - 1];
-}
-
-template <class Setting>
-QString pathOfKey(const Setting &setting)
-{
-    return QLatin1String(setting.group) + QLatin1Char('/') + QLatin1String(setting.key);
-}
-
-template <class Setting>
-QString wholeGroup(const Setting &setting)
-{
-    return QLatin1String(setting.group) + QLatin1Char('/');
-}
-
-/// What a load leaves as it is.
-QStringList settingsOfThePanel()
-{
-    return {
-        pathOfKey(windowPage), pathOfKey(informationSeen), wholeGroup(audioPerformance),
-        wholeGroup(updateAddress)};
-}
-
 } // namespace
 
 SceneMemories::SceneMemories(Settings &live, const char *organisation, Disk &disk)
     : m_live(live), m_disk(disk), m_organisation(organisation),
-      m_names(organisation, constants::sceneMemoryFile, disk, {QLatin1String(nameGroup)})
+      m_names(organisation, constants::sceneMemoryFile, disk, Settings::Content::SceneNames)
 {
     for (int slot = 1; slot <= slotCount; ++slot)
         removeLeftovers(disk, fileName(slot));
@@ -64,43 +32,49 @@ SceneMemories::SceneMemories(Settings &live, const char *organisation, Disk &dis
 bool SceneMemories::save(int slot)
 {
     // The defaults are a scene, too: any one value makes a file of them.
-    if (m_live.isEmpty()) m_live.write(informationSeen, m_live.read(informationSeen));
-    return m_live.copyTo(fileName(slot));
+    if (m_live.values().isEmpty()) m_live.write(informationSeen, false);
+    m_live.flush();
+    if (replaceFile(m_disk, fileName(slot), m_live.content())) return true;
+    qCWarning(log) << "the scene cannot be written:" << fileName(slot);
+    return false;
 }
 
-bool SceneMemories::load(int slot)
+std::optional<FileContent> SceneMemories::read(int slot) const
 {
-    return m_live.takeFrom(fileName(slot), settingsOfThePanel());
-}
-
-bool SceneMemories::exists(int slot) const
-{
-    return m_live.isUsable(fileName(slot));
+    FileContent content = readFile(m_disk, fileName(slot));
+    if (!Values(content.entries).hasGroup()) return std::nullopt;
+    return content;
 }
 
 QString SceneMemories::name(int slot) const
 {
-    const QString name = m_names.read(QLatin1String(nameGroup), keyOf(slot));
-    return name.isEmpty() ? QLatin1String(keyOf(slot).key) : name;
+    const QString name = m_names.read(sceneName(slot));
+    return name.isEmpty() ? QString::fromLatin1(nameOf(sceneName(slot).key.key)) : name;
 }
 
 void SceneMemories::rename(int slot, const QString &name)
 {
-    m_names.write(QLatin1String(nameGroup), keyOf(slot), name);
+    m_names.write(sceneName(slot), name);
     m_names.flush();
 }
 
 void SceneMemories::initialize()
 {
-    m_names.clear();
+    Transaction transaction(m_names.store());
+    const Values named = m_names.values();
+    for (int slot = 1; slot <= slotCount; ++slot)
+        transaction.set(sceneMemoryGroup, sceneName(slot).key.key, QByteArray());
+    for (auto entry = named.foreign().begin(); entry != named.foreign().end(); ++entry)
+        transaction.setForeign(entry.key(), QByteArray());
+    transaction.commit();
     m_names.flush();
     for (int slot = 1; slot <= slotCount; ++slot)
         if (!m_disk.remove(fileName(slot)))
             qCWarning(log) << "the scene cannot be deleted:" << fileName(slot);
 }
 
-QString SceneMemories::fileName(int index) const
+QString SceneMemories::fileName(int slot) const
 {
-    Q_ASSERT(index >= liveSettings && index <= slotCount);
-    return pathOf(m_organisation, applications[index]);
+    Q_ASSERT(slot >= 1 && slot <= slotCount);
+    return pathOf(m_organisation, applications[slot]);
 }

@@ -4,16 +4,13 @@
 
 #include <QString>
 
+#include <optional>
+
 /// The ten scene memories: snapshots of the live settings, each a file beside the live one, and
 /// their names in a file of their own. Slots are 1 to 10. GUI thread only.
-///
-/// A scene recalls mixer and outputs. What belongs to the panel stays as it is: the page on screen,
-/// the choices of the Interface page, and what the user wants to see no more.
 class SceneMemories
 {
 public:
-    /// Table index of the live settings; those of the scenes are their slots.
-    static constexpr int liveSettings = 0;
     static constexpr int slotCount = 10;
 
     /// @param live must outlive the scenes
@@ -21,17 +18,13 @@ public:
     SceneMemories(
         Settings &live, const char *organisation, storage::Disk &disk = storage::realDisk());
 
-    /// Takes the live settings as the scene of a slot.
-    /// @return false when it could not; the scene from before is still there, and the log says so
+    /// Keeps the live settings as the scene of a slot, byte for byte.
+    /// @return false if that fails, which is logged; the scene from before is still there
     bool save(int slot);
 
-    /// Makes a scene the live settings.
-    /// @return false when there is no such scene; nothing has changed then
-    bool load(int slot);
-
-    /// Whether the slot holds a scene that can be loaded. A file that is empty, or holds no group
-    /// of the panel's, is none.
-    bool exists(int slot) const;
+    /// The content of a slot, as far as it can be read. Nothing if there is no such scene: a file
+    /// that is empty, or holds no group of the panel's, is none.
+    std::optional<storage::FileContent> read(int slot) const;
 
     /// The name of a slot; "SceneMemory1" to "SceneMemory10" until it is given another one.
     QString name(int slot) const;
@@ -42,10 +35,9 @@ public:
     /// Deletes all scenes and their names; the live settings stay. Failures are logged.
     void initialize();
 
-    /// The file of a slot, or of the live settings.
-    QString fileName(int index) const;
-
 private:
+    QString fileName(int slot) const;
+
     Settings &m_live;
     storage::Disk &m_disk;
     const char *const m_organisation;

@@ -103,10 +103,10 @@ FileContent readFile(Disk &disk, const QString &path)
         return reader.read(bytes, count);
     });
     reader.finish();
-    content.values = reader.values();
+    content.entries = reader.entries();
     if (read == Disk::Read::Missing)
         content.health = FileHealth::Missing;
-    else if (read == Disk::Read::Failed || content.values.isEmpty())
+    else if (read == Disk::Read::Failed || content.entries.isEmpty())
         content.health = FileHealth::Unreadable;
     else
         content.health = reader.isDamaged() ? FileHealth::Damaged : FileHealth::Good;

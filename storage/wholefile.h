@@ -23,7 +23,7 @@ enum class FileHealth {
 struct FileContent
 {
     FileHealth health = FileHealth::Missing;
-    Values values;
+    Entries entries;
     QByteArray bytes; ///< of a good file
 };
 

@@ -154,7 +154,8 @@ void UpdateInformation::goOn()
 }
 
 bool UpdateInformation::isWanted(
-    const update::Release &release, const QString &current, const storage::TextSetting &mark) const
+    const update::Release &release, const QString &current,
+    const storage::Setting<storage::TextKey> &mark) const
 {
     if (!update::isNewer(release.major, release.minor, current)) return false;
     return m_onDemand || update::isNewer(release.major, release.minor, m_settings.read(mark));
@@ -199,7 +200,8 @@ void UpdateInformation::offer(
     show(box);
 }
 
-void UpdateInformation::noteTick(const storage::TextSetting &mark, const QString &value)
+void UpdateInformation::noteTick(
+    const storage::Setting<storage::TextKey> &mark, const QString &value)
 {
     if (m_box->isTicked()) m_settings.write(mark, value);
 }

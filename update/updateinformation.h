@@ -89,11 +89,11 @@ private:
     void conclude();
     bool isWanted(
         const update::Release &release, const QString &current,
-        const storage::TextSetting &mark) const;
+        const storage::Setting<storage::TextKey> &mark) const;
     void offer(
         const QString &headline, const QString &current, const update::Release &release,
         Decision now, Decision notNow);
-    void noteTick(const storage::TextSetting &mark, const QString &value);
+    void noteTick(const storage::Setting<storage::TextKey> &mark, const QString &value);
     void startDownload(const update::Release &release);
     void sayExecFailed();
     void sayUnreachable();

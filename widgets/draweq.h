@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/geometry.h"
 #include "widgets/eqcurve.h"
 
 #include <QLabel>
@@ -13,8 +14,8 @@ class DrawEq : public QLabel
     Q_OBJECT
 
 public:
-    static constexpr int columns = 136;
-    static constexpr int zeroRow = 38;
+    static constexpr int columns = geometry::eqColumns;
+    static constexpr int zeroRow = geometry::eqZeroRow;
 
     explicit DrawEq(QWidget *parent = nullptr);
 

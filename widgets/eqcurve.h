@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/device.h"
+
 #include <array>
 
 /// What the EQ curve display draws: the four bands of one channel. A plain value, and the
@@ -25,7 +27,7 @@ struct EqCurve
     };
 
     State state = State::NoChannel;
-    std::array<Band, 4> bands{};
+    std::array<Band, tamber::eqBandCount> bands{};
     bool lowCut = false;
 
     /// Height of the curve over the 0 dB line at a column (1 to 135), -39 to 39 pixels.

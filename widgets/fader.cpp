@@ -1,5 +1,6 @@
 #include "widgets/fader.h"
 
+#include "common/geometry.h"
 #include "widgets/sharppixmap.h"
 
 #include <QMouseEvent>
@@ -7,7 +8,7 @@
 fader::fader(QWidget *parent) : StepControl(Travel::Vertical, parent)
 {
     setPixmap(sharpPixmap(QStringLiteral(":/Resource/track/fader.png")));
-    setFixedSize(20, 30);
+    setFixedSize(geometry::capWidth, geometry::capHeight);
 }
 
 void fader::mousePressEvent(QMouseEvent *event)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/device.h"
+
 #include <QColor>
 #include <QStringList>
 #include <QWidget>
@@ -23,7 +25,7 @@ class LineOut : public QWidget
     Q_PROPERTY(QColor accent MEMBER m_accent)
 
 public:
-    static constexpr int outputCount = 8;
+    static constexpr int outputCount = tamber::lineOutCount;
     static constexpr int outputPitch = 60;       ///< rows from one output to the next
     static constexpr int boxHeight = 28;         ///< of a source or output
     using Routes = std::array<int, outputCount>; ///< place of each output's source

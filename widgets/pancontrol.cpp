@@ -1,5 +1,6 @@
 #include "widgets/pancontrol.h"
 
+#include "common/geometry.h"
 #include "widgets/sharppixmap.h"
 
 #include <QMouseEvent>
@@ -10,7 +11,7 @@ PanControl::PanControl(QWidget *parent)
       m_sideImage(sharpPixmap(QStringLiteral(":Resource/track/PAN.png")))
 {
     setPixmap(m_centreImage);
-    setFixedSize(16, 12);
+    setFixedSize(geometry::panWidth, geometry::panHeight);
 }
 
 void PanControl::setCentred(bool centred)

@@ -1,10 +1,11 @@
 #include "editing.h"
 
+#include "common/geometry.h"
+#include "mixer/gainreduction.h"
 #include "sheet.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
 #include "widgets/eqshapes.h"
-#include "widgets/gainreduction.h"
 
 #include <QPainter>
 
@@ -17,9 +18,9 @@ namespace {
 
 constexpr int headHeight = 24;
 constexpr int dividers[] = {184, 278, 372, 466, 560}; // beside the columns of the bands
-constexpr QPoint equalizerPlace(33, 52);
-constexpr QPoint compressorPlace(630, 50);
-constexpr QPoint reductionPlace(gainreduction::left, gainreduction::top);
+constexpr QPoint equalizerPlace(geometry::eqLeft, geometry::eqTop);
+constexpr QPoint compressorPlace(geometry::compressorLeft, geometry::compressorTop);
+constexpr QPoint reductionPlace(geometry::reductionLeft, geometry::reductionTop);
 
 constexpr int textHeight = 12;
 constexpr qreal legendWidth = 0.86; // narrow enough for "100" and "200" side by side
@@ -121,16 +122,15 @@ void compressor(QPainter &painter)
 
 void reduction(QPainter &painter)
 {
-    using namespace gainreduction;
-    well(painter, QSize(width, fullLength));
+    well(painter, QSize(geometry::reductionWidth, geometry::reductionLength));
     setFont(painter, colour::number);
     for (const int decibels : {6, 12, 18, 24}) {
         const double gain = 32768 * std::pow(10.0, -decibels / 20.0);
-        const int row = target(static_cast<std::uint16_t>(gain)) - 1;
-        fill(painter, QRectF(width + 2, row, 3, 1), colour::tick);
+        const int row = mixer::reductionTarget(static_cast<std::uint16_t>(gain)) - 1;
+        fill(painter, QRectF(geometry::reductionWidth + 2, row, 3, 1), colour::tick);
         painter.drawText(
-            QRectF(width + 7, row - 5.5, 14, textHeight), Qt::AlignLeft | Qt::AlignVCenter,
-            QString::number(decibels));
+            QRectF(geometry::reductionWidth + 7, row - 5.5, 14, textHeight),
+            Qt::AlignLeft | Qt::AlignVCenter, QString::number(decibels));
     }
 }
 

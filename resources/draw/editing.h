@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/geometry.h"
+
 #include <QSize>
 
 class QPainter;
@@ -7,7 +9,7 @@ class QPainter;
 /// The panel above the strips.
 namespace editing {
 
-constexpr QSize size(1036, 165);
+constexpr QSize size(geometry::editingWidth, geometry::editingHeight);
 
 /// Surface and dividers, and what lies behind the displays: wells, grid lines and legends. The
 /// lines stand where the displays' own arithmetic puts their values.

@@ -2,6 +2,7 @@
 //     QT_QPA_PLATFORM=offscreen tamber-draw resources/track
 //     QT_QPA_PLATFORM=offscreen tamber-draw --icons resources/icons
 
+#include "common/geometry.h"
 #include "controls.h"
 #include "editing.h"
 #include "icons.h"
@@ -39,16 +40,16 @@ void addKnobs(std::vector<Image> &images)
 
 std::vector<Image> images()
 {
-    using namespace sheet;
+    using namespace geometry;
     using std::bind;
     using std::placeholders::_1;
     const QSize mono(stripWidth, stripHeight);
     const QSize pair(pairWidth, stripHeight);
     std::vector<Image> all = {
-        {QStringLiteral("fader"), QSize(20, 30), controls::faderCap},
-        {QStringLiteral("PAN"), QSize(16, 12), bind(controls::panMarker, _1, false)},
-        {QStringLiteral("PAN_c"), QSize(16, 12), bind(controls::panMarker, _1, true)},
-        {QStringLiteral("meter"), QSize(6, 107), controls::meterBar},
+        {QStringLiteral("fader"), QSize(capWidth, capHeight), controls::faderCap},
+        {QStringLiteral("PAN"), QSize(panWidth, panHeight), bind(controls::panMarker, _1, false)},
+        {QStringLiteral("PAN_c"), QSize(panWidth, panHeight), bind(controls::panMarker, _1, true)},
+        {QStringLiteral("meter"), QSize(meterWidth, meterHeight + 1), controls::meterBar},
         {QStringLiteral("mono"), mono, bind(strips::mono, _1, false)},
         {QStringLiteral("mono_selected"), mono, bind(strips::mono, _1, true)},
         {QStringLiteral("stereo"), pair, bind(strips::pair, _1, false)},

@@ -35,11 +35,6 @@ constexpr QRgb amber = 0xfff2c14e;
 constexpr QRgb red = 0xffff4d4f;
 } // namespace colour
 
-constexpr int stripWidth = 59;
-constexpr int pairWidth = 2 * stripWidth;
-constexpr int masterWidth = 78;
-constexpr int stripHeight = 368;
-
 /// A filled rectangle with sharp edges, whatever the painter's hints are.
 void fill(QPainter &painter, const QRectF &area, QRgb rgb);
 

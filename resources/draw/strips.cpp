@@ -1,5 +1,6 @@
 #include "strips.h"
 
+#include "common/geometry.h"
 #include "sheet.h"
 
 #include <QFont>
@@ -8,16 +9,14 @@
 #include <initializer_list>
 
 namespace colour = sheet::colour;
+using namespace geometry;
 using sheet::fill;
 
 namespace {
 
 constexpr int headHeight = 32;
-constexpr int capWidth = 20;
 constexpr int capReadingRow = 15; // row of a cap at which its value is read
-constexpr int meterTop = 154;
-constexpr int meterRows = 107;
-constexpr int meterWidth = 6;
+constexpr int meterRows = geometry::meterHeight + 1;
 constexpr int meterLevels[] = {0, 10, 20, 30, 40, 50};
 constexpr int panLineRow = 133;
 constexpr int separatorRow = 106;
@@ -30,8 +29,9 @@ struct FaderMark
 };
 
 constexpr FaderMark faderMarks[] = {
-    {"+6", 144}, {"0", 157},  {"6", 169.5}, {"12", 181},         {"20", 193},
-    {"30", 209}, {"40", 219}, {"60", 235},  {"\u221e", 245, 11},
+    {"+6", faderTop}, {"0", 157},  {"6", 169.5},
+    {"12", 181},      {"20", 193}, {"30", 209},
+    {"40", 219},      {"60", 235}, {"\u221e", faderBottom, 11},
 };
 
 void setFont(QPainter &painter, int pixels, QRgb rgb)
@@ -45,10 +45,9 @@ void setFont(QPainter &painter, int pixels, QRgb rgb)
 void surface(QPainter &painter, int width, bool selected)
 {
     const int right = width - 1; // the last column is the gap to the next strip
-    fill(painter, QRectF(0, 0, width, sheet::stripHeight), colour::gap);
+    fill(painter, QRectF(0, 0, width, stripHeight), colour::gap);
     fill(
-        painter, QRectF(0, 0, right, sheet::stripHeight),
-        selected ? colour::surfaceLit : colour::surface);
+        painter, QRectF(0, 0, right, stripHeight), selected ? colour::surfaceLit : colour::surface);
     fill(painter, QRectF(0, 0, right, headHeight), selected ? colour::headLit : colour::head);
     if (selected) fill(painter, QRectF(0, 0, right, 2), colour::accent);
     fill(painter, QRectF(0, headHeight, right, 1), colour::line);
@@ -116,34 +115,34 @@ namespace strips {
 
 void mono(QPainter &painter, bool selected)
 {
-    surface(painter, sheet::stripWidth, selected);
-    separator(painter, separatorRow, sheet::stripWidth);
+    surface(painter, stripWidth, selected);
+    separator(painter, separatorRow, stripWidth);
     panLine(painter, 0);
-    faderScale(painter, 12);
-    meterWell(painter, 37);
+    faderScale(painter, faderColumns[0]);
+    meterWell(painter, monoMeterColumn);
     meterTicks(painter, 45);
 }
 
 void pair(QPainter &painter, bool selected)
 {
-    surface(painter, sheet::pairWidth, selected);
-    separator(painter, separatorRow, sheet::pairWidth);
+    surface(painter, pairWidth, selected);
+    separator(painter, separatorRow, pairWidth);
     panLine(painter, 0);
-    panLine(painter, sheet::stripWidth);
-    faderScale(painter, 35);
-    meterWell(painter, 63);
-    meterWell(painter, 75);
+    panLine(painter, stripWidth);
+    faderScale(painter, faderColumns[2]);
+    for (const int column : pairMeterColumns)
+        meterWell(painter, column);
     meterTicks(painter, 83);
     meterNumbers(painter, 88);
 }
 
 void master(QPainter &painter)
 {
-    surface(painter, sheet::masterWidth + 1, false);
-    separator(painter, separatorRow, sheet::masterWidth + 1);
-    faderScale(painter, 17);
-    meterWell(painter, 43);
-    meterWell(painter, 52);
+    surface(painter, masterWidth + 1, false);
+    separator(painter, separatorRow, masterWidth + 1);
+    faderScale(painter, faderColumns[3]);
+    for (const int column : masterMeterColumns)
+        meterWell(painter, column);
     meterTicks(painter, 60);
     meterNumbers(painter, 64);
     setFont(painter, 9, colour::number);

@@ -2,6 +2,7 @@
 
 #include "tests/app/panel.h"
 #include "tests/app/userprogram.h"
+#include "tests/mixer/storedstate.h"
 #include "tests/patience.h"
 #include "tests/tracefile.h"
 
@@ -26,11 +27,13 @@ public:
         m_program = std::make_unique<UserProgram>(home, command);
     }
 
-    /// Whether its window came up and the first full send is through.
+    /// Whether its window came up and its device holds what is stored.
     bool isReady()
     {
-        return QTest::qWaitFor([this] { return m_program->window(display) != 0; }, patience) &&
-               settled();
+        const auto agrees = [this] {
+            return m_program->window(display) != 0 && differences().isEmpty();
+        };
+        return QTest::qWaitFor(agrees, patience);
     }
 
     bool endedWith(int code) const { return m_program->endedWith(code); }
@@ -44,26 +47,27 @@ public:
         const QPoint from = placeOf(control);
         display.movePointer(from);
         display.press();
-        for (int way = 1; way <= qAbs(down); ++way) {
+        for (int way = 1; way <= qAbs(down); ++way)
             display.movePointer(from + QPoint(0, down > 0 ? way : -way));
-            QTest::qSleep(4);
-        }
         display.release();
     }
 
-    /// Waits until nothing but the meters goes to the device any more.
-    bool settled()
+    /// What a device holds that agrees with its settings file.
+    simulator::MixerState fileState() const
     {
-        int before = -1;
-        for (int waited = 0; waited < patience; waited += 1000) {
-            const int now =
-                parametersSent(home.traceFile()).size() + sectionsSent(home.traceFile()).size();
-            if (now == before) return true;
-            before = now;
-            QTest::qWait(1000);
-        }
-        return false;
+        storage::IniReader reader;
+        const QByteArray file = bytesOf(home.settingsFile());
+        reader.read(file.constData(), file.size());
+        reader.finish();
+        return storedState(storage::Values(reader.entries()));
     }
+
+    /// What its device holds and its settings file does not. Differs until the last change has
+    /// arrived at both.
+    QStringList differences() const { return ::differences(deviceState(), fileState()); }
+
+    /// What its settings file says.
+    IniContent stored() const { return readIni(home.settingsFile()); }
 
     /// What its device holds: it has obeyed what was carried to it since it was plugged in.
     simulator::MixerState deviceState() const
@@ -79,20 +83,6 @@ public:
                 static_cast<std::size_t>(bytes.size()));
         }
         return device.state();
-    }
-
-    /// What a panel that starts with its settings file sends.
-    simulator::MixerState fileState() const
-    {
-        const Panel panel("replayed", bytesOf(home.settingsFile()));
-        simulator::MixerState before;
-        simulator::MixerState now = panel.tamber.state();
-        do {
-            before = now;
-            QTest::qWait(1500);
-            now = panel.tamber.state();
-        } while (now != before);
-        return now;
     }
 
     XDisplay display;

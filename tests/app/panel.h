@@ -4,7 +4,7 @@
 #include "device/tracetransport.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
-#include "tests/app/lossytransport.h"
+#include "tests/device/lossytransport.h"
 #include "tests/inifile.h"
 
 #include <QDir>
@@ -22,7 +22,16 @@ inline QString settingsPath(const QByteArray &name)
         QLatin1String(name));
 }
 
-/// The main window with a simulated device, on a settings file of its own.
+/// The computer's time, which can be put forward as if it had passed.
+class LeapingWallClock final : public mixer::WallClock
+{
+public:
+    qint64 now() override { return mixer::RealWallClock::instance().now() + leap; }
+    qint64 leap = 0; ///< milliseconds
+};
+
+/// The main window with a simulated device, on a settings file of its own. The device's waits take
+/// no time.
 struct Panel
 {
     /// @param stored the content of the settings file beforehand, beside "start box seen"
@@ -30,7 +39,7 @@ struct Panel
         : path(prepare(name, stored)), settings(testOrganisation, name.constData()), tamber(clock),
           cable(new LossyTransport(std::make_unique<simulator::SimulatedTransport>(tamber))),
           transport(tracedWhereAsked(std::unique_ptr<Transport>(cable))),
-          window(settings, *transport, testEdition)
+          window(settings, *transport, testEdition, {workerClock, wallClock})
     {
     }
 
@@ -52,10 +61,12 @@ struct Panel
 
     const QString path;
     Settings settings;
-    simulator::RealClock clock;
+    simulator::SteppedClock clock;
     simulator::SimulatedTamber tamber;
     LossyTransport *const cable; ///< the test's own, between the panel and the device
     const std::unique_ptr<Transport> transport;
+    CountingClock workerClock{&clock};
+    LeapingWallClock wallClock;
     MainWindow window;
 
 private:

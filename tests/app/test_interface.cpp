@@ -49,8 +49,10 @@ QString framesOnDisk()
     return readIni(store.fileName()).value("ASIODRIVER/blockFrames"_s);
 }
 
-QString text(const Panel &panel, const QString &label)
+/// What a label says when the page is refreshed, which is once a second otherwise.
+QString text(Panel &panel, const QString &label)
 {
+    panel.window.timerInterrupt_1000ms();
     return panel.find<QLabel>(label)->text();
 }
 
@@ -62,7 +64,7 @@ QString sizes(Panel &panel)
         panel.file().value("Interface/AudioPeformanceIndex"_s));
 }
 
-QStringList textsOfTheDevice(const Panel &panel)
+QStringList textsOfTheDevice(Panel &panel)
 {
     QStringList texts;
     for (const QString &label : deviceTexts)

@@ -1,10 +1,8 @@
 #include "app/outputpage.h"
 #include "app/program.h"
 #include "app/simulatedtamberwindow.h"
-#include "mixer/outputrule.h"
 #include "tests/app/panel.h"
 #include "tests/patience.h"
-#include "tests/tracefile.h"
 #include "widgets/fader.h"
 #include "widgets/lineout.h"
 
@@ -30,8 +28,6 @@ private slots:
     void stereoBus();
     void bypassRestsTheMixer();
     void storedStateAtTheStart();
-    void pluggedInAgain();
-    void orderOfTheOptions();
     void pictureFollows();
     void cableAndSampleRateOfTheDemo();
 };
@@ -41,15 +37,6 @@ namespace {
 constexpr int patience = 20000 * slowness;
 using Outs = std::array<Source, simulator::lineOutCount>;
 const Outs firstOuts = {{{2, 1}, {2, 2}, {3, 3}, {3, 4}, {3, 5}, {3, 6}, {3, 7}, {3, 8}}};
-
-/// The messages with an item of this tag and one byte.
-QList<QByteArray> sentWith(const Panel &panel, const char *tag)
-{
-    QList<QByteArray> sent;
-    for (const TraceLine &line : readTrace(panel.tracePath()))
-        if (line.what == "out" && line.item(tag) >= 0) sent += line.bytes;
-    return sent;
-}
 
 QComboBox *list(const Panel &panel, int output)
 {
@@ -83,7 +70,6 @@ void TestOutput::firstStart()
     Panel panel("outputs-first", "");
     QVERIFY(plays(panel, firstOuts));
     QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().stereoBus, patience);
-    QCOMPARE(sentWith(panel, "45"), QList<QByteArray>{"45 02 00 00 00"});
     QVERIFY(panel.find<QCheckBox>("cB_ToStereoBus"_s)->isChecked());
     QVERIFY(panel.find<QPushButton>("pB_ToStereoBus"_s)->isChecked());
     QVERIFY(panel.find<QRadioButton>("rB_MixerTrueBypass_off"_s)->isChecked());
@@ -97,56 +83,46 @@ void TestOutput::listsRouteTheirOutput()
 {
     Panel panel("outputs", "");
     Outs expected = firstOuts;
-    QVERIFY(plays(panel, expected));
-    list(panel, 3)->setCurrentIndex(1);
-    expected[2] = {2, 2};
-    QVERIFY(plays(panel, expected));
     for (int output = 1; output <= 8; ++output) {
         const int index = 10 - output;
         list(panel, output)->setCurrentIndex(index);
         const auto place = static_cast<std::size_t>(output - 1);
         expected[place] = {3, static_cast<std::uint8_t>(index - 1)};
-        QVERIFY(plays(panel, expected));
-        const QString key = "LineOutSettings/LineOut%1"_s.arg(output);
-        QCOMPARE(panel.file().value(key), QString::number(index));
+        QCOMPARE(panel.settings.read(storage::lineOut(output)), index);
         QCOMPARE(panel.find<LineOut>("lineOut"_s)->routes()[place], index);
     }
+    QVERIFY(plays(panel, expected));
 }
 
 void TestOutput::stereoBus()
 {
     Panel panel("stereo-bus", "");
-    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().stereoBus, patience);
     auto *twin = panel.find<QPushButton>("pB_ToStereoBus"_s);
     for (const bool on : {false, true}) {
         panel.find<QCheckBox>("cB_ToStereoBus"_s)->click();
         QCOMPARE(twin->isChecked(), on);
         QVERIFY(!twin->isEnabled());
-        QTRY_COMPARE_WITH_TIMEOUT(panel.tamber.state().stereoBus, on, patience);
-        QCOMPARE(panel.file().value("Misc/ComputerOutToStereoBus"_s), on ? "true"_s : "false"_s);
+        QCOMPARE(panel.settings.read(storage::stereoBus), on);
     }
 }
 
 void TestOutput::bypassRestsTheMixer()
 {
     Panel panel("bypass", "[Track2]\nSelect=true\nFader_pos=187\nFader_value=-16\n");
-    QTRY_COMPARE_WITH_TIMEOUT(sentWith(panel, "45").size(), 1, patience);
     QVERIFY(mixerIs(panel, true));
     panel.find<QRadioButton>("rB_MixerTrueBypass_on"_s)->click();
     QVERIFY(mixerIs(panel, false));
     for (const char *end : {"2", "16", "1_2", "15_16"})
         QCOMPARE(panel.find<QLabel>("label_Fader"_s + QLatin1String(end))->text(), "Bypass"_s);
     QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().trueBypass, patience);
-    QCOMPARE(panel.file().value("Misc/MixerTrueBypass"_s), "true"_s);
+    QVERIFY(panel.settings.read(storage::trueBypass));
 
     panel.find<QRadioButton>("rB_MixerTrueBypass_off"_s)->click();
     QVERIFY(mixerIs(panel, true));
     QCOMPARE(panel.find<QLabel>("label_Fader2"_s)->text(), "-16 dB"_s);
     QVERIFY(panel.find<QPushButton>("pB_Analog2"_s)->isChecked());
     QTRY_VERIFY_WITH_TIMEOUT(!panel.tamber.state().trueBypass, patience);
-    const QList<QByteArray> sent = {"45 02 00 00 00", "45 02 01 00 00", "45 02 00 00 00"};
-    QTRY_COMPARE_WITH_TIMEOUT(sentWith(panel, "45"), sent, patience);
-    QCOMPARE(panel.file().value("Misc/MixerTrueBypass"_s), "false"_s);
+    QVERIFY(!panel.settings.read(storage::trueBypass));
 }
 
 /// Foreign sources play their default, and are not corrected in the file.
@@ -165,51 +141,7 @@ void TestOutput::storedStateAtTheStart()
     expected[0] = {3, 8};
     QVERIFY(plays(panel, expected));
     QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().trueBypass, patience);
-    QTRY_COMPARE_WITH_TIMEOUT(sentWith(panel, "44"), QList<QByteArray>{"44 02 00 00 00"}, patience);
     QCOMPARE(panel.file().value("LineOutSettings/LineOut2"_s), "10"_s);
-}
-
-/// A device that comes back with its defaults is given routes and options again.
-void TestOutput::pluggedInAgain()
-{
-    Panel panel("outputs-replugged", "MixerTrueBypass=true\n");
-    QVERIFY(plays(panel, firstOuts));
-    panel.tamber.setPlugged(false);
-    QTRY_VERIFY_WITH_TIMEOUT(panel.window.findChild<QMessageBox *>(), patience);
-    panel.tamber.setPlugged(true);
-    QVERIFY(plays(panel, firstOuts));
-    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().trueBypass, patience);
-    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().stereoBus, patience);
-    QVERIFY(mixerIs(panel, false));
-}
-
-/// The mixer rests before the device is told, and the device is told before the file is written.
-void TestOutput::orderOfTheOptions()
-{
-    Settings settings(testOrganisation, "order");
-    simulator::RealClock clock;
-    simulator::SimulatedTamber tamber(clock);
-    simulator::SimulatedTransport transport(tamber);
-    QVXDevice device(transport);
-    const OutputPage page;
-    QStringList steps;
-    mixer::OutputRule rule(settings, device, page.view(), [&](bool enabled) {
-        steps += enabled ? "mixer on"_s : "mixer off"_s;
-    });
-    connect(&device, &QVXDevice::sig_set_truebypass, this, [&](unsigned char on) {
-        steps += "told %1, stored %2"_s.arg(on).arg(settings.read(storage::trueBypass));
-    });
-    connect(&device, &QVXDevice::sig_set_send_stereobus, this, [&](unsigned char on) {
-        steps += "bus told %1, stored %2"_s.arg(on).arg(settings.read(storage::stereoBus));
-    });
-    rule.setTrueBypass(true);
-    rule.setTrueBypass(false);
-    rule.setStereoBus(false);
-    const QStringList expected = {
-        "mixer off"_s, "told 1, stored 0"_s, "mixer on"_s, "told 0, stored 1"_s,
-        "bus told 0, stored 1"_s};
-    QCOMPARE(steps, expected);
-    QVERIFY(!settings.read(storage::stereoBus));
 }
 
 /// A picture with another route looks different along that arrow, and only there.

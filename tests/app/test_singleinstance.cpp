@@ -185,7 +185,6 @@ void TestSingleInstance::startsAtTheSameMoment()
     const auto hasWindow = [&](const auto &demo) { return demo->window(m_display) != 0; };
     QTRY_COMPARE_WITH_TIMEOUT(count([](auto &demo) { return demo->endedWith(0); }), 4, patience);
     QTRY_COMPARE_WITH_TIMEOUT(count(hasWindow), 1, patience);
-    QTest::qWait(300);
     QCOMPARE(count([](auto &demo) { return demo->isUp(); }), 1);
 }
 

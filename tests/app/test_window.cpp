@@ -77,7 +77,7 @@ void TestWindow::startInformation()
     }
     Panel again("start");
     again.window.show();
-    QTest::qWait(300);
+    QVERIFY(QTest::qWaitForWindowExposed(&again.window));
     QVERIFY(!again.window.findChild<QMessageBox *>());
 }
 

@@ -51,6 +51,13 @@ public:
     QList<QByteArray> sent;         ///< in hexadecimal, what was accepted
     int unexpected = 0;             ///< transfers that no command makes
 
+    /// The next so many transfers fail.
+    void failNext(int count)
+    {
+        const auto lock = hold();
+        failFrom = m_transfers + 1;
+        failures = count;
+    }
     /// While this is held, all requests wait.
     std::unique_lock<std::mutex> hold() { return std::unique_lock(m_mutex); }
     /// What was sent since the last time.
@@ -108,11 +115,12 @@ private:
     bool fails(char call)
     {
         calls += call;
-        const int n = calls.size() - calls.count('F');
-        return failFrom > 0 && n >= failFrom && n < failFrom + failures;
+        ++m_transfers;
+        return failFrom > 0 && m_transfers >= failFrom && m_transfers < failFrom + failures;
     }
 
     Transport *m_behind;
+    int m_transfers = 0;
     std::mutex m_mutex;
 };
 

@@ -17,7 +17,11 @@ constexpr int lineOut = vxctl::channelLineOut;
 /// The facade with its worker thread, on a simulated device with a recorder on its cable.
 struct Panel
 {
-    Panel() { transport.takeSent(); }
+    /// Waits take no time, unless it is with a clock of its own.
+    explicit Panel(Clock *clock = nullptr) : device(transport, clock ? *clock : quick)
+    {
+        transport.takeSent();
+    }
 
     /// Everything that was sent until all requests were worked off, but for the mark put in for it.
     QByteArray sent()
@@ -43,7 +47,8 @@ struct Panel
     simulator::SimulatedTamber tamber{time};
     simulator::SimulatedTransport cable{tamber};
     RecordedTransport transport{&cable};
-    QVXDevice device{transport};
+    CountingClock quick{&time};
+    QVXDevice device;
 };
 
 QByteArray parameter(int type, int number, const char *tag, int value)
@@ -66,7 +71,7 @@ private slots:
     void resultsOfSetters();
     void failuresAreToldAndSentAgain_data();
     void failuresAreToldAndSentAgain();
-    void quiet();
+    void answersFromOutside();
     void hangingTransfer();
     void identityThatFails();
     void refusedChannels();
@@ -129,8 +134,10 @@ void TestQVXDevice::failuresAreToldAndSentAgain_data()
     row("mute", Kind::Mute, 0, [](auto &d, auto v) { d.set_mute(input, 1, v); });
     row("solo", Kind::Solo, 2, [](auto &d, auto v) { d.set_solo(input, 3, v); });
     row("phase", Kind::Phase, 0, [](auto &d, auto v) { d.set_phase(input, 1, v); });
-    row("eq", Kind::Eq, 7, [](auto &d, auto v) { d.set_eq(input, 2, v, 4, 0, 0, 0); });
-    row("comp", Kind::Comp, 0, [](auto &d, auto v) { d.set_comp(input, 1, v, 0, 0, 0, 0, 0, 0); });
+    row("eq", Kind::Eq, 7, [](auto &d, auto v) { d.set_eq(input, 2, 4, {v, 0, 0, 0}); });
+    row("comp", Kind::Comp, 0, [](auto &d, auto v) {
+        d.set_comp(input, 1, {v, 0, 0, 0, 0, 0, 0});
+    });
     row("route", Kind::Route, 4, [](auto &d, auto v) { d.set_assign_ch(2, v + 1, lineOut, 5); });
     row("stereo bus", Kind::StereoBus, 0, [](auto &d, auto v) { d.set_send_stereobus(v); });
     row("true bypass", Kind::TrueBypass, 0, [](auto &d, auto v) { d.set_truebypass(v); });
@@ -160,15 +167,13 @@ void TestQVXDevice::failuresAreToldAndSentAgain()
             [&] { return (result = panel.device.takeBusResult(target.kind)).has_value(); }, 300);
         return QStringList{!ended ? "none"_s : *result ? "done"_s : "failed"_s};
     };
-    panel.transport.failFrom = 1; // every transfer from now on
+    panel.transport.failNext(1000);
     request(panel.device, 1);
     panel.device.reset(); // what fails from before it is not told
     request(panel.device, 1);
-    panel.transport.failures = 0;
+    panel.transport.failNext(0);
     wait();
-    panel.transport.calls.clear();
-    panel.transport.failFrom = 1;
-    panel.transport.failures = 1;
+    panel.transport.failNext(1);
     request(panel.device, 0);
     QCOMPARE(wait(), QStringList{"failed"_s});
     QCOMPARE(panel.device.resend(target), !hasNoAnswer);
@@ -177,25 +182,19 @@ void TestQVXDevice::failuresAreToldAndSentAgain()
     QCOMPARE(panel.device.setsWaiting(), 0);
 }
 
-/// Only queries go to the device, and what was not sent is not taken for sent.
-void TestQVXDevice::quiet()
+/// What stands in for the worker reaches the facade by the names of its slots.
+void TestQVXDevice::answersFromOutside()
 {
     Panel panel;
-    panel.device.setQuiet(true);
-    panel.device.set_mute(input, 1, 1);
-    panel.device.set_eq(input, 1, 1, 1, 0, 0, 0);
-    panel.device.set_comp(input, 1, 1, 0, 0, 0, 0, 0, 0);
-    panel.device.set_assign_ch(2, 1, lineOut, 1);
-    panel.device.set_truebypass(1);
-    std::uint16_t version = 0;
-    panel.device.get_version(version);
-    QList<QByteArray> queries;
-    QTRY_VERIFY(!(queries += panel.transport.takeSent()).isEmpty());
-    QCOMPARE(queries, QList<QByteArray>{"31 01 00 00"});
-    panel.device.setQuiet(false);
-    panel.device.set_mute(input, 1, 1);
-    QCOMPARE(panel.sent(), parameter(input, 1, "83", 1));
-    QVERIFY(!panel.tamber.state().trueBypass);
+    QObject &device = panel.device;
+    QVERIFY(QMetaObject::invokeMethod(&device, "recv_is_selected", Q_ARG(bool, false)));
+    QVERIFY(!panel.device.is_selected());
+    QVERIFY(QMetaObject::invokeMethod(
+        &device, "recv_get_grmeter", Q_ARG(bool, true), Q_ARG(int, input), Q_ARG(unsigned char, 7),
+        Q_ARG(unsigned int, 16422)));
+    unsigned int gain = 0;
+    QVERIFY(panel.device.get_grmeter(input, 7, gain));
+    QCOMPARE(gain, 16422U);
 }
 
 /// A transfer that does not return does not look like a working device.
@@ -218,11 +217,11 @@ void TestQVXDevice::refusedChannels()
     QVXDevice &d = panel.device;
     unsigned int value = 0;
     const bool accepted[] = {
-        d.set_comp(master, 1, 1, 0, 0, 0, 0, 0, 0),
-        d.set_eq(input, 0, 1, 1, 0, 0, 0),
-        d.set_eq(input, 1, 1, 0, 0, 0, 0),
-        d.set_eq(input, 1, 1, 5, 0, 0, 0),
-        d.set_eq(master, 1, 1, 1, 0, 0, 0),
+        d.set_comp(master, 1, {}),
+        d.set_eq(input, 0, 1, {}),
+        d.set_eq(input, 1, 0, {}),
+        d.set_eq(input, 1, 5, {}),
+        d.set_eq(master, 1, 1, {}),
         d.set_fader(master, 3, 0),
         d.set_fader(lineOut, 1, 0),
         d.set_mute(input, 0, 1),
@@ -304,7 +303,7 @@ void TestQVXDevice::identityRequestsDoNotPileUp()
         panel.device.get_build(number);
         panel.device.get_sample_rate(hertz);
         panel.device.is_selected();
-        if (i == 50) QThread::msleep(20); // time for the worker to begin with the first
+        if (i == 50) QTRY_VERIFY(panel.device.transferAge() > 0); // it has begun with the first
     }
     QCOMPARE(presence.count(), 1);
     held.unlock();
@@ -388,12 +387,17 @@ void TestQVXDevice::stopsWhileTheDeviceIsSlow()
 void TestQVXDevice::stopsWhileTheDeviceIsBusy()
 {
     QElapsedTimer timer;
-    for (int lifetime : {0, 50}) {
-        Panel panel;
+    for (const int polls : {0, 3}) {
+        Panel panel(&WorkerClock::instance());
         panel.tamber.setFault(simulator::Fault::Busy); // every command polls half a second
         for (unsigned char number = 1; number <= 16; ++number)
             panel.device.set_mute(input, number, 1);
-        QTest::qWait(lifetime);
+        const auto asked = [&] {
+            const auto lock = panel.transport.hold();
+            return panel.transport.calls.count('I');
+        };
+        const int before = asked();
+        QTRY_VERIFY(asked() >= before + polls);
         timer.start();
     }
     QVERIFY(timer.elapsed() < 300);

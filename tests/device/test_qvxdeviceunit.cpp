@@ -66,17 +66,24 @@ class TestQVXDeviceUnit : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void startOfADeviceThatSaysNothing();
+    void signalsCarryTheirNumbers();
     void commandsArePaced();
     void stopping();
 };
 
-void TestQVXDeviceUnit::initTestCase()
+/// A spy on a worker sees the numbers, though nobody has registered their types for it.
+void TestQVXDeviceUnit::signalsCarryTheirNumbers()
 {
-    qRegisterMetaType<QString>("QString&");
-    qRegisterMetaType<std::uint16_t>("uint16_t");
-    qRegisterMetaType<std::uint32_t>("uint32_t");
+    Talkative transport;
+    CountingClock clock;
+    Unit unit(transport, clock);
+    const QSignalSpy versions(&unit, &Unit::ret_get_version);
+    const QSignalSpy rates(&unit, &Unit::ret_get_sample_rate);
+    unit.get_version();
+    unit.get_sample_rate();
+    QCOMPARE(versions.first(), (QVariantList{true, QVariant::fromValue(std::uint16_t{102})}));
+    QCOMPARE(rates.first(), (QVariantList{true, 96000U}));
 }
 
 void TestQVXDeviceUnit::startOfADeviceThatSaysNothing()
@@ -85,7 +92,7 @@ void TestQVXDeviceUnit::startOfADeviceThatSaysNothing()
     simulator::SimulatedTamber device(time);
     simulator::SimulatedTransport transport(device);
     device.setFault(simulator::Fault::ShortRead);
-    const Unit mute(transport);
+    const Unit mute(transport, WorkerClock::instance());
     QVERIFY(mute.foundAtStart());
     QCOMPARE(int(mute.version), 0);
     QCOMPARE(mute.productNameAtStart(), QString());
@@ -94,13 +101,13 @@ void TestQVXDeviceUnit::startOfADeviceThatSaysNothing()
 void TestQVXDeviceUnit::commandsArePaced()
 {
     Talkative transport;
-    Unit unit(transport);
-    QElapsedTimer timer;
-    timer.start();
+    CountingClock clock;
+    Unit unit(transport, clock);
+    const int before = clock.waited;
     for (int i = 0; i < 20; ++i)
         unit.set_fader(4, 1, static_cast<unsigned char>(i));
     unit.set_truebypass(1); // paced as well, though nobody waits for its answer
-    QVERIFY(timer.elapsed() >= 21 * 10);
+    QCOMPARE(clock.waited - before, 21 * 10);
 }
 
 void TestQVXDeviceUnit::stopping()
@@ -109,7 +116,7 @@ void TestQVXDeviceUnit::stopping()
     QByteArray wrong;
     qint64 elapsed = 0;
     std::thread([&] {
-        Unit unit(transport);
+        Unit unit(transport, WorkerClock::instance());
         transport.calls.clear();
         QThread::currentThread()->requestInterruption();
         QElapsedTimer timer;

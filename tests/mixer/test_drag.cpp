@@ -11,6 +11,8 @@ class TestDrag : public QObject
 private slots:
     void rounding();
     void fader();
+    void pan();
+    void knob();
 };
 
 void TestDrag::rounding()
@@ -42,10 +44,54 @@ void TestDrag::fader()
         for (const int y : {400, 3, 0, -1, -5000}) {
             const Pointer last(QPointF(17, y));
             const Pointer now(QPointF(-900, y + move.way));
-            const auto position = static_cast<std::uint16_t>(move.position);
-            QCOMPARE(int(draggedFader(position, last, now)), move.expected);
+            QCOMPARE(draggedFader(move.position, last, now), move.expected);
         }
     }
+}
+
+/// Right and down turn towards R. Each first half of a pair's page ends at 40, each second one
+/// at 59.
+void TestDrag::pan()
+{
+    struct
+    {
+        StripKind kind;
+        int position;
+        QPoint way;
+        int expected;
+    } const moves[] = {
+        {StripKind::Odd, 20, {9, 0}, 29},    {StripKind::Odd, 20, {3, 4}, 27},
+        {StripKind::Odd, 20, {21, 0}, 40},   {StripKind::Odd, 20, {0, -20}, 0},
+        {StripKind::Odd, 5, {-6, 0}, 5}, // beyond zero it is not taken
+        {StripKind::Even, 79, {-2, -3}, 74}, {StripKind::Even, 79, {-60, 0}, 59},
+        {StripKind::Even, 79, {-80, 0}, 79}, {StripKind::Even, 79, {300, 0}, 99},
+    };
+    for (const auto &[kind, position, way, expected] : moves) {
+        const QPoint last(-3, 40000);
+        QCOMPARE(draggedPan(kind, position, Pointer(last), Pointer(last + way)), expected);
+    }
+}
+
+/// Up is more, one position a pixel.
+void TestDrag::knob()
+{
+    struct
+    {
+        ParameterId id;
+        int position, from, to, expected;
+    } const moves[] = {
+        {ParameterId::HighGain, 63, 200, 190, 73},
+        {ParameterId::HighGain, 63, 200, 210, 53},
+        {ParameterId::HighGain, 120, 200, 0, 127},
+        {ParameterId::LowFreq, 5, 200, 300, 0},
+        {ParameterId::Attack, 95, 200, 190, 99},
+        {ParameterId::HighGain, 20, 10, -10, 40}, // out over the top of the screen
+    };
+    for (const auto &[id, position, from, to, expected] : moves)
+        QCOMPARE(
+            draggedKnob(
+                parameter(id), position, Pointer(QPointF(7, from)), Pointer(QPointF(900, to))),
+            expected);
 }
 
 QTEST_APPLESS_MAIN(TestDrag)

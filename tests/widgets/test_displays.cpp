@@ -2,7 +2,7 @@
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
-#include "widgets/gainreduction.h"
+#include "widgets/drawlevelmeter.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -19,8 +19,7 @@ private slots:
     void equalizerPixels();
     void compressorAnnounces();
     void transferCurve();
-    void reductionTargets();
-    void reductionMovesBar();
+    void levelMeter();
 };
 
 namespace {
@@ -136,43 +135,42 @@ void TestDisplays::transferCurve()
         QVERIFY(output(0, ratio, 0) < output(0, ratio - 1, 0));
 }
 
-void TestDisplays::reductionTargets()
+/// The bar ends at the bottom row of its meter. A reading that stays costs no repaint.
+void TestDisplays::levelMeter()
 {
-    const int targets[][2] = {
-        {0, 63},    {1000, 63}, {2066, 63}, {2067, 60},  {16421, 15}, {16422, 12}, {29203, 2},
-        {29204, 1}, {30000, 1}, {32767, 1}, {32768, 63}, {40000, 63}, {65535, 63},
+    struct Counter : QObject
+    {
+        int changes = 0;
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            const QEvent::Type type = event->type();
+            changes += type == QEvent::Move || type == QEvent::Resize || type == QEvent::Paint;
+            return false;
+        }
     };
-    for (const auto &[gain, length] : targets)
-        QCOMPARE(gainreduction::target(static_cast<std::uint16_t>(gain)), length);
-}
-
-void TestDisplays::reductionMovesBar()
-{
-    QWidget area;
-    QLabel label(&area);
-    gainreduction::Bar bar(&label);
-    bar.fall();
-    QVERIFY(label.isHidden());
-
-    bar.update(1000);
-    QVERIFY(!label.isHidden());
-    QCOMPARE(label.geometry(), QRect(QPoint(574, 73), QPoint(578, 72 + 63)));
-    for (const int length : {55, 47, 39, 31, 23, 15, 7, 3, 1}) {
-        bar.fall();
-        QCOMPARE(label.geometry(), QRect(574, 73, 5, length));
+    QWidget window;
+    window.resize(59, 368);
+    QWidget bar(&window);
+    QWidget peak(&window);
+    bar.setGeometry(37, 260, 6, 1);
+    DrawLevelMeter meter(&bar, &peak);
+    QVERIFY(bar.isHidden() && peak.isHidden());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    for (const int gap : {0, 50, 104}) {
+        meter.show({gap, gap == 0});
+        QCOMPARE(bar.geometry(), QRect(QPoint(37, 154 + gap), QPoint(42, 260)));
+        QCOMPARE(peak.isVisible(), gap == 0);
     }
-    bar.fall();
-    QVERIFY(label.isHidden());
-
-    bar.update(30000);
-    QVERIFY(!label.isHidden());
-    bar.update(16422);
-    QCOMPARE(label.height(), 12);
-    for (const int length : {4, 2, 1, 1}) { // eases to the single pixel and stays there
-        bar.update(30000);
-        QCOMPARE(label.height(), length);
-    }
-    QVERIFY(!label.isHidden());
+    QCoreApplication::processEvents();
+    Counter counter;
+    bar.installEventFilter(&counter);
+    for (int i = 0; i < 20; ++i)
+        meter.show({104, false});
+    QCoreApplication::processEvents();
+    QCOMPARE(counter.changes, 0);
+    meter.show({106, false});
+    QVERIFY(bar.isHidden());
 }
 
 QTEST_MAIN(TestDisplays)

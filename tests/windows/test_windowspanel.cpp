@@ -126,7 +126,8 @@ void TestWindowsPanel::initTestCase()
 
 void TestWindowsPanel::findsItsDevice()
 {
-    QVERIFY(driverState() == m_panel->fileState());
+    QTRY_COMPARE_WITH_TIMEOUT(
+        differences(driverState(), m_panel->fileState()), QStringList(), patience);
     QVERIFY(!m_panel->find(noDeviceTitle));
     bool rate = false;
     bool identity = false;
@@ -143,16 +144,16 @@ void TestWindowsPanel::sendsWhatIsDone()
     const int before = driverLog().size();
     m_panel->drag("faderKnob3"_s, 20);
     m_panel->click("pB_Mute5"_s);
-    QVERIFY(m_panel->settled());
-    const QList<QByteArray> sent = driverLog().mid(before);
-    const auto isSent = [&sent](const char *start) {
+    const auto isSent = [before](const char *start) {
+        const QList<QByteArray> sent = driverLog().mid(before);
         return std::any_of(sent.begin(), sent.end(), [start](const QByteArray &message) {
             return message.startsWith(QByteArray::fromHex(start));
         });
     };
-    QVERIFY(isSent("61 02 04 62 02 03 81"));
-    QVERIFY(isSent("61 02 04 62 02 05 83 02 01"));
-    QVERIFY(driverState() == m_panel->fileState());
+    QTRY_VERIFY_WITH_TIMEOUT(isSent("61 02 04 62 02 03 81"), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(isSent("61 02 04 62 02 05 83 02 01"), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(
+        differences(driverState(), m_panel->fileState()), QStringList(), patience);
 }
 
 void TestWindowsPanel::livesWithoutDevice()
@@ -171,14 +172,21 @@ void TestWindowsPanel::livesWithoutDevice()
     QTRY_VERIFY_WITH_TIMEOUT(!m_panel->find(noDeviceTitle), patience);
     const int before = driverLog().size();
     m_panel->drag("faderKnob4"_s, 30);
-    QTest::qWait(3000);
+    const auto searches = [&] {
+        const QList<TraceLine> lines = readTrace(m_panel->home.traceFile());
+        return std::count_if(lines.begin(), lines.end(), [](const TraceLine &line) {
+            return line.what == "find" && line.failed;
+        });
+    };
+    const auto searched = searches();
+    QTRY_VERIFY_WITH_TIMEOUT(searches() > searched + 20, patience);
     QCOMPARE(driverLog().size(), before);
     QVERIFY(!m_panel->find(noDeviceTitle)); // it is told once
 
     cable("in"_s);
     QTRY_VERIFY_WITH_TIMEOUT(driverLog().size() > before, patience);
-    QVERIFY(m_panel->settled());
-    QVERIFY(driverState(before) == m_panel->fileState());
+    QTRY_COMPARE_WITH_TIMEOUT(
+        differences(driverState(before), m_panel->fileState()), QStringList(), patience);
 }
 
 void TestWindowsPanel::bufferSize()

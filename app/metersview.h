@@ -1,0 +1,20 @@
+#pragma once
+
+#include "app/mixerwidgets.h"
+#include "mixer/meters.h"
+#include "widgets/drawlevelmeter.h"
+
+#include <vector>
+
+/// Shows the readings of all level meters. GUI thread only.
+class MetersView
+{
+public:
+    /// @param widgets must outlive the object
+    explicit MetersView(const MixerWidgets &widgets);
+
+    void show(const mixer::Meters::Readings &readings);
+
+private:
+    std::vector<DrawLevelMeter> m_meters; ///< in the order of the readings
+};

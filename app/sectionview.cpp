@@ -1,0 +1,170 @@
+#include "app/sectionview.h"
+
+#include "common/geometry.h"
+#include "widgets/dialcontrol.h"
+#include "widgets/drawcompressor.h"
+#include "widgets/draweq.h"
+
+#include <QLabel>
+#include <QLoggingCategory>
+#include <QPushButton>
+#include <QStyle>
+#include <QVariant>
+
+using mixer::Parameter;
+using mixer::ParameterId;
+
+namespace key = storage::strip;
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "tamber.mixer")
+
+bool isKeyOf(const Parameter &parameter, storage::Key key)
+{
+    return key == parameter.keys.position.key || key == parameter.keys.text.key;
+}
+
+} // namespace
+
+SectionView::SectionView(const storage::Store &store, const SectionWidgets &widgets)
+    : m_store(store), m_widgets(widgets)
+{
+    connect(&store, &storage::Store::committed, this, &SectionView::show);
+}
+
+void SectionView::showAll()
+{
+    m_edited = mixer::editedStrip(m_store.values());
+    for (int i = 0; i < mixer::parameterCount; ++i)
+        showKnob(static_cast<ParameterId>(i));
+    m_widgets.area->setEnabled(m_edited.has_value());
+    m_widgets.lowCut->setChecked(
+        m_edited && mixer::isOn(m_store.values(), *m_edited, key::eqLowCut));
+    showTitle();
+    markEq();
+    markComp();
+}
+
+void SectionView::show(const storage::ChangeSet &changes)
+{
+    if (m_edited != mixer::editedStrip(m_store.values()) ||
+        changes.contains(storage::miscGroup, storage::Key::MixerTrueBypass))
+        return showAll();
+    if (!m_edited) return;
+    for (const storage::Change &change : changes.changes) {
+        if (change.group != m_edited->group()) continue;
+        for (int i = 0; i < mixer::parameterCount; ++i)
+            if (isKeyOf(mixer::parameter(static_cast<ParameterId>(i)), change.key))
+                showKnob(static_cast<ParameterId>(i));
+        if (change.key == storage::Key::Name) showTitle();
+        if (change.key == storage::Key::Eq) markEq();
+        if (change.key == storage::Key::Comp) markComp();
+        if (change.key != storage::Key::EqLowCut) continue;
+        m_widgets.lowCut->setChecked(mixer::isOn(m_store.values(), *m_edited, key::eqLowCut));
+        markEq();
+    }
+}
+
+void SectionView::setBypassed(bool bypassed)
+{
+    if (bypassed) m_widgets.area->setEnabled(false);
+}
+
+void SectionView::showKnob(ParameterId id)
+{
+    const Parameter &shown = mixer::parameter(id);
+    const SectionWidgets::Knob &knob = m_widgets.knobs[static_cast<std::size_t>(id)];
+    const mixer::Value value = m_edited ? knobValue(m_store.values(), *m_edited, shown)
+                                        : valueAt(shown, shown.defaultPosition);
+    const QString title = QString::fromLatin1(shown.title);
+    const QString unit = QString::fromLatin1(shown.unit);
+    if (m_edited) reportForeignText(shown);
+    knob.dial->setFrame(knobFrame(shown, value.position));
+    knob.dial->setAccessibleName(
+        m_edited ? QStringLiteral("%1, %2%3").arg(title, value.text, unit) : title);
+    knob.text->setText(m_edited ? value.text : QString());
+    (shown.band == mixer::noBand ? m_compMarked : m_eqMarked) = true;
+}
+
+/// Says once what is wrong with a stored text, however often it is shown.
+void SectionView::reportForeignText(const Parameter &parameter)
+{
+    const QString text = m_store.values().read(m_edited->group(), parameter.keys.text);
+    const bool isForeign =
+        parameter.scale == mixer::Scale::List && !text.isEmpty() && stepOfText(parameter, text) < 0;
+    if (!isForeign) return;
+    const QString what = QString::fromLatin1(m_edited->key()) + QLatin1Char('/') +
+                         QString::fromLatin1(nameOf(parameter.keys.text.key)) + QLatin1Char('=') +
+                         text;
+    if (m_reported.contains(what)) return;
+    m_reported.insert(what);
+    qCWarning(log) << "not a value of the setting, its default is taken:" << what;
+}
+
+void SectionView::showTitle()
+{
+    QString text = QStringLiteral("No channel selected");
+    if (mixer::isBypassed(m_store.values())) text = QStringLiteral("Mixer bypassed");
+    if (m_edited) {
+        const QString name = mixer::stripName(m_store.values(), *m_edited);
+        text = mixer::title(*m_edited);
+        if (!name.isEmpty()) text += QStringLiteral("  ") + name;
+    }
+    QLabel *label = m_widgets.title;
+    const QString shown = label->fontMetrics().elidedText(text, Qt::ElideRight, label->width());
+    label->setText(shown);
+    // A tool tip that might be rich text is made so, and what the user wrote is escaped.
+    const QString whole = QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
+    label->setToolTip(shown == text ? QString() : whole);
+}
+
+void SectionView::repaintMarked()
+{
+    if (m_eqMarked) drawEq();
+    if (m_compMarked) drawComp();
+    m_eqMarked = false;
+    m_compMarked = false;
+}
+
+void SectionView::drawEq()
+{
+    EqCurve curve;
+    for (int band = 0; m_edited && band < tamber::eqBandCount; ++band) {
+        const Eq eq = mixer::eqOf(m_store.values(), *m_edited, band);
+        curve.state = eq.on ? EqCurve::State::On : EqCurve::State::Off;
+        curve.bands[static_cast<std::size_t>(band)] = {
+            static_cast<std::int8_t>(eq.gain), eq.freq, band == mixer::bandLow ? 0 : eq.q};
+        if (band == mixer::bandLow) curve.lowCut = eq.q != 0;
+    }
+    m_widgets.eqCurve->setCurve(curve);
+}
+
+void SectionView::drawComp()
+{
+    CompressorCurve curve;
+    if (m_edited) {
+        const Comp comp = mixer::compOf(m_store.values(), *m_edited);
+        curve.state = comp.on ? CompressorCurve::State::On : CompressorCurve::State::Off;
+        curve.threshold = comp.threshold;
+        curve.ratio = comp.ratio;
+    }
+    m_widgets.compressorCurve->setCurve(curve);
+}
+
+void SectionView::showReductionState(const QString &state)
+{
+    QLabel *caption = m_widgets.gainReductionCaption;
+    if (caption->property("state") == state) return;
+    caption->setProperty("state", state);
+    caption->style()->unpolish(caption);
+    caption->style()->polish(caption);
+}
+
+void SectionView::showReduction(int length)
+{
+    m_widgets.gainReduction->setVisible(length > 0);
+    if (length > 0)
+        m_widgets.gainReduction->setGeometry(
+            geometry::reductionLeft, geometry::reductionTop, geometry::reductionWidth, length);
+}

@@ -1,0 +1,216 @@
+#include "app/stripsview.h"
+
+#include "common/geometry.h"
+#include "mixer/faderscale.h"
+#include "mixer/panscale.h"
+#include "mixer/state.h"
+#include "widgets/channelcontrol.h"
+#include "widgets/fader.h"
+#include "widgets/pancontrol.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+
+#include <initializer_list>
+
+using mixer::StripId;
+using storage::Key;
+
+namespace key = storage::strip;
+
+namespace {
+
+constexpr int monoPage = 0;
+constexpr int stereoPage = 1;
+
+} // namespace
+
+StripsView::StripsView(const storage::Store &store, const MixerWidgets &widgets)
+    : m_store(store), m_widgets(widgets)
+{
+    connect(
+        &store, &storage::Store::committed, this,
+        qOverload<const storage::ChangeSet &>(&StripsView::show));
+}
+
+void StripsView::show(const storage::ChangeSet &changes)
+{
+    for (const storage::Change &change : changes.changes)
+        if (change.group <= storage::masterGroup)
+            show(mixer::stripAt(static_cast<int>(change.group)), change.key);
+        else if (change.group == storage::miscGroup && change.key == Key::MixerTrueBypass)
+            setBypassed(mixer::isBypassed(m_store.values()));
+}
+
+void StripsView::show(const StripId &strip, Key key)
+{
+    switch (key) {
+    case Key::FaderPos:
+        return showFader(strip);
+    case Key::PanPos:
+        return strip.isMono() ? showPan(strip.number) : void();
+    case Key::Phase:
+        return strip.isMono() ? showPhase(strip.number) : void();
+    case Key::Eq:
+    case Key::Comp:
+    case Key::Solo:
+    case Key::Mute:
+        return showSwitches(strip);
+    case Key::Select:
+        return showSelection();
+    case Key::Link:
+        return strip.isPair() ? showLink(strip) : void();
+    case Key::Name:
+        return showName(strip);
+    default:
+        return;
+    }
+}
+
+void StripsView::showAll()
+{
+    m_bypassed = mixer::isBypassed(m_store.values());
+    for (const StripId &strip : mixer::allStrips())
+        showStrip(strip);
+    setBypassed(m_bypassed);
+}
+
+void StripsView::showStrip(const StripId &strip)
+{
+    showFader(strip);
+    showSwitches(strip);
+    showName(strip);
+    if (strip.isPair()) showLink(strip);
+    if (!strip.isMono()) return;
+    showPan(strip.number);
+    showPhase(strip.number);
+}
+
+void StripsView::showFader(const StripId &strip)
+{
+    const int position = mixer::faderPosition(m_store.values(), strip);
+    const QString label = mixer::faderLabel(mixer::faderText(position));
+    const StripWidgets &widgets = m_widgets.of(strip);
+    widgets.faderKnob->move(geometry::faderColumns[static_cast<int>(strip.kind)], position);
+    widgets.faderKnob->setAccessibleName(QStringLiteral("%1 fader, %2").arg(title(strip), label));
+    const bool rests = m_bypassed && !strip.isMaster();
+    widgets.faderText->setText(rests ? QStringLiteral("Bypass") : label);
+}
+
+template <typename Action>
+void StripsView::forBothSides(int input, Action action) const
+{
+    action(m_widgets.of(mixer::track(input)).sides[0]);
+    action(
+        m_widgets.of(mixer::pairOf(input)).sides[static_cast<std::size_t>(mixer::sideOf(input))]);
+}
+
+void StripsView::showPan(int input)
+{
+    const int position = mixer::panPosition(m_store.values(), input);
+    const bool centred = position == mixer::panCentre(mixer::track(input).kind);
+    const QString text = mixer::panText(position);
+    const QString words = QStringLiteral("%1 pan, %2").arg(title(mixer::track(input)), text);
+    forBothSides(input, [&](const SideWidgets &side) {
+        side.panKnob->move(position, geometry::panRow);
+        side.panKnob->setCentred(centred);
+        side.panKnob->setAccessibleName(words);
+        side.panText->setText(text);
+    });
+}
+
+void StripsView::showPhase(int input)
+{
+    const bool on = mixer::isOn(m_store.values(), mixer::track(input), key::phase);
+    forBothSides(input, [on](const SideWidgets &side) { side.phase->setChecked(on); });
+}
+
+void StripsView::showSwitches(const StripId &strip)
+{
+    const StripWidgets &widgets = m_widgets.of(strip);
+    const auto isOn = [&](storage::SwitchKey key) {
+        return mixer::isOn(m_store.values(), strip, key);
+    };
+    widgets.mute->setChecked(isOn(key::mute));
+    if (strip.isMaster()) return;
+    widgets.solo->setChecked(isOn(key::solo));
+    widgets.eq->setChecked(isOn(key::eq));
+    widgets.comp->setChecked(isOn(key::comp));
+}
+
+/// A bypassed mixer shows which strip will be edited again.
+void StripsView::showSelection()
+{
+    std::optional<StripId> selected;
+    for (const StripId &strip : mixer::allStrips())
+        if (!selected && !strip.isMaster() && mixer::isOn(m_store.values(), strip, key::select))
+            selected = mixer::shownStrip(m_store.values(), strip.number);
+    for (const StripWidgets &widgets : m_widgets.strips) {
+        if (!widgets.select) continue;
+        widgets.select->setChecked(widgets.id == selected);
+        widgets.frame->setSelected(widgets.id == selected);
+    }
+}
+
+void StripsView::showLink(const StripId &pair)
+{
+    const bool linked = mixer::isLinked(m_store.values(), pair);
+    m_widgets.ofPair(pair).pages->setCurrentIndex(linked ? stereoPage : monoPage);
+    showSelection();
+}
+
+void StripsView::showName(const StripId &strip)
+{
+    QLineEdit *edit = m_widgets.of(strip).name;
+    if (!edit) return;
+    const QString name = mixer::stripName(m_store.values(), strip);
+    if (edit->text() == name) return; // the user is typing it
+    edit->setText(name);
+    edit->setCursorPosition(0); // of a long name the beginning is seen
+}
+
+void StripsView::setBypassed(bool bypassed)
+{
+    m_bypassed = bypassed;
+    for (const StripWidgets &strip : m_widgets.strips) {
+        enable(strip, !bypassed);
+        showFader(strip.id);
+    }
+    for (const PairWidgets &pair : m_widgets.pairs) {
+        pair.linkOn->setEnabled(!bypassed);
+        pair.linkOff->setEnabled(!bypassed);
+    }
+    showSelection();
+}
+
+void StripsView::enable(const StripWidgets &strip, bool enabled)
+{
+    for (QWidget *control : std::initializer_list<QWidget *>{
+             strip.select, strip.eq, strip.comp, strip.solo, strip.mute, strip.faderKnob,
+             strip.name, strip.sides[0].phase, strip.sides[0].panKnob, strip.sides[1].phase,
+             strip.sides[1].panKnob})
+        if (control) control->setEnabled(enabled);
+}
+
+void StripsView::holdPan(int input)
+{
+    setPanTextVisible(input, true);
+}
+
+void StripsView::releasePan(int input)
+{
+    setPanTextVisible(input, false);
+}
+
+void StripsView::releaseAllPans()
+{
+    for (int input = 1; input <= mixer::trackCount; ++input)
+        releasePan(input);
+}
+
+void StripsView::setPanTextVisible(int input, bool visible)
+{
+    forBothSides(input, [visible](const SideWidgets &side) { side.panText->setVisible(visible); });
+}

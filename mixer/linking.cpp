@@ -1,0 +1,70 @@
+#include "mixer/rules.h"
+
+namespace mixer {
+
+namespace key = storage::strip;
+
+namespace {
+
+/// Everything that a pair has of its own.
+void copyStrip(Transaction &t, const StripId &from, const StripId &to)
+{
+    for (const storage::SwitchKey &copied : {key::eq, key::comp, key::mute, key::eqLowCut})
+        t.write(to.group(), copied, isOn(t.values(), from, copied));
+    setFader(t, to, faderPosition(t.values(), from));
+    for (const Parameter &parameter : parameters()) {
+        const Value value = knobValue(t.values(), from, parameter);
+        t.write(to.group(), parameter.keys, value.position, value.text);
+    }
+}
+
+/// The pair's solo is that of either side, and its saved mute that of the left one.
+void moveSoloToPair(Transaction &t, const StripId &pair)
+{
+    const StripId left = track(pair.number);
+    const StripId right = track(pair.number + 1);
+    const bool leftSoloed = isOn(t.values(), left, key::solo);
+    const bool rightSoloed = isOn(t.values(), right, key::solo);
+    t.write(pair.group(), key::solo, leftSoloed || rightSoloed);
+    // The left channel's mute is then the one that the solo of the right has given it.
+    if (rightSoloed && !leftSoloed)
+        t.write(pair.group(), key::mute, isOn(t.values(), right, key::mute));
+    const QByteArray saved = t.values().raw(left.group(), key::savedMute.key);
+    t.set(pair.group(), key::savedMute.key, saved);
+    t.set(right.group(), key::savedMute.key, saved);
+}
+
+void link(Transaction &t, const StripId &pair)
+{
+    copyStrip(t, track(pair.number), pair);
+    moveSoloToPair(t, pair);
+    for (const int channel : channelsOf(pair)) {
+        t.write(track(channel).group(), key::solo, false);
+        t.write(track(channel).group(), key::mute, false);
+    }
+    select(t, pair, true);
+}
+
+void unlink(Transaction &t, const StripId &pair)
+{
+    const bool soloed = isOn(t.values(), pair, key::solo);
+    const QByteArray saved = t.values().raw(pair.group(), key::savedMute.key);
+    for (const int channel : channelsOf(pair)) {
+        copyStrip(t, pair, track(channel));
+        t.write(track(channel).group(), key::solo, soloed);
+        t.set(track(channel).group(), key::savedMute.key, saved);
+    }
+    t.write(pair.group(), key::solo, false);
+    select(t, track(pair.number), true);
+}
+
+} // namespace
+
+void setLinked(Transaction &t, const StripId &pair, bool linked)
+{
+    if (isLinked(t.values(), pair) == linked) return;
+    t.write(pair.group(), key::link, linked);
+    linked ? link(t, pair) : unlink(t, pair);
+}
+
+} // namespace mixer

@@ -1,0 +1,81 @@
+#include "mixer/meters.h"
+
+#include "device/qvxdevice.h"
+
+#include <algorithm>
+
+namespace mixer {
+namespace {
+
+constexpr int ticksPerSecond = 10;
+constexpr int groupSize = 4; ///< meters of a pair's place: its two channels, then its two sides
+
+/// Place of the level that a meter shows.
+std::size_t levelOf(int meter)
+{
+    constexpr int inputMeters = 2 * tamber::inputCount;
+    if (meter >= inputMeters) return static_cast<std::size_t>(meter - tamber::inputCount);
+    return static_cast<std::size_t>(meter / groupSize * 2 + meter % 2);
+}
+
+/// Place of a record's level, or -1 for one that no meter shows.
+int levelIndex(const vxctl::MeterRecord &record)
+{
+    const auto within = [&](int last) { return record.ch_no >= 1 && record.ch_no <= last; };
+    if (record.ch_type == vxctl::channelInput && within(tamber::inputCount))
+        return record.ch_no - 1;
+    const bool master = record.ch_type == vxctl::channelMaster && within(tamber::masterSides);
+    return master ? tamber::inputCount + record.ch_no - 1 : -1;
+}
+
+} // namespace
+
+bool Meters::poll()
+{
+    Levels levels{};
+    if (!fetch(levels)) return false;
+    show(levels);
+    return true;
+}
+
+void Meters::clear()
+{
+    m_meters.fill(LevelMeter());
+}
+
+Meters::Readings Meters::readings() const
+{
+    Readings readings;
+    std::transform(m_meters.begin(), m_meters.end(), readings.begin(), [](const LevelMeter &meter) {
+        return meter.reading();
+    });
+    return readings;
+}
+
+bool Meters::fetch(Levels &levels)
+{
+    std::array<vxctl::MeterRecord, vxctl::meterCount> records;
+    int received = 0;
+    const bool answered = m_device.get_meter(records.data(), vxctl::meterCount, received);
+    if (!answered || received > vxctl::meterCount) return false;
+    for (const vxctl::MeterRecord &record : records) {
+        const int index = levelIndex(record);
+        if (index < 0) continue;
+        // A reading that is out of range is no overload but a fault: it shows as silence.
+        const bool valid = record.level <= tamber::fullScale;
+        levels[static_cast<std::size_t>(index)] = valid ? record.level : std::uint16_t{0};
+    }
+    return true;
+}
+
+void Meters::show(const Levels &levels)
+{
+    for (int meter = 0; meter < count; ++meter)
+        m_meters[static_cast<std::size_t>(meter)].update(levels[levelOf(meter)]);
+    if (++m_ticks < ticksPerSecond) return;
+    m_ticks = 0;
+    for (LevelMeter &meter : m_meters)
+        meter.countPeakDown();
+}
+
+} // namespace mixer

@@ -1,0 +1,118 @@
+#include "mixer/rules.h"
+
+#include "mixer/faderscale.h"
+#include "mixer/panscale.h"
+
+namespace mixer {
+
+namespace key = storage::strip;
+
+void setFader(Transaction &t, const StripId &strip, int position)
+{
+    t.write(strip.group(), key::fader, position, faderText(position));
+}
+
+void setPan(Transaction &t, int input, int position)
+{
+    for (const storage::Group group : {track(input).group(), sideGroup(input)})
+        t.write(group, key::pan, position, panText(position));
+}
+
+void setPhase(Transaction &t, int input, bool on)
+{
+    for (const storage::Group group : {track(input).group(), sideGroup(input)})
+        t.write(group, key::phase, on);
+}
+
+void setKnob(Transaction &t, const StripId &strip, const Parameter &parameter, int position)
+{
+    const Value value = valueAt(parameter, position);
+    t.write(strip.group(), parameter.keys, value.position, value.text);
+}
+
+void setSwitch(Transaction &t, const StripId &strip, const storage::SwitchKey &key, bool on)
+{
+    t.write(strip.group(), key, on);
+}
+
+void setName(Transaction &t, const StripId &strip, const QString &name)
+{
+    t.write(strip.group(), key::name, name);
+}
+
+void select(Transaction &t, const StripId &strip, bool on)
+{
+    for (const StripId &other : allStrips())
+        if (other != strip && isOn(t.values(), other, key::select))
+            t.write(other.group(), key::select, false);
+    t.write(strip.group(), key::select, on);
+}
+
+void setLineOut(Transaction &t, int output, int source)
+{
+    t.write(storage::lineOut(output), source);
+}
+
+namespace {
+
+/// What a recall leaves as it is.
+bool belongsToThePanel(storage::Group group, storage::Key key)
+{
+    return group == storage::panelGroup || group == storage::interfaceGroup ||
+           group == storage::updateGroup || key == storage::informationSeen.key.key ||
+           isOfTheSession(key);
+}
+
+/// The same for somebody else's keys in those groups.
+bool belongsToThePanel(const QByteArray &entry)
+{
+    const auto group = storage::groupNamed(entry.left(entry.indexOf('/')));
+    return group && belongsToThePanel(*group, storage::Key::FaderPos);
+}
+
+template <typename Kept>
+void replaceAll(Transaction &t, const Values &by, Kept isKept)
+{
+    for (int group = 0; group < storage::groupCount; ++group)
+        for (int key = 0; key < storage::keyCount; ++key) {
+            const auto g = storage::Group(group);
+            const auto k = storage::Key(key);
+            const QByteArray &before = t.values().raw(g, k);
+            const QByteArray &after = by.raw(g, k);
+            const bool same = before == after && before.isNull() == after.isNull();
+            if (!same && !isKept(g, k)) t.set(g, k, after);
+        }
+}
+
+void replaceForeign(Transaction &t, const storage::Entries &by)
+{
+    const storage::Entries before = t.values().foreign();
+    for (auto entry = before.begin(); entry != before.end(); ++entry)
+        if (!by.contains(entry.key()) && !belongsToThePanel(entry.key()))
+            t.setForeign(entry.key(), QByteArray());
+    for (auto entry = by.begin(); entry != by.end(); ++entry)
+        if (!belongsToThePanel(entry.key())) t.setForeign(entry.key(), entry.value());
+}
+
+} // namespace
+
+void recall(Transaction &t, const Values &scene)
+{
+    const bool soloedBefore = isAnySoloed(t.values());
+    replaceAll(t, scene, [](storage::Group group, storage::Key key) {
+        return belongsToThePanel(group, key);
+    });
+    replaceForeign(t, scene.foreign());
+    if (!soloedBefore || !isAnySoloed(t.values())) forgetSavedMutes(t);
+}
+
+void initialize(Transaction &t)
+{
+    replaceAll(t, Values(), [](storage::Group, storage::Key) { return false; });
+    const storage::Entries foreign = t.values().foreign();
+    for (auto entry = foreign.begin(); entry != foreign.end(); ++entry)
+        t.setForeign(entry.key(), QByteArray());
+    t.write(storage::informationSeen, false);
+}
+
+} // namespace mixer

@@ -1,0 +1,216 @@
+#include "app/program.h"
+#include "tests/app/gestures.h"
+#include "tests/app/panel.h"
+#include "tests/patience.h"
+
+#include <QLabel>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QtTest>
+
+/// What the window says and does when the device or the settings file fails.
+class TestTrouble : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { applyLook(); }
+    void unplugAndPlugAgain();
+    void startWithoutADevice();
+    void refusedSetting();
+    void boxEndsADrag();
+    void unreadableSettings();
+    void metersShowTheDevice();
+    void closingWhileATransferHangs();
+};
+
+namespace {
+
+constexpr int patience = 30000 * slowness;
+
+int boxes(const Panel &panel)
+{
+    int open = 0;
+    for (const auto *box : panel.window.findChildren<QMessageBox *>())
+        open += box->isVisible() && box->windowTitle() == "USB Disconnected"_s;
+    return open;
+}
+
+/// The text of the notice, none while it is hidden.
+QString notice(const Panel &panel)
+{
+    const auto *label = panel.find<QLabel>("label_Notice"_s);
+    return label->isVisible() ? label->text() : QString();
+}
+
+constexpr char hangingVariable[] = "TAMBER_TEST_HANGING";
+
+/// Never returns from a transfer once it is told so, and cannot be cancelled.
+class EndlessTransport final : public RecordedTransport
+{
+public:
+    explicit EndlessTransport(Transport *behind) : RecordedTransport(behind) {}
+
+    int transferIn(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, std::uint8_t *data) override
+    {
+        while (endless)
+            m_never.lock();
+        return RecordedTransport::transferIn(device, request, value, index, length, data);
+    }
+
+    std::atomic<bool> endless{false};
+
+private:
+    std::mutex m_never;
+};
+
+/// The child process of the test below: a panel whose device hangs, closed after a second.
+int runHanging(int argc, char **argv)
+{
+    static Settings settings(testOrganisation, "hanging-child");
+    static auto &clock = *new simulator::RealClock;
+    static auto &tamber = *new simulator::SimulatedTamber(clock);
+    static auto &cable = *new simulator::SimulatedTransport(tamber);
+    const auto makeTransport = [] {
+        auto transport = std::make_unique<EndlessTransport>(&cable);
+        QTimer::singleShot(1000, qApp, [endless = transport.get()] {
+            endless->endless = true;
+            QTimer::singleShot(300, qApp, &QApplication::closeAllWindows);
+        });
+        return transport;
+    };
+    return run({settings, testEdition, makeTransport}, argc, argv);
+}
+
+} // namespace
+
+/// One box and the notice each time, however long it lasts.
+void TestTrouble::unplugAndPlugAgain()
+{
+    Panel panel("cable", "");
+    panel.window.show();
+    for (int round = 0; round < 2; ++round) {
+        QTRY_COMPARE_WITH_TIMEOUT(notice(panel), QString(), patience);
+        QCOMPARE(boxes(panel), 0);
+        panel.tamber.setPlugged(false);
+        QTRY_COMPARE_WITH_TIMEOUT(boxes(panel), 1, patience);
+        QVERIFY(!notice(panel).isEmpty());
+        QTRY_COMPARE(panel.find<QLabel>("label_Device"_s)->text(), "No Device"_s);
+        panel.window.findChild<QMessageBox *>()->close();
+        for (int tick = 0; tick < 20; ++tick)
+            panel.window.timerInterrupt_100ms();
+        QCOMPARE(boxes(panel), 0);
+        panel.find<QPushButton>("pB_Mute5"_s)->click(); // kept for it
+        panel.tamber.setPlugged(true);
+        QTRY_COMPARE_WITH_TIMEOUT(panel.tamber.state().inputs[4].mute, round == 0, patience);
+    }
+}
+
+void TestTrouble::startWithoutADevice()
+{
+    Panel panel("none", "");
+    panel.tamber.setPlugged(false);
+    panel.window.show();
+    QTRY_COMPARE_WITH_TIMEOUT(boxes(panel), 1, patience);
+    panel.tamber.setPlugged(true);
+    QTRY_COMPARE_WITH_TIMEOUT(boxes(panel), 0, patience); // it goes with its reason
+}
+
+void TestTrouble::refusedSetting()
+{
+    Panel panel("refusing", "");
+    panel.window.show();
+    QTRY_COMPARE_WITH_TIMEOUT(notice(panel), QString(), patience);
+    panel.cable->lose(vxctl::tagTrueBypass);
+    panel.find<QAbstractButton>("rB_MixerTrueBypass_on"_s)->click();
+    // It is sent again after 1, 2 and 4 seconds. A step that is too long would look like sleep.
+    const auto later = [&] {
+        panel.wallClock.leap += 300;
+        panel.window.timerInterrupt_100ms();
+        return notice(panel);
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(later(), "The device refuses a setting."_s, patience);
+    panel.cable->lose(0);
+    panel.find<QAbstractButton>("rB_MixerTrueBypass_off"_s)->click();
+    QTRY_COMPARE_WITH_TIMEOUT(notice(panel), QString(), patience);
+}
+
+/// The box takes the release of the mouse button away.
+void TestTrouble::boxEndsADrag()
+{
+    Panel panel("held", "");
+    panel.window.show();
+    QWidget *knob = panel.find("panKnob2"_s);
+    const auto *text = panel.find<QLabel>("label_Pan2"_s);
+    QPoint at = knob->mapToGlobal(QPoint(5, 5));
+    sendMouse(knob, QEvent::MouseButtonPress, at);
+    QVERIFY(text->isVisible());
+    panel.tamber.setPlugged(false);
+    QTRY_COMPARE_WITH_TIMEOUT(boxes(panel), 1, patience);
+    QVERIFY(!text->isVisible());
+    const int column = knob->x();
+    sendMouse(knob, QEvent::MouseMove, at += QPoint(10, 0));
+    QCOMPARE(knob->x(), column);
+}
+
+/// A broken settings file must not open channels that are muted: nothing is sent until the user
+/// takes the defaults.
+void TestTrouble::unreadableSettings()
+{
+    Panel("unreadable", ""); // makes the folder
+    QFile file(settingsPath("unreadable"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("\0\1garbage", 9);
+    file.close();
+    Panel panel("unreadable");
+    panel.window.show();
+    const simulator::MixerState untouched;
+    auto *button = panel.find<QPushButton>("pB_Notice"_s);
+    QVERIFY(!notice(panel).isEmpty() && !button->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(button->isVisible(), patience);
+    panel.find<QPushButton>("pB_Mute3"_s)->click(); // kept, not sent
+    QVERIFY(panel.tamber.state() == untouched);
+    button->click();
+    QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().inputs[2].mute, patience);
+    QCOMPARE(notice(panel), QString());
+}
+
+void TestTrouble::metersShowTheDevice()
+{
+    Panel panel("meters", "[Track5_6]\nLink=true\n");
+    panel.window.show();
+    const auto shown = [&](const char *meter) {
+        return panel.find<QLabel>("label_LevelMeter"_s + QLatin1String(meter))->isVisible();
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(shown("7") && shown("5_6_L") && shown("Master_R"), patience);
+    QVERIFY(!shown("16")); // nothing is plugged in there
+    panel.tamber.setPlugged(false);
+    QTRY_VERIFY_WITH_TIMEOUT(!shown("7") && !shown("5_6_L") && !shown("Master_R"), patience);
+}
+
+/// The program ends normally though a transfer never does.
+void TestTrouble::closingWhileATransferHangs()
+{
+    Panel("hanging-child", ""); // its settings, with the start box seen
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(hangingVariable), "1"_s);
+    QProcess child;
+    child.setProcessEnvironment(environment);
+    child.setProcessChannelMode(QProcess::ForwardedChannels);
+    child.start(QCoreApplication::applicationFilePath(), {});
+    QVERIFY(child.waitForFinished(patience));
+    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(child.exitCode(), 0);
+}
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsSet(hangingVariable)) return runHanging(argc, argv);
+    QApplication application(argc, argv);
+    TestTrouble test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "test_trouble.moc"

@@ -1,0 +1,91 @@
+#include "tests/mixer/console.h"
+
+#include "simulator/describe.h"
+
+#include <QEventLoop>
+
+namespace {
+
+storage::Values valuesOf(const QByteArray &ini)
+{
+    storage::IniReader reader;
+    reader.read(ini.constData(), ini.size());
+    reader.finish();
+    return storage::Values(reader.entries());
+}
+
+QString inWords(const QByteArray &hex)
+{
+    const QByteArray bytes = QByteArray::fromHex(hex);
+    return QString::fromStdString(simulator::describe(
+        reinterpret_cast<const std::uint8_t *>(bytes.constData()),
+        static_cast<std::size_t>(bytes.size())));
+}
+
+} // namespace
+
+Console::Console(const QByteArray &ini)
+{
+    store.load(valuesOf(ini));
+    presence.sendEverything();
+    settle();
+    takeCommands();
+}
+
+Console::~Console() = default;
+
+/// The worker answers in the order of the requests, so what was asked before the name is done when
+/// the name comes. The last stage of a change set may be handed over after the name was asked.
+void Console::settle()
+{
+    bool busy = true;
+    while (busy || device.setsWaiting() > 0) {
+        busy = device.setsWaiting() > 0;
+        QEventLoop loop;
+        QObject::connect(&device, &QVXDevice::nameAnswered, &loop, &QEventLoop::quit);
+        QString name;
+        device.get_product_name(name);
+        loop.exec();
+    }
+}
+
+void Console::pass(int milliseconds)
+{
+    for (int passed = 0; passed < milliseconds; passed += 100) {
+        clock.milliseconds += 100;
+        presence.tick();
+        settle();
+    }
+}
+
+void Console::setPlugged(bool plugged)
+{
+    constexpr int noticed = 500; // milliseconds; after some ticks for requests that fail first
+    tamber.setPlugged(plugged);
+    pass(noticed);
+}
+
+QStringList Console::differences() const
+{
+    return ::differences(tamber.state(), storedState(store.values()));
+}
+
+QStringList Console::takeCommands()
+{
+    QStringList commands;
+    for (const QByteArray &message : cable.takeSent()) {
+        const QString words = inWords(message);
+        if (!words.isEmpty()) commands += words;
+    }
+    return commands;
+}
+
+QByteArray Console::stored(const QByteArray &entry) const
+{
+    return store.values().entries().value(entry);
+}
+
+simulator::Input Console::input(int number) const
+{
+    return tamber.state().inputs[static_cast<std::size_t>(number - 1)];
+}

@@ -1,0 +1,381 @@
+#include "mixer/faderscale.h"
+#include "tests/mixer/console.h"
+#include "tests/shorthand.h"
+
+#include <QtTest>
+
+#include <algorithm>
+
+using namespace mixer;
+
+/// What the gestures store, and what the device is sent then.
+class TestRules : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void knobSendsItsSection_data();
+    void knobSendsItsSection();
+    void switchSendsAllThatDependsOnIt();
+    void dragGoesOnFromTheStoredValue();
+    void knobBelongsToItsStrip();
+    void stepsEndAtTheScale();
+    void onlyOneStripIsSelected();
+    void bypassedMixerTakesNoGesture();
+    void foreignValues();
+    void routes();
+    void recallKeepsThePanelsOwn();
+    void initialize();
+};
+
+namespace {
+
+using storage::Entries;
+
+/// "Group/key=value" of what has changed since `before`.
+QByteArrayList changesSince(const Entries &before, const Console &console)
+{
+    const Entries now = console.store.values().entries();
+    QByteArrayList changed;
+    for (auto entry = now.begin(); entry != now.end(); ++entry)
+        if (before.value(entry.key()) != *entry) changed += entry.key() + '=' + *entry;
+    return changed;
+}
+
+void dragFader(Console &console, const StripId &strip, int down)
+{
+    console.mixer.pressFader(strip, QPointF(300, 400));
+    console.mixer.moveFader(strip, QPointF(290, 400 + down));
+}
+
+void dragPan(Console &console, int input, int right)
+{
+    console.mixer.pressPan(input, QPointF(300, 400));
+    console.mixer.movePan(input, QPointF(300 + right, 400));
+}
+
+void dragKnob(Console &console, ParameterId id, int up)
+{
+    console.mixer.pressKnob(id, QPointF(300, 400));
+    console.mixer.moveKnob(id, QPointF(310, 400 - up));
+}
+
+} // namespace
+
+void TestRules::knobSendsItsSection_data()
+{
+    QTest::addColumn<QString>("stem");
+    QTest::addColumn<int>("up");
+    QTest::addColumn<QByteArrayList>("stored");
+    QTest::addColumn<QByteArray>("message");
+    const auto row = [](const char *stem, int up, const char *stored, const char *bytes) {
+        QTest::newRow(stem) << QString::fromLatin1(stem) << up << QByteArray(stored).split(' ')
+                            << QByteArray(bytes);
+    };
+    // Band 0 low, 1 high, 2 high-mid, 3 low-mid: gain, frequency, Q; all with the EQ off.
+    row("lowGain", 10, "EqLowGainPos=73 EqLowGainValue=2", "51 02 00 52 02 02 53 02 07 54 02 00");
+    row("lowFreq", -4, "EqLowFreqPos=24 EqLowFreqText=90", "51 02 00 52 02 00 53 02 06 54 02 00");
+    row("lowMidGain", -63, "EqLowMidGainPos=0 EqLowMidGainValue=-12",
+        "51 02 03 52 02 f4 53 02 10 54 02 02");
+    row("lowMidFreq", 200, "EqLowMidFreqPos=127 EqLowMidFreqText=18.0k",
+        "51 02 03 52 02 00 53 02 3f 54 02 02");
+    row("lowMidQ", 90, "EqLowMidQFreqPos=127 EqLowMidQFreqText=16.00",
+        "51 02 03 52 02 00 53 02 10 54 02 06");
+    row("highMidGain", 3, "EqHighMidGainPos=66 EqHighMidGainValue=1",
+        "51 02 02 52 02 01 53 02 23 54 02 02");
+    row("highMidFreq", -200, "EqHighMidFreqPos=0 EqHighMidFreqText=32",
+        "51 02 02 52 02 00 53 02 00 54 02 02");
+    row("highMidQ", -200, "EqHighMidQFreqPos=0 EqHighMidQFreqText=0.25",
+        "51 02 02 52 02 00 53 02 23 54 02 00");
+    row("highGain", 200, "EqHighGainPos=127 EqHighGainValue=12",
+        "51 02 01 52 02 0c 53 02 17 54 02 00");
+    row("highFreq", -200, "EqHighFreqPos=0 EqHighFreqText=1.7k",
+        "51 02 01 52 02 00 53 02 00 54 02 00");
+    row("threshold", -25, "CompThresholdPos=100 CompThresholdText=-7",
+        "91 02 19 92 02 00 93 02 63 94 02 63 95 02 00 96 02 00");
+    row("ratio", 127, "CompRatioPos=127 CompRatioText=inf:1",
+        "91 02 20 92 02 0e 93 02 63 94 02 63 95 02 00 96 02 00");
+    row("gain", 20, "CompGainPos=20 CompGainText=3",
+        "91 02 20 92 02 00 93 02 63 94 02 63 95 02 03 96 02 00");
+    row("attack", -98, "CompAttackPos=1 CompAttackText=4",
+        "91 02 20 92 02 00 93 02 01 94 02 63 95 02 00 96 02 00");
+    row("release", -9, "CompReleasePos=90 CompReleaseText=910",
+        "91 02 20 92 02 00 93 02 63 94 02 5a 95 02 00 96 02 00");
+}
+
+/// Dragging a knob stores its pair of keys and sends the whole command, of the edited strip alone.
+/// A pair sends it to both of its channels, the compressor's with its link flag.
+void TestRules::knobSendsItsSection()
+{
+    QFETCH(QString, stem);
+    QFETCH(int, up);
+    QFETCH(QByteArrayList, stored);
+    QFETCH(QByteArray, message);
+    const auto &all = parameters();
+    const auto *const row = std::find_if(all.begin(), all.end(), [&](const Parameter &parameter) {
+        return QLatin1String(parameter.stem) == stem;
+    });
+    const auto id = static_cast<ParameterId>(row - all.begin());
+    const bool isComp = message.startsWith("91");
+    for (const StripId &strip : {track(11), pair(9)}) {
+        Console console("[Track9_10]\nLink=true\n[" + strip.key() + "]\nSelect=true\n");
+        console.cable.takeSent();
+        const Entries before = console.store.values().entries();
+        dragKnob(console, id, up);
+        QByteArrayList expected;
+        for (const QByteArray &entry : stored)
+            expected += strip.key() + '/' + entry;
+        QCOMPARE(changesSince(before, console), expected);
+        QList<QByteArray> sent;
+        for (const int channel : channelsOf(strip)) {
+            QByteArray whole = "61 02 04 62 02 " +
+                               QByteArray::number(channel, 16).rightJustified(2, '0') + ' ' +
+                               message + (isComp ? " 97 02 00 00 00" : " 55 02 00 00 00");
+            if (isComp && strip.isPair()) whole.replace("96 02 00", "96 02 01");
+            sent += whole;
+        }
+        console.settle();
+        QList<QByteArray> found = console.cable.takeSent();
+        found.removeAll("31 01 00 00"); // the question for the name
+        QCOMPARE(found, sent);
+    }
+}
+
+/// The EQ's switch is in the commands of all its bands, the low cut in that of the low band.
+void TestRules::switchSendsAllThatDependsOnIt()
+{
+    Console console("[Track2]\nSelect=true\nEqHighGainPos=127\nCompRatioText=4.0:1\n");
+    console.mixer.setEq(track(2), true);
+    console.settle();
+    QCOMPARE(
+        console.takeCommands(),
+        (QStringList{
+            "EQ of input 2 on, low band to 0 dB"_s, "EQ of input 2 on, high band to 12 dB"_s,
+            "EQ of input 2 on, high-mid band to 0 dB"_s,
+            "EQ of input 2 on, low-mid band to 0 dB"_s}));
+    console.mixer.setLowCut(true);
+    console.settle();
+    QCOMPARE(console.takeCommands(), QStringList{"EQ of input 2 on, low band to 0 dB"_s});
+    QVERIFY(console.input(2).eq.lowCut);
+    console.mixer.setComp(track(2), true);
+    console.settle();
+    QCOMPARE(int(console.input(2).comp.ratio), 9);
+    QVERIFY(console.input(2).comp.on);
+}
+
+/// Undo, a recall or the wheel may move what is being dragged.
+void TestRules::dragGoesOnFromTheStoredValue()
+{
+    Console console("[Track1]\nSelect=true\n");
+    const auto is = [&](const char *entry, const char *value) {
+        return console.stored(entry) == value;
+    };
+    dragFader(console, track(1), 5);
+    console.mixer.stepFader(track(1), 4);
+    console.mixer.moveFader(track(1), QPointF(290, 406));
+    QVERIFY(is("Track1/Fader_pos", "167"));
+    console.mixer.recall(storage::Values({{"Track1/Fader_pos", "200"}}), "Recall"_s);
+    console.mixer.moveFader(track(1), QPointF(290, 409));
+    QVERIFY(is("Track1/Fader_pos", "203"));
+    dragPan(console, 2, -3);
+    console.mixer.resetPan(2);
+    console.mixer.movePan(2, QPointF(296, 400));
+    QVERIFY(is("Track2/Pan_pos", "78"));
+    // A recall takes the selection away, so the knob is nobody's.
+    console.mixer.moveKnob(ParameterId::LowGain, QPointF(300, 300));
+    QVERIFY(is("Track1/EqLowGainPos", ""));
+}
+
+/// The values of one strip never reach another one that is selected in the middle of a drag.
+void TestRules::knobBelongsToItsStrip()
+{
+    Console console("[Track3]\nSelect=true\nEqLowGainPos=127\n");
+    dragKnob(console, ParameterId::LowGain, -5);
+    QCOMPARE(console.stored("Track3/EqLowGainPos"), QByteArray("122"));
+    console.mixer.select(track(4), true);
+    console.mixer.moveKnob(ParameterId::LowGain, QPointF(300, 300));
+    QVERIFY(console.stored("Track4/EqLowGainPos").isNull());
+    console.mixer.pressKnob(ParameterId::LowGain, QPointF(300, 400));
+    console.mixer.moveKnob(ParameterId::HighGain, QPointF(300, 300));
+    QVERIFY(console.stored("Track4/EqHighGainPos").isNull());
+    console.mixer.select(track(4), false);
+    dragKnob(console, ParameterId::LowGain, 5);
+    console.mixer.stepKnob(ParameterId::LowGain, 1);
+    console.mixer.resetKnob(ParameterId::LowGain);
+    console.mixer.setLowCut(true);
+    QVERIFY(console.stored("Track4/EqLowGainPos").isNull());
+    QCOMPARE(console.stored("Track3/EqLowGainPos"), QByteArray("122"));
+    console.settle();
+    QCOMPARE(console.differences(), QStringList());
+}
+
+void TestRules::stepsEndAtTheScale()
+{
+    Console console("[Track5]\nSelect=true\n");
+    const auto positions = [&](int steps) {
+        console.mixer.stepFader(track(1), steps);
+        console.mixer.stepPan(3, steps);
+        console.mixer.stepPan(4, steps);
+        console.mixer.stepKnob(ParameterId::Ratio, steps);
+        QByteArrayList all;
+        for (const char *entry :
+             {"Track1/Fader_pos", "Track3/Pan_pos", "Track4/Pan_pos", "Track5/CompRatioText"})
+            all += console.stored(entry);
+        return all.join(' ');
+    };
+    QCOMPARE(positions(1), QByteArray("158 21 80 1.1:1"));
+    QCOMPARE(positions(1000), QByteArray("245 40 99 inf:1"));
+    QCOMPARE(positions(-1000), QByteArray("144 0 59 1.0:1"));
+    console.settle();
+    QCOMPARE(console.differences(), QStringList());
+}
+
+void TestRules::onlyOneStripIsSelected()
+{
+    Console console("[Track2]\nSelect=true\n[Track5]\nSelect=true\n[Track7_8]\nSelect=true\n");
+    QVERIFY(console.mixer.edited() == track(2));
+    console.mixer.select(track(7), true);
+    QVERIFY(console.mixer.edited() == track(7));
+    const Entries entries = console.store.values().entries();
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry)
+        if (entry.key().endsWith("/Select"))
+            QCOMPARE(*entry == "true", entry.key() == "Track7/Select");
+    console.mixer.setLinked(pair(7), true);
+    QVERIFY(console.mixer.edited() == pair(7));
+    console.mixer.setLinked(pair(7), false);
+    QVERIFY(console.mixer.edited() == track(7));
+    console.mixer.select(track(7), false);
+    QVERIFY(!console.mixer.edited());
+}
+
+/// Only the outputs can be changed.
+void TestRules::bypassedMixerTakesNoGesture()
+{
+    Console console("[Track1]\nSelect=true\n[Misc]\nMixerTrueBypass=true\n");
+    const Entries before = console.store.values().entries();
+    Mixer &mixer = console.mixer;
+    for (const StripId &strip : {track(1), pair(3), master()}) {
+        dragFader(console, strip, 9);
+        mixer.resetFader(strip);
+        mixer.stepFader(strip, 3);
+        mixer.setMute(strip, true);
+        mixer.setSolo(strip, true);
+        mixer.setEq(strip, true);
+        mixer.setComp(strip, true);
+        mixer.setName(strip, "x"_s);
+        mixer.select(strip, true);
+    }
+    dragPan(console, 1, 9);
+    mixer.stepPan(1, 3);
+    mixer.resetPan(1);
+    mixer.setPhase(1, true);
+    mixer.setLinked(pair(3), true);
+    dragKnob(console, ParameterId::Ratio, 9);
+    mixer.stepKnob(ParameterId::Ratio, 9);
+    mixer.setLowCut(true);
+    QCOMPARE(console.store.values().entries(), before);
+    mixer.setLineOut(1, 5);
+    mixer.setStereoBus(false);
+    mixer.setTrueBypass(false);
+    QVERIFY(console.mixer.edited() == track(1));
+    console.settle();
+    QCOMPARE(console.differences(), QStringList());
+}
+
+/// What no control can show reads as the default, and stays in the file until the first touch,
+/// which does not jump.
+void TestRules::foreignValues()
+{
+    const QByteArray ini = "[Track1]\nFader_pos=300\nPan_pos=50\nEqLowGainPos=300\n"
+                           "EqHighFreqText=9.9k\nCompAttackPos=150\nSelect=true\n"
+                           "[Track2]\nFader_pos=loud\nPan_pos=20\n";
+    Console console(ini);
+    QCOMPARE(console.differences(), QStringList());
+    QCOMPARE(console.input(1).fader, -127);
+    QCOMPARE(console.input(1).pan, 0);
+    QCOMPARE(int(console.input(1).eq.bands[1].freq), 23);
+    QCOMPARE(console.input(2).fader, 0); // no number: the default of all numbers
+    QCOMPARE(console.stored("Track1/EqHighFreqText"), QByteArray("9.9k"));
+    dragFader(console, track(1), -1);
+    dragPan(console, 1, 1);
+    dragKnob(console, ParameterId::LowGain, 1);
+    dragKnob(console, ParameterId::HighFreq, -1);
+    dragKnob(console, ParameterId::Attack, -1);
+    const std::pair<const char *, const char *> expected[] = {
+        {"Fader_pos", "244"},    {"Pan_pos", "21"},       {"EqLowGainPos", "64"},
+        {"EqHighFreqPos", "91"}, {"CompAttackPos", "98"},
+    };
+    for (const auto &[entry, value] : expected)
+        QCOMPARE(console.stored(QByteArray("Track1/") + entry), QByteArray(value));
+}
+
+void TestRules::routes()
+{
+    Console console("[LineOutSettings]\nLineOut1=9\nLineOut2=10\nLineOut3=-1\nLineOut8=x\n");
+    QCOMPARE(console.differences(), QStringList());
+    const simulator::Source first = console.tamber.state().lineOuts[0];
+    QVERIFY(first.type == 3 && first.no == 8);
+    for (int output = 1; output <= 8; ++output) {
+        console.mixer.setLineOut(output, 10 - output);
+        console.settle();
+        QCOMPARE(
+            console.takeCommands(),
+            output == 1
+                ? QStringList()
+                : QStringList{"Line out %1 plays computer %2"_s.arg(output).arg(9 - output)});
+    }
+    console.mixer.setLineOut(3, 1);
+    console.settle();
+    QCOMPARE(console.takeCommands(), QStringList{"Line out 3 plays master right"_s});
+    for (const int nothing : {-1, 10})
+        console.mixer.setLineOut(4, nothing);
+    QCOMPARE(console.stored("LineOutSettings/LineOut4"), QByteArray("6"));
+}
+
+void TestRules::recallKeepsThePanelsOwn()
+{
+    Console console("[Panel]\nMainWindowPanel=2\n[Interface]\nAudioPeformanceIndex=1\n"
+                    "[Update]\nJsonUrl=mine\n[Misc]\nInformation_Dialog=true\n"
+                    "[Track1]\nMute=true\nMine=kept?\n[Foreign]\nKey=1\n");
+    const Entries scene = {
+        {"Panel/MainWindowPanel", "0"},
+        {"Interface/AudioPeformanceIndex", "4"},
+        {"Interface/DigitalOutputFormatIndex", "1"},
+        {"Update/SoftDialog", "9.99"},
+        {"Misc/Information_Dialog", "false"},
+        {"Misc/MixerTrueBypass", "true"},
+        {"Update/Theirs", "1"},
+        {"Interfaces/Key", "1"},
+        {"Track2/Solo", "true"}};
+    console.mixer.recall(storage::Values(scene), "Recall"_s);
+    const Entries expected = {
+        {"Interface/AudioPeformanceIndex", "1"},
+        {"Interfaces/Key", "1"},
+        {"Misc/Information_Dialog", "true"},
+        {"Misc/MixerTrueBypass", "true"},
+        {"Panel/MainWindowPanel", "2"},
+        {"Track2/Solo", "true"},
+        {"Update/JsonUrl", "mine"}};
+    QCOMPARE(console.store.values().entries(), expected);
+    console.settle();
+    QCOMPARE(console.differences(), QStringList());
+}
+
+void TestRules::initialize()
+{
+    Console console(
+        "[Panel]\nMainWindowPanel=2\n[Track1]\nMute=true\nMine=1\n[Update]\nJsonUrl=x\n");
+    console.mixer.setSolo(track(9), true);
+    console.mixer.initialize();
+    console.settle();
+    const Entries expected = {{"Misc/Information_Dialog", "false"}};
+    QCOMPARE(console.store.values().entries(), expected);
+    QCOMPARE(console.differences(), QStringList());
+    // The mutes from before the solo are forgotten too.
+    console.mixer.setSolo(track(9), true);
+    console.mixer.setSolo(track(9), false);
+    QVERIFY(!isOn(console.store.values(), track(1), storage::strip::mute));
+}
+
+QTEST_GUILESS_MAIN(TestRules)
+#include "test_rules.moc"
