@@ -1,12 +1,14 @@
-# How a module (a top-level folder) becomes a library, and a unit test a program.
+# Functions that make a library of a module (a top-level folder) and a program of a unit test.
 
 option(TAMBER_WERROR "Treat warnings as errors" OFF)
 
-# Flags of every target: the standard, the warnings and the checks of Qt.
+# Flags of every target: the C++ standard, the warnings and Qt's checks.
 add_library(tamber_flags INTERFACE)
 target_compile_features(tamber_flags INTERFACE cxx_std_17)
 target_compile_options(tamber_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wold-style-cast -Woverloaded-virtual
+    # Qt's logging macros are called without arguments after the category.
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>
     $<$<BOOL:${TAMBER_WERROR}>:-Werror>)
 target_compile_definitions(tamber_flags INTERFACE
     QT_NO_CAST_FROM_ASCII
@@ -16,9 +18,9 @@ target_compile_definitions(tamber_flags INTERFACE
     QT_DISABLE_DEPRECATED_BEFORE=0x050F00
     $<$<BOOL:${TAMBER_ASSERTS}>:QT_FORCE_ASSERTS>)
 
-# Each module is seen through an include folder that holds nothing but a link to the module itself.
-# So "device/vxmsg.h" is found by those that link the module, and an include of a module that a
-# target may not use does not compile.
+# Gives a target the include path of a module: a folder that contains only a link to the module. So
+# "device/vxmsg.h" is found only by targets that link the module, and any other include of it does
+# not compile.
 function(tamber_module_includes target scope module)
     set(view "${PROJECT_BINARY_DIR}/modules/${module}")
     file(MAKE_DIRECTORY "${view}")
@@ -27,7 +29,7 @@ function(tamber_module_includes target scope module)
 endfunction()
 
 # tamber_module(<module> SOURCES <files...> LINKS <targets...>)
-# makes the library tamber_<module> of the folder <module>.
+# makes the library tamber_<module> from the folder <module>.
 function(tamber_module module)
     cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
     add_library(tamber_${module} STATIC ${arg_SOURCES})
@@ -36,8 +38,8 @@ function(tamber_module module)
 endfunction()
 
 # tamber_test(<name> [DISPLAY] [MANAGER] [TIMEOUT <seconds>] SOURCES <files...> LINKS <targets...>)
-# makes a QtTest program of its own. DISPLAY: it opens windows, and gets a virtual display that
-# nobody else uses. MANAGER: with a window manager on it.
+# makes a QtTest program and adds it to ctest. DISPLAY: it opens windows, so it runs on a virtual
+# display that no other test uses. MANAGER: a window manager runs on that display.
 function(tamber_test name)
     cmake_parse_arguments(arg "DISPLAY;MANAGER" "TIMEOUT" "SOURCES;LINKS" ${ARGN})
     if(NOT arg_TIMEOUT)
