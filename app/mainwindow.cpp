@@ -119,7 +119,7 @@ void MainWindow::buildViewMenu()
     QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
     QAction *minimize =
         addNamed(view, QStringLiteral("&Minimize"), QStringLiteral("actionMinimize"));
-    minimize->setShortcut(Qt::CTRL | Qt::Key_M);
+    minimize->setShortcut(QKeySequence(QStringLiteral("Ctrl+M")));
     connect(minimize, &QAction::triggered, this, &MainWindow::showMinimized);
     view->addSeparator();
     addNamed(view, QStringLiteral("&Initialize Memory"), QStringLiteral("actionInitialize_Memory"));

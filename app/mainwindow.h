@@ -56,6 +56,7 @@ signals:
     void sig_changeColorComp(const QString &state);
 
 public slots:
+    // contract: the names of all slots.
     TAMBER_TRACKS(TAMBER_TRACK_SLOTS)
     TAMBER_PAIRS(TAMBER_PAIR_SLOTS)
     TAMBER_MASTER_SLOTS

@@ -102,6 +102,7 @@ int run(const Program &program, int argc, char **argv)
     applyLook();
     std::unique_ptr<Transport> transport = tracedWhereAsked(program.makeTransport());
     const int code = runWindow(program, *transport, application);
-    if (QVXDevice::hasAbandonedWorker()) transport.release(); // the worker still uses it
+    if (QVXDevice::hasAbandonedWorker())
+        static_cast<void>(transport.release()); // the worker still uses it
     return code;
 }

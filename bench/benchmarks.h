@@ -1,6 +1,6 @@
 #pragma once
 
-/// The benchmarks; each prints its lines.
+/// The benchmarks. Each prints its figures with the functions of report.h.
 
 void benchFacadeCall();
 void benchNewestValue();

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int rounds = 20000;
 
-/// Two curves in which all four bands are at work.
+/// Returns one of two curves (variant 0 or 1) with a gain on all four bands.
 EqCurve curveOf(int variant)
 {
     EqCurve curve;
@@ -19,7 +19,7 @@ EqCurve curveOf(int variant)
     return curve;
 }
 
-/// A widget that only fills the outline of a curve, which it is given ready.
+/// A widget that only fills a path that was computed once. It is the reference for DrawEq.
 class Fill : public QLabel
 {
 public:

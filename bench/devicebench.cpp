@@ -10,11 +10,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <vector>
 
 namespace {
 
-/// A set command: its pacing and the two transfers of its exchange, in milliseconds.
+/// Duration of a set command in milliseconds: the pacing delay and two transfers.
 const double commandTime =
     QVXDeviceUnit::pacingDelay + 2 * simulator::transferTime.count() / 1000.0;
 
@@ -31,15 +32,15 @@ double milliseconds(const QElapsedTimer &timer)
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-unsigned char decibels(int value)
+std::uint8_t decibels(int value)
 {
-    return static_cast<unsigned char>(static_cast<signed char>(value));
+    return static_cast<std::uint8_t>(static_cast<std::int8_t>(value));
 }
 
-/// The calls of a window in use; some of them always reach the worker's queue.
+/// Makes one of the calls that the window makes. Some kinds of call are queued every time.
 void askSomething(QVXDevice &facade, int i)
 {
-    const auto channel = static_cast<unsigned char>(i % 16 + 1);
+    const auto channel = static_cast<std::uint8_t>(i % 16 + 1);
     vxctl::MeterRecord records[vxctl::meterCount];
     int count = 0;
     std::uint16_t version = 0;
@@ -67,12 +68,12 @@ void askSomething(QVXDevice &facade, int i)
 
 struct Drag
 {
-    double duration; ///< from the first move until the device has the last one, milliseconds
-    double late;     ///< of that, after the last move
-    double sent;     ///< commands
+    double duration; ///< milliseconds from the first move until the device has the last one
+    double late;     ///< milliseconds from the last move until the device has it
+    double sent;     ///< number of commands
 };
 
-/// 200 moves of a fader, one millisecond apart.
+/// Moves a fader 200 times, one millisecond apart.
 Drag dragQuickly()
 {
     constexpr int moves = 200;
@@ -128,7 +129,7 @@ void benchNewestValue()
     for (std::size_t round = 0; round < rounds; ++round) {
         const Drag drag = dragQuickly();
         late[round] = drag.late;
-        // The first goes at once, every further one a command time later at the earliest.
+        // The first command is sent at once, each further one at least a command time later.
         sent[round] = (drag.sent - 1) / (drag.duration / commandTime);
     }
     std::sort(late.begin(), late.end());

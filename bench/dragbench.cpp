@@ -18,7 +18,7 @@ namespace {
 constexpr int moves = 500;
 constexpr int movePeriod = 8; // milliseconds: 125 Hz
 
-/// Counts the moves that reach a control: the toolkit may join some that come close together.
+/// Counts the moves that reach a control. Qt may merge moves that follow each other closely.
 class MoveCounter : public QObject
 {
 public:
@@ -30,11 +30,11 @@ public:
     int count = 0;
 };
 
-/// Moves the pointer up and down over the middle of the fader's travel, on a thread of its own.
-class Hand : public QThread
+/// A thread that moves the pointer up and down around the middle of the fader's travel.
+class PointerThread : public QThread
 {
 public:
-    explicit Hand(const QPoint &start) : m_start(start) {}
+    explicit PointerThread(const QPoint &start) : m_start(start) {}
 
 protected:
     void run() override
@@ -53,7 +53,8 @@ private:
     const QPoint m_start;
 };
 
-/// A settings file in which every key of every strip stands, as after long use: 36 KB.
+/// Writes every key of every strip, so that the settings file is as large as after long use (36
+/// KB).
 void fill(Settings &settings)
 {
     namespace key = storage::strip;
@@ -102,10 +103,10 @@ void benchDrag()
     knob->installEventFilter(&counter);
     const auto *application = static_cast<TimedApplication *>(qApp);
     const double before = application->milliseconds();
-    Hand hand(start);
-    hand.start();
+    PointerThread pointer(start);
+    pointer.start();
     runEvents(moves * movePeriod * 5 / 4);
-    hand.wait();
+    pointer.wait();
     display.release();
     runEvents(100);
     report::figure(

@@ -13,11 +13,11 @@ namespace {
 constexpr unsigned long settling = 3;   // seconds
 constexpr unsigned long measuring = 10; // seconds
 
-/// A program at rest on a screen of its own; it ends with the object.
-class AtRest
+/// A running program without user input, alone on the screen. Destroying the object ends it.
+class IdleProgram
 {
 public:
-    explicit AtRest(const char *program)
+    explicit IdleProgram(const char *program)
     {
         QProcessEnvironment environment = m_home.environment();
         environment.remove("TAMBER_TRACE"_s);
@@ -27,7 +27,7 @@ public:
             QThread::msleep(1);
         QThread::sleep(settling);
     }
-    ~AtRest()
+    ~IdleProgram()
     {
         m_process.kill();
         m_process.waitForFinished();
@@ -35,13 +35,12 @@ public:
             QThread::msleep(1);
     }
 
-    /// The part of a processor that it takes from now on, in percent: all of it, and of that what
-    /// its first thread takes, the one with the windows.
     struct Load
     {
-        double all;
-        double gui;
+        double all; ///< of all threads
+        double gui; ///< of the GUI thread
     };
+    /// Measures for ten seconds and returns the load in percent of one processor.
     Load load() const
     {
         QElapsedTimer timer;
@@ -53,7 +52,7 @@ public:
         return {(after.all - before.all) * percent, (after.gui - before.gui) * percent};
     }
 
-    /// Takes a window of the program off the screen, as when it is minimised.
+    /// Hides a window of the program, as when it is minimised.
     void hide(const QString &title)
     {
         const xcb_window_t window = m_display.find(title, m_process.processId());
@@ -66,8 +65,8 @@ public:
     }
 
 private:
-    /// User and system time so far, in nanoseconds: the ticks of the other counters are too coarse
-    /// for programs that do so little.
+    /// Returns the user and system time so far, in nanoseconds. The kernel's other counters are too
+    /// coarse for programs with so little load.
     Load timeTaken() const
     {
         const QString gui = QString::number(m_process.processId());
@@ -92,10 +91,10 @@ private:
 
 void benchLoad()
 {
-    const double reference = AtRest(REPAINT_WINDOW).load().all;
+    const double reference = IdleProgram(REPAINT_WINDOW).load().all;
     report::figure("1000 x 300 widget repainted ten times a second: processor"_s, reference, "%"_s);
-    AtRest demo(TAMBER_DEMO);
-    const AtRest::Load load = demo.load();
+    IdleProgram demo(TAMBER_DEMO);
+    const IdleProgram::Load load = demo.load();
     report::against("demo with its meters running: processor"_s, load.all, reference, "%"_s);
     report::figure("of that the thread with the windows"_s, load.gui, "%"_s);
     demo.hide("Simulated Tamber"_s);

@@ -1,6 +1,6 @@
-// tamber-bench [NAME...]: measures what the panel promises and prints each figure against its
-// limit. It wants a display and a machine that does nothing else; see bench/run. With names it runs
-// those benchmarks only. 1 when a limit was missed.
+// tamber-bench [NAME...]: runs the benchmarks and prints each figure with its limit. With names, it
+// runs only those benchmarks. It needs a display and an otherwise idle machine; see bench/run. The
+// exit code is 1 if a figure exceeds its limit.
 
 #include "app/program.h"
 #include "benchmarks.h"

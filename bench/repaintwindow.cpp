@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Paints the whole of itself ten times a second, in another colour each time.
+/// A widget that repaints its whole area ten times a second, each time in another colour.
 class Repainted : public QWidget
 {
 public:

@@ -26,9 +26,9 @@
 namespace {
 
 constexpr char settingsName[] = "Tamber_Replug";
-constexpr int patience = 10000; // milliseconds, for a step that takes two seconds at most
-constexpr int glance = 20;      // milliseconds between two looks
-constexpr int steady = 200;     // milliseconds that an equal state must last
+constexpr int stepTimeout = 10000; // milliseconds; a step normally takes at most two seconds
+constexpr int pollInterval = 20;   // milliseconds
+constexpr int stableTime = 200;    // milliseconds for which equal states must stay equal
 
 int rounds()
 {
@@ -37,15 +37,15 @@ int rounds()
     return asked > 1 ? asked : usual;
 }
 
-/// What this process holds of the system's.
-struct Holdings
+/// The system resources that this process uses.
+struct Resources
 {
-    double memory;      ///< resident, in megabytes of 1024 x 1024 bytes
-    double heap;        ///< in use on the heap, the same; without what is free between its pieces
-    double threads;     ///< running
-    double descriptors; ///< open
+    double memory;      ///< resident memory in megabytes of 1024 x 1024 bytes
+    double heap;        ///< allocated heap in the same unit, without free blocks
+    double threads;     ///< number of threads
+    double descriptors; ///< number of open file descriptors
 
-    static Holdings now()
+    static Resources now()
     {
         QFile pages("/proc/self/statm"_s);
         pages.open(QIODevice::ReadOnly);
@@ -65,11 +65,11 @@ private:
     }
 };
 
-/// A musician who changes a control of the window at a time, every time another one.
-class Musician
+/// A simulated user who changes one control of the window at a time, in turn.
+class SimulatedUser
 {
 public:
-    explicit Musician(const MainWindow &window) : m_window(window) {}
+    explicit SimulatedUser(const MainWindow &window) : m_window(window) {}
 
     void changeSomething()
     {
@@ -118,7 +118,7 @@ private:
         return widget;
     }
     void click(const QString &button) { find<QAbstractButton>(button)->click(); }
-    /// Far enough that the value is another one, and there and back by turns.
+    /// Drags far enough to change the value, alternately in both directions.
     void drag(const QString &knob)
     {
         const int way = m_count % 2 ? 12 : -12;
@@ -140,7 +140,7 @@ private:
     std::size_t m_count = 0;
 };
 
-/// The cable of a panel in use, pulled and plugged in again and again.
+/// A panel in use whose cable is pulled and plugged in repeatedly.
 class Replugging
 {
 public:
@@ -149,37 +149,38 @@ public:
         storeVariety(m_settings.store());
         leaveAlone(m_settings);
         m_window = std::make_unique<MainWindow>(m_settings, m_transport, demoEdition);
-        m_musician = std::make_unique<Musician>(*m_window);
+        m_user = std::make_unique<SimulatedUser>(*m_window);
         m_window->show();
         if (!becomes([this] { return agrees(); })) complain("the first send"_s);
     }
 
-    /// Whether the device held what the file says at the round's end.
+    /// Pulls the cable, changes controls and plugs the cable in. Returns whether the state of the
+    /// device then becomes that of the file.
     bool round(int number)
     {
         m_name = "round %1"_s.arg(number);
         m_tamber.setPlugged(false);
         if (!becomes([this] { return knowsGone(); })) complain("the window does not know"_s);
         change();
-        runEvents(37 * number % 300); // not always at the same place of the panel's timers
+        runEvents(37 * number % 300); // varies the phase of the panel's timers
         m_tamber.setPlugged(true);
         QElapsedTimer timer;
         timer.start();
         if (number % 2) {
             runEvents(10 + 53 * number % 1500);
-            change(); // while all is being sent
+            change(); // during the full send
         }
         const bool equal = becomes([this] { return knowsBack() && agrees(); });
         m_times.push_back(static_cast<double>(timer.elapsed()));
-        runEvents(steady);
+        runEvents(stableTime);
         if (equal && knowsBack() && agrees()) return true;
         complain(equal ? "equal, then not"_s : "unequal"_s);
         return false;
     }
 
-    /// Of each round, from the cable's end to the equal state, in milliseconds.
+    /// For each round the milliseconds from plugging in until the states are equal.
     const std::vector<double> &times() const { return m_times; }
-    /// Changes of a control that changed nothing in the settings.
+    /// Returns how many changes of a control changed nothing in the settings.
     int idleChanges() const { return m_idleChanges; }
 
 private:
@@ -188,8 +189,8 @@ private:
         QElapsedTimer timer;
         timer.start();
         while (!condition()) {
-            if (timer.elapsed() > patience) return false;
-            runEvents(glance);
+            if (timer.elapsed() > stepTimeout) return false;
+            runEvents(pollInterval);
         }
         return true;
     }
@@ -199,11 +200,11 @@ private:
         return m_window->findChild<QLabel *>("label_Notice"_s)->isVisible();
     }
     int boxes() const { return m_window->findChildren<QMessageBox *>().size(); }
-    /// The window knows that the device is gone, or that it is back.
+    /// Whether the window shows that the device is gone, or that it is there again.
     bool knowsGone() const { return showsNotice() && boxes() == 1; }
     bool knowsBack() const { return !showsNotice() && boxes() == 0; }
 
-    /// What the file on disk says.
+    /// Returns the state in the file on disk.
     static simulator::MixerState stored()
     {
         return storedState(Settings(constants::demoOrganisation, settingsName).values());
@@ -213,7 +214,7 @@ private:
     void change()
     {
         const simulator::MixerState before = storedState(m_settings.values());
-        m_musician->changeSomething();
+        m_user->changeSomething();
         if (storedState(m_settings.values()) == before) ++m_idleChanges;
     }
 
@@ -230,7 +231,7 @@ private:
     simulator::SimulatedTamber m_tamber{m_clock};
     simulator::SimulatedTransport m_transport;
     std::unique_ptr<MainWindow> m_window;
-    std::unique_ptr<Musician> m_musician;
+    std::unique_ptr<SimulatedUser> m_user;
     QString m_name = "start"_s;
     std::vector<double> m_times;
     int m_idleChanges = 0;
@@ -249,16 +250,17 @@ void reportTimes(std::vector<double> times)
 void benchReplug()
 {
     const int count = rounds();
-    // By then the caches of the toolkit are full; with few rounds they are not.
+    // Qt's caches grow at first, so growth is measured from the middle on. With few rounds they are
+    // not full even then.
     const int warm = count / 2;
     Replugging replugging;
-    Holdings before = Holdings::now();
+    Resources before = Resources::now();
     int equal = 0;
     for (int number = 1; number <= count; ++number) {
         equal += replugging.round(number);
-        if (number == warm) before = Holdings::now();
+        if (number == warm) before = Resources::now();
     }
-    const Holdings after = Holdings::now();
+    const Resources after = Resources::now();
     report::against("cable pulled and plugged in; limit: equal states"_s, count, equal, QString());
     report::figure("changes meanwhile that changed nothing"_s, replugging.idleChanges(), QString());
     reportTimes(replugging.times());

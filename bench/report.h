@@ -2,16 +2,16 @@
 
 #include <QString>
 
-/// The lines that the benchmarks print: what was measured, and its ratio to the limit.
+/// The lines that the benchmarks print.
 namespace report {
 
-/// Prints "what: measured unit, limit limit unit, ratio r". A ratio of at most 1 keeps the limit.
+/// Prints a figure, its limit and the ratio of the two. A ratio above 1 misses the limit.
 void against(const QString &what, double measured, double limit, const QString &unit);
 
-/// Prints a figure that has no limit, for reading the others.
+/// Prints a figure without a limit. Such figures help to interpret the others.
 void figure(const QString &what, double measured, const QString &unit);
 
-/// How many ratios were above 1.
+/// Returns how many figures have missed their limit.
 int missed();
 
 } // namespace report

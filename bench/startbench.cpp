@@ -14,7 +14,8 @@ namespace {
 
 constexpr int rounds = 9;
 
-/// Starts a program, which has the screen to itself, and ends it with the object.
+/// Starts a program alone on the screen and measures how long it takes to show its window.
+/// Destroying the object ends the program.
 class Started
 {
 public:
@@ -37,7 +38,7 @@ public:
 
     double milliseconds() const { return m_milliseconds; }
 
-    /// Resident memory, in megabytes of 1024 x 1024 bytes.
+    /// Returns the resident memory in megabytes of 1024 x 1024 bytes.
     double memory() const
     {
         QFile status(QStringLiteral("/proc/%1/status").arg(m_process.processId()));
@@ -65,7 +66,7 @@ double medianStart(const char *program)
 double memoryAtRest(const char *program)
 {
     const Started started(program);
-    QThread::sleep(3); // the whole state was sent by then
+    QThread::sleep(3); // enough time for the full send
     return started.memory();
 }
 

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A simulated device all of whose meters jump up and down with every answer.
+/// A transport to a simulated device. It changes every meter level in every answer.
 class RestlessTransport final : public Transport
 {
 public:
@@ -92,7 +92,7 @@ void benchMuteDuringFullSend()
         tamber.setPlugged(false);
         runEvents(400);
         tamber.setPlugged(true);
-        runEvents(500); // the whole state is under way now
+        runEvents(500); // now the full send is running
         QElapsedTimer timer;
         timer.start();
         mute->click();

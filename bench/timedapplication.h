@@ -8,8 +8,8 @@
 #include <QThread>
 #include <QTimer>
 
-/// An application that adds up the time that its GUI thread spends in events: input, timers,
-/// queued calls, repaints. What an event causes while it is handled counts with it.
+/// An application that measures the time that its GUI thread spends in events: input, timers,
+/// queued calls and repaints. Nested events count as part of the outer one.
 class TimedApplication : public QApplication
 {
 public:
@@ -28,6 +28,7 @@ public:
         return handled;
     }
 
+    /// Returns the time spent in events so far.
     double milliseconds() const { return static_cast<double>(m_nanoseconds) / 1e6; }
 
 private:
@@ -35,15 +36,15 @@ private:
     qint64 m_nanoseconds = 0;
 };
 
-/// Settings of a user who has seen the start information, for a panel that is left alone: it looks
-/// for updates where nobody answers.
+/// Prepares the settings so that the panel shows no boxes: the start information counts as seen,
+/// and the address for updates is one where no server answers.
 inline void leaveAlone(Settings &settings)
 {
     settings.write(storage::informationSeen, true);
     settings.write(storage::updateAddress, QStringLiteral("http://127.0.0.1:9/"));
 }
 
-/// Runs the event loop for so long.
+/// Runs the event loop for this time.
 inline void runEvents(int milliseconds)
 {
     QEventLoop loop;

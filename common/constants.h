@@ -1,43 +1,52 @@
 #pragma once
 
-/// Program-wide constants. This header includes nothing, so that every room may use it.
+/// Program-wide constants. This header includes nothing, so that every module may use it.
 namespace constants {
 
 /// Version of the panel, "major.minor build".
+// contract: the update check and packaging/version read the digits at their fixed places.
 constexpr char softwareVersion[] = "4.00 0064";
 
-/// Organisation part of every settings location of the panel ...
+// contract: the organisation and the base names below locate the files of installed panels.
+/// Organisation part of every settings location of the panel.
 constexpr char organisation[] = "NORVEL";
-/// ... and of the demo, which must never touch the settings of a real panel.
+/// Organisation part for the demo, which must never touch the settings of a real panel.
 constexpr char demoOrganisation[] = "NORVEL-Demo";
 
-/// Base names of the live settings file and of the store of scene names.
+/// Base name of the live settings file.
 constexpr char settingsFile[] = "Tamber_Setting";
+/// Base name of the file with the names of the scenes.
 constexpr char sceneMemoryFile[] = "Tamber_SceneMemory";
 
 /// Application part of the native settings store (window geometry).
 constexpr char applicationName[] = "Tamber";
 
-/// Native settings path of the audio driver's own settings.
+/// Registry key in which the audio driver looks up its settings.
+// contract: the driver's key.
 constexpr char driverSettingsKey[] = "HKEY_CURRENT_USER\\Software\\NORVEL\\Tamber\\ASIODRIVER";
 /// Name under which the interface's audio driver is registered.
+// contract: the driver registers this name.
 constexpr char driverName[] = "Tamber ASIO";
-/// What the Interface page says of the standard that the driver follows.
+/// Credit on the Interface page. The owner of the ASIO standard requires it of every host.
 constexpr char asioCredit[] = "ASIO is a trademark and software of its respective owner.";
 
-/// The companion mixer program; the quotes are part of the value.
+/// Path of the companion mixer program.
+// contract: the quotes are part of the value, and nothing in the panel starts the program.
 constexpr char companionMixerPath[] = "\"c:\\Program Files\\NORVEL\\Tamber\\tmbrmixer.exe\"";
 
-/// What a second start tells the first one.
+/// Message that a second instance sends to the first. It is never shown.
+// contract: the wording.
 constexpr char alreadyRunning[] = "Already App is Running!";
-/// How long it waits for the acknowledgement, in milliseconds.
+/// How long a second instance waits for the acknowledgement, in milliseconds.
 constexpr int alreadyRunningTimeout = 5000;
 
-/// The maker's sites, international and Japanese.
+/// The maker's international site.
 constexpr char website[] = "https://www.norvel.example";
+/// The maker's Japanese site.
 constexpr char websiteJapan[] = "https://www.norvel.example/jp";
 
-/// Where the update information is, unless the settings name another address.
+/// Address of the update information. The settings can name another one.
+// contract: the path after the host.
 constexpr char updateInformation[] =
     "https://update.norvel.example/download/fw/tamber/Tamber_UpdateInformation.json";
 

@@ -1,22 +1,24 @@
 #pragma once
 
-/// Where the controls of the Mixer page lie, in pixels at 100 %: for the views, and for the program
-/// that draws the images behind them. Includes nothing.
+/// Positions and sizes of the controls of the Mixer page, in pixels at 100 % zoom. The views use
+/// them, and so does the program that draws the images behind the controls. This header includes
+/// nothing.
 namespace geometry {
 
-// Strips. Columns count from the left edge of the strip's parent; an even strip is the right half.
+// Strips. Columns count from the left edge of the pair that a strip belongs to. An odd strip is the
+// left half of the pair, an even strip the right half.
 constexpr int stripWidth = 59;
 constexpr int pairWidth = 2 * stripWidth;
 constexpr int masterWidth = 78;
 constexpr int stripHeight = 368;
 
 constexpr int faderTop = 144;                    ///< the cap's top edge at the highest level
-constexpr int faderBottom = 245;                 ///< and at silence
+constexpr int faderBottom = 245;                 ///< the cap's top edge at silence
 constexpr int faderColumns[] = {12, 71, 35, 17}; ///< the cap's left edge: odd, even, pair, master
 constexpr int capWidth = 20;
 constexpr int capHeight = 30;
 
-constexpr int panRow = 128; ///< top edge of the markers
+constexpr int panRow = 128; ///< top edge of the pan markers
 constexpr int panWidth = 16;
 constexpr int panHeight = 12;
 
@@ -24,22 +26,22 @@ constexpr int meterTop = 154; ///< row of a full bar
 constexpr int meterBottom = 260;
 constexpr int meterWidth = 6;
 constexpr int meterHeight = meterBottom - meterTop; ///< from silence to full scale
-constexpr int monoMeterColumn = 37;                 ///< from the strip's left edge
+constexpr int monoMeterColumn = 37;                 ///< from the left edge of the strip itself
 constexpr int pairMeterColumns[] = {63, 75};
 constexpr int masterMeterColumns[] = {43, 52};
 
 // The editing area above the strips.
 constexpr int editingWidth = 1036;
 constexpr int editingHeight = 165;
-constexpr int reductionLeft = 574; ///< of the gain-reduction bar, which grows downwards
+constexpr int reductionLeft = 574; ///< the gain-reduction bar, which grows downwards
 constexpr int reductionTop = 73;
 constexpr int reductionWidth = 5;
-constexpr int reductionLength = 63; ///< at most
-constexpr int eqLeft = 33;          ///< of the EQ curve
+constexpr int reductionLength = 63; ///< of the longest bar
+constexpr int eqLeft = 33;          ///< the EQ curve
 constexpr int eqTop = 52;
 constexpr int eqColumns = 136;
-constexpr int eqZeroRow = 38;       ///< of 0 dB, from its top
-constexpr int compressorLeft = 630; ///< of the compressor's curve, without its margin
+constexpr int eqZeroRow = 38;       ///< row of 0 dB, from the top of the curve
+constexpr int compressorLeft = 630; ///< the compressor curve without its margin
 constexpr int compressorTop = 50;
 
 } // namespace geometry

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-/// The values of the two commands that carry many, as they travel from the mixer's rules down to
-/// the message. Bytes as the command carries them. No Qt.
+/// The values of the two commands that carry many values. The mixer's rules fill them in, and every
+/// layer below passes them on unchanged. All bytes are those that the message carries. No Qt.
 
 /// One band of a channel's equalizer.
 struct Eq
@@ -11,7 +11,7 @@ struct Eq
     std::uint8_t on = 0;
     std::uint8_t gain = 0; ///< dB in two's complement
     std::uint8_t freq = 0; ///< step
-    std::uint8_t q = 0;    ///< step; of the low band the low cut, of the high band 0
+    std::uint8_t q = 0;    ///< step; in the low band the low-cut switch, in the high band 0
 
     bool operator==(const Eq &o) const
     {
@@ -23,12 +23,12 @@ struct Eq
 struct Comp
 {
     std::uint8_t on = 0;
-    std::uint8_t threshold = 0; ///< steps, the gain in dB
-    std::uint8_t ratio = 0;
-    std::uint8_t attack = 0;
-    std::uint8_t release = 0;
-    std::uint8_t gain = 0;
-    std::uint8_t link = 0; ///< 1 for a linked pair
+    std::uint8_t threshold = 0; ///< step
+    std::uint8_t ratio = 0;     ///< step
+    std::uint8_t attack = 0;    ///< step
+    std::uint8_t release = 0;   ///< step
+    std::uint8_t gain = 0;      ///< dB
+    std::uint8_t link = 0;      ///< 1 for a linked pair
 
     bool operator==(const Comp &o) const
     {

@@ -6,9 +6,10 @@
 
 class QString;
 
-/// Remembers the selected device and runs the commands of vxctl on it. Every command selects the
-/// default device first when none is selected, and fails without further I/O when there is none.
-/// All operations return true for success. Device worker's thread (construction excepted).
+/// Remembers the selected device and runs the commands of vxctl on it. If no device is selected, a
+/// command first selects the default device. If there is none, the command fails without further
+/// I/O. All operations return true for success. Device worker's thread only, except for the
+/// construction.
 class DeviceAccess
 {
 public:
@@ -17,13 +18,18 @@ public:
     DeviceAccess(const DeviceAccess &) = delete;
     DeviceAccess &operator=(const DeviceAccess &) = delete;
 
-    /// Clears the selection, looks for devices and selects the first one found.
+    /// Clears the selection, looks for devices and selects the first one found. Returns false if
+    /// there is no device.
     bool select_default();
-    /// Clears the selection; no I/O, always true.
+    /// Clears the selection without I/O. Always returns true.
     bool deselect();
-    /// Selects the default device when none is selected; true if one is selected then.
+    /// Selects the default device if none is selected. Returns whether a device is selected
+    /// afterwards.
     bool is_selected();
 
+    /// @name Commands
+    /// The arguments are those of the vxctl function with the same name.
+    ///@{
     bool set_parameter(int ch_type, std::uint8_t ch_no, vxctl::Tag parameter, std::uint8_t data);
     bool set_eq(int ch_type, std::uint8_t ch_no, int band, const Eq &eq);
     bool set_comp(int ch_type, std::uint8_t ch_no, const Comp &comp);
@@ -33,15 +39,17 @@ public:
 
     bool get_version(std::uint16_t &version);
     bool get_build(std::uint16_t &build);
-    /// Both append what was received, at most 64 bytes of UTF-8, to the text.
+    /// Appends the product name, at most 64 bytes of UTF-8.
     bool get_product_name(QString &name);
+    /// Reads one message and appends its debug text, at most 64 bytes of UTF-8.
     bool get_debugprint(QString &text);
-    /// meter becomes vxctl::meterCount records, those that did not come zeroed; count is how many
-    /// came.
+    /// Fills meter with vxctl::meterCount records and count with the number of records received.
+    /// Records that were not received are zero.
     bool get_meter(QByteArray &meter, int &count);
     bool get_grmeter(int ch_type, std::uint8_t ch_no, std::uint16_t &meter);
-    /// In hertz. An absent rate is refused.
+    /// The rate is in hertz. Returns false if rate is null.
     bool get_sample_rate(std::uint32_t *rate);
+    ///@}
 
 private:
     template <typename Command>

@@ -16,7 +16,8 @@ constexpr int finishPolls = 10;
 constexpr int finishInterval = 1000; // milliseconds
 constexpr std::uint32_t creditAbsent = 255;
 
-// What held a transfer up, as the console line names it.
+// Reasons for a stall, as the console line shows them.
+// contract: the two numbers.
 constexpr int stallNoCredit = 272;
 constexpr int stallOffset = 274;
 
@@ -33,7 +34,7 @@ struct Status
     bool hasOffset = false;
 
     bool complete() const { return hasCredit && hasOffset; }
-    void take(const vxmsg::Item &item)
+    void add(const vxmsg::Item &item)
     {
         if (item.tag == tagFirmwareCredit) {
             credit = item.number;
@@ -45,7 +46,7 @@ struct Status
     }
 };
 
-int sendEnded(const Link &link, vxmsg::Buffer &message)
+int sendWithEnd(const Link &link, vxmsg::Buffer &message)
 {
     if (vxmsg::append(message, vxmsg::tagEnd, vxmsg::formatEnd) != 0) return failed(__LINE__);
     return transact(link, message);
@@ -56,7 +57,7 @@ int askStatus(const Link &link)
     vxmsg::Message message;
     if (vxmsg::append(message.buffer, tagFirmwareStatus, vxmsg::formatFlag) != 0)
         return failed(__LINE__);
-    return sendEnded(link, message.buffer);
+    return sendWithEnd(link, message.buffer);
 }
 
 void printDebugText(const vxmsg::Item &item)
@@ -75,7 +76,7 @@ int readStatus(const Link &link, Status &status)
         vxmsg::Item item;
         while (vxmsg::next(message.buffer, item) == 0) {
             printDebugText(item);
-            status.take(item);
+            status.add(item);
         }
         if (status.complete()) return 0;
         if (!link.clock.sleep(interval)) return 1;
@@ -89,7 +90,7 @@ int sendChunk(const Link &link, const std::uint8_t *bytes, std::uint32_t count)
     const std::uint8_t tag = length == chunkSize ? tagFirmwareChunk : tagFirmwareRest;
     vxmsg::Message message;
     if (vxmsg::append(message.buffer, tag, bytes, length) != 0) return failed(__LINE__);
-    return sendEnded(link, message.buffer);
+    return sendWithEnd(link, message.buffer);
 }
 
 int sendChunks(
@@ -105,7 +106,8 @@ int sendChunks(
     return 0;
 }
 
-/// Waits until the device has no more to write; ten seconds at most.
+/// Waits until the device has written its flash, for at most ten seconds.
+// contract: the transfer succeeds even if the ten seconds run out; the device can still be writing.
 int finish(const Link &link)
 {
     for (int i = 0; i < finishPolls; ++i) {
@@ -123,7 +125,7 @@ int finish(const Link &link)
     return 0;
 }
 
-/// Why a poll with this status cannot go on, 0 when it can.
+/// Returns why no chunk can be sent after this status, or 0 if one can.
 int stallCode(const Status &status, std::uint32_t pos)
 {
     if (status.credit == 0) return stallNoCredit;
@@ -140,7 +142,7 @@ int transferFirmware(
     vxmsg::Message start;
     if (vxmsg::append(start.buffer, tagFirmwareStart, vxmsg::formatU32, total) != 0)
         return failed(__LINE__);
-    if (sendEnded(link, start.buffer) != 0) return failed(__LINE__);
+    if (sendWithEnd(link, start.buffer) != 0) return failed(__LINE__);
 
     progress = 0;
     for (int stall = 0; progress < total;) {

@@ -1,6 +1,6 @@
 #include "device/interfacesearch_windows.h"
 
-// The second needs what the first defines.
+// setupapi.h needs the types of windows.h, so the order must stay.
 // clang-format off
 #include <windows.h>
 #include <setupapi.h>
@@ -17,11 +17,13 @@ namespace {
 
 using Detail = SP_DEVICE_INTERFACE_DETAIL_DATA_W;
 
-/// The system checks this size, which is that of the process's kind.
+/// The size that the system expects in the structure. It differs between 32-bit and 64-bit
+/// processes.
 constexpr DWORD detailSize = sizeof(Detail);
 static_assert(detailSize == (sizeof(void *) == 4 ? 6 : 8), "the size that the system expects");
 
-/// Everything that renders sound.
+/// The interface class of all devices that render sound.
+// contract: the driver registers the Tamber in this class.
 constexpr GUID soundInterfaces = {
     0x65E8773E, 0x8F56, 0x11D0, {0xA3, 0xB9, 0x00, 0xA0, 0xC9, 0x22, 0x31, 0x96}};
 
@@ -43,19 +45,19 @@ DeviceList presentDevices()
     return DeviceList(list == INVALID_HANDLE_VALUE ? nullptr : list);
 }
 
-/// Empty when the device has none.
+/// Returns the name of the device's driver service, or an empty text if the device has none.
 std::wstring serviceName(HDEVINFO list, SP_DEVINFO_DATA &device)
 {
     constexpr std::size_t size = 128;
     wchar_t name[size] = {};
-    constexpr DWORD most = sizeof(name) - sizeof(wchar_t); // the zero at its end stays
+    constexpr DWORD limit = sizeof(name) - sizeof(wchar_t); // keeps the terminating zero
     auto *bytes = reinterpret_cast<BYTE *>(name);
     const BOOL read = SetupDiGetDeviceRegistryPropertyW(
-        list, &device, SPDRP_SERVICE, nullptr, bytes, most, nullptr);
+        list, &device, SPDRP_SERVICE, nullptr, bytes, limit, nullptr);
     return read ? name : std::wstring();
 }
 
-/// A device without an identifier is half removed; the log shall tell.
+/// Logs a device without an identifier, which is only partly removed from the system.
 void checkIdentifier(HDEVINFO list, SP_DEVINFO_DATA &device)
 {
     wchar_t identifier[128] = {};
@@ -81,7 +83,8 @@ std::wstring interfacePath(HDEVINFO list, SP_DEVICE_INTERFACE_DATA &entry)
     return {};
 }
 
-/// The device's last interface that has a path.
+/// Returns the path of the device's last interface, or an empty path if no interface has one.
+// contract: the last match wins, here and in findSoundInterface().
 std::wstring lastInterface(HDEVINFO list, SP_DEVINFO_DATA &device)
 {
     std::wstring last;

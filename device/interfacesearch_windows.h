@@ -2,9 +2,10 @@
 
 #include <string>
 
-/// Looks among the sound interfaces that are present for one of the driver with this service name,
-/// exactly as it is written. Returns the path of the last of them, empty when there is none.
+/// Searches the present sound interfaces for those of the driver with this service name. The name
+/// must match exactly, including its case. Returns the path of the last match, or an empty path if
+/// there is none.
 std::wstring findSoundInterface(const wchar_t *service);
 
-/// Prints the system's words for the last error, and the number of the line that met it.
+/// Prints the system's description of the last error and the source line that reports it.
 void reportSystemError(int line);

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-/// Byte order of the wire, in one place: least significant byte first.
+/// The byte order of messages and driver requests: least significant byte first.
 namespace intpack {
 
 inline void put16(std::uint8_t *to, std::uint32_t value)

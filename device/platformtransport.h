@@ -4,6 +4,6 @@
 
 #include <memory>
 
-/// The way to a real Tamber on this platform. Where the interface has no kernel driver it is a
-/// transport that never finds a device.
+/// Returns the transport to a real Tamber. On a platform without a kernel driver for the Tamber,
+/// the transport never finds a device.
 std::unique_ptr<Transport> platformTransport();

@@ -2,7 +2,7 @@
 
 namespace {
 
-/// For platforms without a kernel driver of the Tamber: there is never a device.
+/// The transport for platforms without a kernel driver for the Tamber. It never finds a device.
 class NoDevice final : public Transport
 {
 public:

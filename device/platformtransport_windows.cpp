@@ -12,10 +12,11 @@
 
 namespace {
 
+// contract: the names, control codes and blocks are the kernel driver's.
 constexpr wchar_t driverService[] = L"tamber";
 constexpr wchar_t controlEndpoint[] = L"\\tamber";
 
-/// What the driver is asked for.
+/// The requests that the driver accepts.
 enum ControlCode : DWORD {
     controlTransfer = CTL_CODE(FILE_DEVICE_UNKNOWN, 0x800, METHOD_BUFFERED, FILE_ANY_ACCESS),
     currentSampleRate = CTL_CODE(FILE_DEVICE_UNKNOWN, 0x81B, METHOD_BUFFERED, FILE_READ_ACCESS),
@@ -26,7 +27,7 @@ enum Direction : std::uint32_t { toDevice = 0, fromDevice = 1 };
 
 constexpr std::uint16_t transferKind = 0x0017; ///< the same in every block
 constexpr std::size_t blockSize = 16;
-constexpr std::size_t blockSizeToFetch = 20; ///< the last four bytes carry nothing
+constexpr std::size_t blockSizeToFetch = 20; ///< the last four bytes stay zero
 
 struct CloseDevice
 {
@@ -46,7 +47,8 @@ Pages allocate(std::size_t size)
         static_cast<std::uint8_t *>(VirtualAlloc(nullptr, size, MEM_COMMIT, PAGE_READWRITE)));
 }
 
-/// The driver answers beside the interface that was found, not at the interface itself.
+/// Returns the path of the driver's control endpoint, which is next to the interface that was
+/// found.
 std::wstring endpointPath(const TransportContext &context)
 {
     const auto *end = std::find(std::begin(context.path), std::end(context.path), L'\0');
@@ -60,7 +62,7 @@ int failed(int line)
     return 1;
 }
 
-/// Opened anew for every request, so that no handle outlives an unplugged device.
+/// Opens the driver. Every request opens it again, so that no handle outlives an unplugged device.
 Device open(const TransportContext &context)
 {
     const HANDLE device = CreateFileW(
@@ -74,7 +76,7 @@ Device open(const TransportContext &context)
 struct Block
 {
     Direction direction;
-    std::uint32_t length; ///< of what follows the block
+    std::uint32_t length; ///< of the message behind the block
     std::uint8_t request;
     std::uint16_t value;
     std::uint16_t index;
@@ -91,8 +93,9 @@ void write(const Block &block, std::uint8_t *to)
     to[15] = block.request;
 }
 
-/// One request. Returns 0 for success and 1 if the driver refuses it or returns more or less than
-/// `expected` bytes. Only a refusal has an error of the system to report.
+/// Makes one request. Returns 0 for success and 1 if the driver refuses it or does not return
+/// exactly `expected` bytes. Only a refusal sets the system's last error, so only a refusal reports
+/// it.
 int control(
     const Device &device, ControlCode code, std::uint8_t *in, std::size_t inSize, void *out,
     DWORD outSize, DWORD expected)
@@ -106,7 +109,7 @@ int control(
     return 1;
 }
 
-/// The Tamber's own kernel driver, by way of its control requests.
+/// The transport through the Tamber's kernel driver.
 class KernelDriver final : public Transport
 {
 public:

@@ -72,15 +72,15 @@ QVXDevice::~QVXDevice()
     if (!m_thread->wait(stopTimeout)) {
         m_thread->terminate();
         if (!m_thread->wait(terminateTimeout)) {
-            // Destroying a thread that runs, or what it works on, would end the program.
+            // Destroying a running thread or the objects that it uses would crash the program.
             qWarning("the device worker hangs in a transfer and is abandoned");
-            m_unit.release();
+            static_cast<void>(m_unit.release());
             workerAbandoned = true;
             return;
         }
     }
-    // All that the worker did comes before what follows. QThread sees to that by a lock of its own,
-    // but the thread sanitizer does not know that lock.
+    // Everything that the worker did happens before the following lines. A lock inside QThread
+    // already guarantees that, but the thread sanitizer does not know about it.
     m_workerEnded.load(std::memory_order_acquire);
     delete m_thread;
 }
@@ -136,13 +136,13 @@ void QVXDevice::assertGuiThread() const
     Q_ASSERT(QThread::currentThread() == thread());
 }
 
-int QVXDevice::inputIndex(int ch_type, unsigned char ch_no)
+int QVXDevice::inputIndex(int ch_type, std::uint8_t ch_no)
 {
     const bool known = ch_type == vxctl::channelInput && isNumber(ch_no, 1, inputCount);
     return known ? ch_no - 1 : -1;
 }
 
-int QVXDevice::faderIndex(int ch_type, unsigned char ch_no)
+int QVXDevice::faderIndex(int ch_type, std::uint8_t ch_no)
 {
     if (ch_type == vxctl::channelMaster && isNumber(ch_no, 1, 2)) return inputCount + ch_no - 1;
     return inputIndex(ch_type, ch_no);
@@ -206,6 +206,12 @@ bool QVXDevice::get_product_name(QString &name)
     return true;
 }
 
+const QString &QVXDevice::knownProductName() const
+{
+    assertGuiThread();
+    return m_caches.productName;
+}
+
 bool QVXDevice::get_debugprint(QString &text)
 {
     assertGuiThread();
@@ -214,7 +220,7 @@ bool QVXDevice::get_debugprint(QString &text)
     return true;
 }
 
-bool QVXDevice::set_assign_ch(int in_type, unsigned char in_ch, int out_type, unsigned char out_ch)
+bool QVXDevice::set_assign_ch(int in_type, std::uint8_t in_ch, int out_type, std::uint8_t out_ch)
 {
     assertGuiThread();
     if (out_type != vxctl::channelLineOut || !isNumber(out_ch, 1, tamber::lineOutCount))
@@ -224,7 +230,7 @@ bool QVXDevice::set_assign_ch(int in_type, unsigned char in_ch, int out_type, un
     return !changed || m_tables.route.ret();
 }
 
-bool QVXDevice::set_eq(int ch_type, unsigned char ch_no, int band, const Eq &eq)
+bool QVXDevice::set_eq(int ch_type, std::uint8_t ch_no, int band, const Eq &eq)
 {
     assertGuiThread();
     const int index = inputIndex(ch_type, ch_no);
@@ -235,7 +241,7 @@ bool QVXDevice::set_eq(int ch_type, unsigned char ch_no, int band, const Eq &eq)
     return !changed || m_tables.eq.ret();
 }
 
-bool QVXDevice::set_comp(int ch_type, unsigned char ch_no, const Comp &comp)
+bool QVXDevice::set_comp(int ch_type, std::uint8_t ch_no, const Comp &comp)
 {
     assertGuiThread();
     const int index = inputIndex(ch_type, ch_no);
@@ -249,54 +255,58 @@ template <int Size>
 bool QVXDevice::setParameter(
     Parameters<Size> &table, int index, const Parameter &values, ParameterSignal send)
 {
-    assertGuiThread();
     if (index < 0) return false;
     const bool changed =
         table.set(index, values, [this, send](const Parameter &v) { emitParameter(v, send); });
     return !changed || table.ret();
 }
 
-bool QVXDevice::set_fader(int ch_type, unsigned char ch_no, unsigned char data)
+bool QVXDevice::set_fader(int ch_type, std::uint8_t ch_no, std::uint8_t data)
 {
+    assertGuiThread();
     return setParameter(
         m_tables.fader, faderIndex(ch_type, ch_no), {ch_type, ch_no, data},
         &QVXDevice::sig_set_fader);
 }
 
-bool QVXDevice::set_pan(int ch_type, unsigned char ch_no, unsigned char data)
+bool QVXDevice::set_pan(int ch_type, std::uint8_t ch_no, std::uint8_t data)
 {
+    assertGuiThread();
     return setParameter(
         m_tables.pan, inputIndex(ch_type, ch_no), {ch_type, ch_no, data}, &QVXDevice::sig_set_pan);
 }
 
-bool QVXDevice::set_mute(int ch_type, unsigned char ch_no, unsigned char data)
+bool QVXDevice::set_mute(int ch_type, std::uint8_t ch_no, std::uint8_t data)
 {
+    assertGuiThread();
     return setParameter(
         m_tables.mute, faderIndex(ch_type, ch_no), {ch_type, ch_no, data},
         &QVXDevice::sig_set_mute);
 }
 
-bool QVXDevice::set_solo(int ch_type, unsigned char ch_no, unsigned char data)
+bool QVXDevice::set_solo(int ch_type, std::uint8_t ch_no, std::uint8_t data)
 {
+    assertGuiThread();
     return setParameter(
         m_tables.solo, inputIndex(ch_type, ch_no), {ch_type, ch_no, data},
         &QVXDevice::sig_set_solo);
 }
 
-bool QVXDevice::set_phase(int ch_type, unsigned char ch_no, unsigned char data)
+bool QVXDevice::set_phase(int ch_type, std::uint8_t ch_no, std::uint8_t data)
 {
+    assertGuiThread();
     return setParameter(
         m_tables.phase, inputIndex(ch_type, ch_no), {ch_type, ch_no, data},
         &QVXDevice::sig_set_phase);
 }
 
-void QVXDevice::set_send_stereobus(unsigned char on)
+void QVXDevice::set_send_stereobus(std::uint8_t on)
 {
     assertGuiThread();
     emit sig_set_send_stereobus(on);
 }
 
-void QVXDevice::set_truebypass(unsigned char on)
+void QVXDevice::set_truebypass(std::uint8_t on)
 {
     assertGuiThread();
     emit sig_set_truebypass(on);
@@ -312,7 +322,7 @@ bool QVXDevice::get_meter(vxctl::MeterRecord *records, int wanted, int &count)
     return m_meterRet;
 }
 
-bool QVXDevice::get_grmeter(int ch_type, unsigned char ch_no, unsigned int &meter)
+bool QVXDevice::get_grmeter(int ch_type, std::uint8_t ch_no, unsigned int &meter)
 {
     assertGuiThread();
     const int index = inputIndex(ch_type, ch_no);
@@ -323,8 +333,8 @@ bool QVXDevice::get_grmeter(int ch_type, unsigned char ch_no, unsigned int &mete
     return entry.ret;
 }
 
-/// Calls action(table, send) for the table of a kind, where send requests an entry's values. The
-/// result of the action; false for the bus options, which have no table.
+/// Calls action(table, send) for the table of a kind; send requests the values of an entry. Returns
+/// the result of the action, or false for the bus options, which have no table.
 template <typename Action>
 bool QVXDevice::withTable(Kind kind, Action action)
 {
@@ -399,7 +409,7 @@ int QVXDevice::setsWaiting() const
            t.phase.pending();
 }
 
-void QVXDevice::forget_grmeter(int ch_type, unsigned char ch_no)
+void QVXDevice::forget_grmeter(int ch_type, std::uint8_t ch_no)
 {
     assertGuiThread();
     const int index = inputIndex(ch_type, ch_no);
@@ -415,7 +425,6 @@ void QVXDevice::trustMeters()
 
 void QVXDevice::finished(Kind kind, int index, bool ret)
 {
-    assertGuiThread();
     --m_setsUnderWay;
     if (index >= 0) emit setFinished({kind, index}, ret);
     emit setAnswered();
@@ -506,13 +515,15 @@ void QVXDevice::recv_get_product_name(bool ret, QString &name)
 
 void QVXDevice::recv_set_assign_ch(bool ret)
 {
+    assertGuiThread();
     const int index = m_tables.route.answered(ret, [this](const Route &v) { emitRoute(v); });
     finished(Kind::Route, index, ret);
 }
 
 void QVXDevice::recv_set_eq(bool ret)
 {
-    // Wider than the others: of every channel one waiting band goes out.
+    assertGuiThread();
+    // contract: one answer releases the first pending band of every channel, not just one request.
     const int index = m_tables.eq.answered(
         ret, [this](const EqBand &v) { emitEq(v); }, tamber::eqBandCount);
     finished(Kind::Eq, index, ret);
@@ -520,35 +531,43 @@ void QVXDevice::recv_set_eq(bool ret)
 
 void QVXDevice::recv_set_comp(bool ret)
 {
+    assertGuiThread();
     const int index = m_tables.comp.answered(ret, [this](const Compressor &v) { emitComp(v); });
     finished(Kind::Comp, index, ret);
 }
 
 void QVXDevice::recv_set_fader(bool ret)
 {
+    assertGuiThread();
     answered(Kind::Fader, m_tables.fader, ret, &QVXDevice::sig_set_fader);
 }
 
 void QVXDevice::recv_set_pan(bool ret)
 {
+    assertGuiThread();
     answered(Kind::Pan, m_tables.pan, ret, &QVXDevice::sig_set_pan);
 }
 
 void QVXDevice::recv_set_mute(bool ret)
 {
+    assertGuiThread();
     answered(Kind::Mute, m_tables.mute, ret, &QVXDevice::sig_set_mute);
 }
 
 void QVXDevice::recv_set_solo(bool ret)
 {
+    assertGuiThread();
     answered(Kind::Solo, m_tables.solo, ret, &QVXDevice::sig_set_solo);
 }
 
 void QVXDevice::recv_set_phase(bool ret)
 {
+    assertGuiThread();
     answered(Kind::Phase, m_tables.phase, ret, &QVXDevice::sig_set_phase);
 }
 
+// contract: the slot takes the bytes by value.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void QVXDevice::recv_get_meter(bool ret, QByteArray meter, int num)
 {
     assertGuiThread();
@@ -571,10 +590,10 @@ void QVXDevice::recv_get_grmeter(bool ret, int ch_type, unsigned char ch_no, uns
     entry.value = meter;
     if (entry.refresh != Refresh::Again) entry.refresh = Refresh::Idle;
     for (std::size_t i = 0; i < m_caches.gainReduction.size(); ++i) {
-        GainReduction &waiting = m_caches.gainReduction[i];
-        if (waiting.refresh != Refresh::Again) continue;
-        waiting.refresh = Refresh::Busy;
-        emit sig_get_grmeter(vxctl::channelInput, static_cast<unsigned char>(i + 1));
+        GainReduction &pending = m_caches.gainReduction[i];
+        if (pending.refresh != Refresh::Again) continue;
+        pending.refresh = Refresh::Busy;
+        emit sig_get_grmeter(vxctl::channelInput, static_cast<std::uint8_t>(i + 1));
         return;
     }
 }

@@ -15,134 +15,157 @@
 class QThread;
 
 /// The device as the rest of the program sees it. Every call returns at once with the last known
-/// answer and, where needed, asks the worker for a fresh one. GUI thread only.
+/// answer. Where needed, it asks the worker for a new answer. GUI thread only.
 ///
-/// Setters drop a value that equals the last one asked for, and keep at most one request of a kind
-/// with the worker; what changes meanwhile is sent after its answer, with the newest values. A
-/// failed request is not sent again until its value changes, resend() is called for it, or reset()
-/// forgets it.
+/// A setter drops a value that equals the last one requested. The worker has at most one request of
+/// a kind at a time. Values that change meanwhile are pending, and the newest ones are sent after
+/// the answer. A failed request is not sent again until its value changes, resend() is called for
+/// it, or reset() forgets it.
 class QVXDevice : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Looks for the device, reads its identity (this once on the calling thread) and starts the
-    /// worker thread.
+    /// Looks for the device, reads its identity and starts the worker thread. This is the only time
+    /// that the calling thread does device I/O.
     /// @param transport must outlive the object
-    /// @param clock     of the worker's waits; must outlive the object
+    /// @param clock     the clock for the worker's waits; must outlive the object
     explicit QVXDevice(
         Transport &transport, Clock &clock = WorkerClock::instance(), QObject *parent = nullptr);
     /// Stops the worker: waits up to 2000 ms for it, then terminates it and waits up to 1000 ms. A
-    /// worker that cannot even be terminated is abandoned: it is never destroyed, and its transport
-    /// must not be either.
+    /// worker that is still running after that is abandoned. It is never destroyed, and its
+    /// transport must not be destroyed either.
     ~QVXDevice() override;
 
-    /// Whether a worker of this process was abandoned.
+    /// Returns whether a worker of this process was abandoned. The answer outlives the facade.
     static bool hasAbandonedWorker();
 
+    // contract: the names and the results of the functions from get_version() to get_grmeter().
+
     /// @name Identity
-    /// They hand out what the worker read last (0 when it never could) and ask it to read again;
-    /// always true.
+    /// Each function hands out the value that the worker read last, asks the worker to read it
+    /// again, and always returns true. A value that was never read is 0.
     ///@{
     bool get_version(std::uint16_t &version);
     bool get_build(std::uint16_t &build);
-    bool get_sample_rate(std::uint32_t &rate); ///< hertz, 0 after a request that failed
+    bool get_sample_rate(std::uint32_t &rate); ///< hertz; 0 if the last request failed
     ///@}
-    /// Whether the last requests for version and build succeeded.
+    /// Returns whether the last requests for version and build succeeded.
     bool isFirmwareKnown() const;
 
-    /// Whether a device was there at the previous call, or at construction; asks anew.
+    /// Returns whether a device is there according to the last answer, and asks again. Before the
+    /// first answer it returns what the construction found.
     bool is_selected();
-    /// Forgets the device, so that the next request looks for it anew. Always false: the answer is
-    /// not there yet.
+    /// Makes the worker forget the device, so that the next request looks for it again. Always
+    /// returns false, because the answer is not known yet.
     bool deselect();
 
-    /// The text known so far, none after a request that failed; asks for a new one. Always true.
-    bool get_product_name(QString &name);
-    bool get_debugprint(QString &text);
-    /// The name known so far, without asking.
-    const QString &knownProductName() const { return m_caches.productName; }
+    /// @name Texts
+    /// Each function hands out the text known so far, asks for a new one, and always returns true.
+    ///@{
+    bool get_product_name(QString &name); ///< empty if the last request failed
+    bool get_debugprint(QString &text);   ///< all text received since the last reset()
+    ///@}
+    /// Returns the product name known so far without asking for it.
+    const QString &knownProductName() const;
 
     /// @name Setters
-    /// False for a channel that the parameter does not have. True when nothing is to be sent, else
-    /// the result of the last request of that kind.
+    /// Each function returns false for a channel that the parameter does not have, and true if
+    /// there is nothing to send. Otherwise it returns the last answer to a request of this kind.
+    /// See vxctl::ChannelType for the channels.
     ///@{
-    /// out_type 1, out_ch 1 to 8.
-    bool set_assign_ch(int in_type, unsigned char in_ch, int out_type, unsigned char out_ch);
-    /// Inputs. Bands count from 1 here: low, high, high-mid, low-mid.
-    bool set_eq(int ch_type, unsigned char ch_no, int band, const Eq &eq);
-    bool set_comp(int ch_type, unsigned char ch_no, const Comp &comp); ///< inputs
+    /// Line outputs only: out_type 1, out_ch 1 to 8.
+    bool set_assign_ch(int in_type, std::uint8_t in_ch, int out_type, std::uint8_t out_ch);
+    /// Inputs only. The bands are 1 low, 2 high, 3 high-mid and 4 low-mid.
+    // contract: bands count from 1 here, from 0 in the command.
+    bool set_eq(int ch_type, std::uint8_t ch_no, int band, const Eq &eq);
+    /// Inputs only.
+    bool set_comp(int ch_type, std::uint8_t ch_no, const Comp &comp);
     /// Inputs and master. Whole dB as a two's complement byte, -127 for silence.
-    bool set_fader(int ch_type, unsigned char ch_no, unsigned char data);
-    /// Inputs. -127 left to 127 right as a two's complement byte.
-    bool set_pan(int ch_type, unsigned char ch_no, unsigned char data);
-    bool set_mute(int ch_type, unsigned char ch_no, unsigned char data);  ///< inputs and master
-    bool set_solo(int ch_type, unsigned char ch_no, unsigned char data);  ///< inputs
-    bool set_phase(int ch_type, unsigned char ch_no, unsigned char data); ///< inputs
+    bool set_fader(int ch_type, std::uint8_t ch_no, std::uint8_t data);
+    /// Inputs only. -127 (left) to 127 (right) as a two's complement byte.
+    bool set_pan(int ch_type, std::uint8_t ch_no, std::uint8_t data);
+    /// Inputs and master.
+    bool set_mute(int ch_type, std::uint8_t ch_no, std::uint8_t data);
+    /// Inputs only.
+    bool set_solo(int ch_type, std::uint8_t ch_no, std::uint8_t data);
+    /// Inputs only.
+    bool set_phase(int ch_type, std::uint8_t ch_no, std::uint8_t data);
     ///@}
 
-    /// Sent at once, whatever was sent before.
-    void set_send_stereobus(unsigned char on);
-    void set_truebypass(unsigned char on);
+    /// @name Bus options
+    /// Each function sends the value at once, even if it equals the last one.
+    ///@{
+    void set_send_stereobus(std::uint8_t on);
+    void set_truebypass(std::uint8_t on);
+    ///@}
 
-    /// Copies the last meter list to the caller: at most 18 records of vxctl::MeterRecord, and no
-    /// more than wanted; count is how many the device sent. True when the last list came whole.
+    /// Copies the last meter list: at most 18 records, and no more than wanted. Sets count to the
+    /// number of records that the device sent. Asks for a new list. Returns whether the last
+    /// request succeeded.
     bool get_meter(vxctl::MeterRecord *records, int wanted, int &count);
-    /// The last gain reduction of an input, linear, 32768 for none; false for any other channel.
-    bool get_grmeter(int ch_type, unsigned char ch_no, unsigned int &meter);
-    /// Forgets an input's gain reduction: get_grmeter is false until the next answer.
-    void forget_grmeter(int ch_type, unsigned char ch_no);
+    /// Hands out the last gain reduction of an input (linear, 32768 for none) and asks for a new
+    /// one. Returns whether the last request succeeded; false for any channel but an input.
+    bool get_grmeter(int ch_type, std::uint8_t ch_no, unsigned int &meter);
+    /// Forgets an input's gain reduction: get_grmeter() returns false until the next answer.
+    void forget_grmeter(int ch_type, std::uint8_t ch_no);
 
-    /// What a setter sets: one value of one channel, or a bus option.
+    /// The kinds of request that setters make.
     enum class Kind { Route, Eq, Comp, Fader, Mute, Pan, Solo, Phase, StereoBus, TrueBypass };
+    /// What a setter changes: one value of one channel, or a bus option.
     struct Target
     {
         Kind kind;
-        /// From 0: of the output, of the input (behind them the master's sides), of the EQ the
-        /// input times four and the command's band.
+        /// Counts from 0. Route: the line output. Eq: four times the input, plus the band as the
+        /// command counts it. Every other kind: the input, with the master's sides behind the
+        /// inputs.
         int index;
         bool operator==(const Target &o) const { return kind == o.kind && index == o.index; }
     };
 
-    /// Whether a target's last values wait for an answer, here or with the worker. Always false for
-    /// the bus options.
+    /// Returns whether the last values of a target are pending or await an answer. Always returns
+    /// false for the bus options.
     bool isWaiting(const Target &target);
 
-    /// Requests the last values of a target once more, alone, if their request has failed and no
-    /// newer ones wait. False if there is nothing to send. Not for the bus options, whose values
-    /// the facade does not keep.
+    /// Sends the last values of a target again, if their request failed and no newer values are
+    /// pending. Returns false if there is nothing to send, and always for the bus options, whose
+    /// values the facade does not keep.
     bool resend(const Target &target);
 
-    /// The result of the last request for a bus option. None if there was no request since this was
-    /// asked last.
+    /// Returns the result of the last request for a bus option, or nothing if no request has ended
+    /// since the last call.
     std::optional<bool> takeBusResult(Kind option);
 
-    /// How many requests of setters are with the worker or wait here to follow; without the bus
-    /// options.
+    /// Returns how many requests of setters the worker has or are pending. The bus options do not
+    /// count.
     int setsWaiting() const;
 
-    /// How long the worker's transfer under way has lasted, in milliseconds; 0 without one.
+    /// Returns how long the worker's current transfer has lasted, in milliseconds, or 0 if there is
+    /// none.
     qint64 transferAge() const;
 
-    /// How many meter requests in a row have failed; 0 after one that succeeded.
+    /// Returns how many meter requests in a row have failed.
     int meterFailures() const;
 
     /// Assumes that meter requests succeed until one fails. Called after a reconnection.
     void trustMeters();
 
-    /// Forgets all values that were sent and all that were received, so that nothing is dropped as
-    /// unchanged. Whether a device is there, and whether the meters answer, stays known.
+    /// Forgets all values sent and received, so that no value is dropped as unchanged. Keeps the
+    /// answers to "is there a device" and "did the last meter request succeed".
     void reset();
 
 signals:
-    /// A setter's request was answered, and those that it held up are with the worker. Not told of
-    /// requests from before a reset.
+    /// The worker has answered a setter's request, and the pending requests that the answer
+    /// released are with the worker. Not emitted for a request from before a reset().
     void setFinished(const QVXDevice::Target &target, bool ret);
-    /// The same without saying which, also for those from before a reset.
+    /// The worker has answered some setter's request, possibly one from before a reset().
     void setAnswered();
-    /// The device has said its name, or has failed to.
+    /// The worker has answered a request for the product name, with or without success.
     void nameAnswered();
 
+    /// @name Requests to the worker
+    // contract: the names and the argument types of these signals.
+    ///@{
     void sig_deselect();
     void sig_is_selected();
     void sig_get_version();
@@ -167,9 +190,12 @@ signals:
     void sig_set_truebypass(unsigned char on);
     void sig_get_meter();
     void sig_get_grmeter(int ch_type, unsigned char ch_no);
+    ///@}
 
 public slots:
-    // contract: the answers of the worker, or of one that stands in for it.
+    /// @name Answers of the worker
+    // contract: the names and the argument types of these slots.
+    ///@{
     void recv_deselect(bool ret);
     void recv_is_selected(bool ret);
     void recv_get_debugprint(bool ret, QString &dbg);
@@ -184,6 +210,7 @@ public slots:
     void recv_set_phase(bool ret);
     void recv_get_meter(bool ret, QByteArray meter, int num);
     void recv_get_grmeter(bool ret, int ch_type, unsigned char ch_no, unsigned int meter);
+    ///@}
 
 private:
     static constexpr int inputCount = tamber::inputCount;
@@ -192,15 +219,15 @@ private:
     struct Route
     {
         int in_type;
-        unsigned char in_ch;
+        std::uint8_t in_ch;
         int out_type;
-        unsigned char out_ch;
+        std::uint8_t out_ch;
         bool operator==(const Route &o) const;
     };
     struct EqBand
     {
         int ch_type;
-        unsigned char ch_no;
+        std::uint8_t ch_no;
         int band; ///< as the command counts it, from 0
         Eq eq;
         bool operator==(const EqBand &o) const;
@@ -208,19 +235,20 @@ private:
     struct Compressor
     {
         int ch_type;
-        unsigned char ch_no;
+        std::uint8_t ch_no;
         Comp comp;
         bool operator==(const Compressor &o) const;
     };
     struct Parameter
     {
         int ch_type;
-        unsigned char ch_no, data;
+        std::uint8_t ch_no;
+        std::uint8_t data;
         bool operator==(const Parameter &o) const;
     };
     template <int Size>
     using Parameters = RequestTable<Parameter, Size>;
-    using ParameterSignal = void (QVXDevice::*)(int, unsigned char, unsigned char);
+    using ParameterSignal = void (QVXDevice::*)(int, std::uint8_t, std::uint8_t);
 
     struct GainReduction
     {
@@ -229,7 +257,7 @@ private:
         unsigned int value = 0;
     };
 
-    /// The setters' tables; reset() forgets their entries, but not the requests under way.
+    /// The setters' tables. reset() forgets their entries, but not which requests the worker has.
     struct Tables
     {
         RequestTable<Route, tamber::lineOutCount> route;
@@ -260,8 +288,8 @@ private:
         Caches();
     };
 
-    static int inputIndex(int ch_type, unsigned char ch_no);
-    static int faderIndex(int ch_type, unsigned char ch_no);
+    static int inputIndex(int ch_type, std::uint8_t ch_no);
+    static int faderIndex(int ch_type, std::uint8_t ch_no);
     void assertGuiThread() const;
     void connectWorker();
     void emitRoute(const Route &v);
@@ -280,11 +308,11 @@ private:
 
     std::unique_ptr<QVXDeviceUnit> m_unit;
     QThread *m_thread;
-    std::atomic<bool> m_workerEnded{false}; ///< written by the worker's thread at its end
+    std::atomic<bool> m_workerEnded{false}; ///< set by the worker's thread when it ends
     Tables m_tables;
     Caches m_caches;
     bool m_selected;
     bool m_meterRet = true;
     int m_meterFailures = 0;
-    int m_setsUnderWay = 0; ///< requests of setters that are with the worker
+    int m_setsUnderWay = 0; ///< requests of setters that the worker has
 };

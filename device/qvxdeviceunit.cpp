@@ -19,7 +19,7 @@ WorkerClock &WorkerClock::instance()
 
 bool WorkerClock::sleep(int milliseconds)
 {
-    constexpr int slice = 10; // how late a request to stop may be noticed
+    constexpr int slice = 10; // the longest delay before a request to stop is noticed
     for (int left = milliseconds; left > 0; left -= slice) {
         if (stopping()) return false;
         QThread::msleep(static_cast<unsigned long>(qMin(left, slice)));
@@ -36,11 +36,11 @@ QVXDeviceUnit::QVXDeviceUnit(Transport &transport, Clock &clock)
     : m_clock(clock), m_transport(transport), m_device(m_transport, m_clock),
       m_foundAtStart(m_device.is_selected())
 {
-    // Queued signals carry their arguments by the names of their types as they are written.
+    // Qt looks up the types of queued arguments by name, exactly as the signals spell them.
     qRegisterMetaType<QString>("QString&");
     qRegisterMetaType<std::uint16_t>("uint16_t");
     qRegisterMetaType<std::uint32_t>("uint32_t");
-    // A device that does not answer the first would keep the start waiting for each of the others.
+    // If the device does not answer the first request, the others would only delay the start.
     if (m_foundAtStart && readVersion() && readBuild())
         m_device.get_product_name(m_productNameAtStart);
 }

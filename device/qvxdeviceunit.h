@@ -9,8 +9,8 @@
 #include <atomic>
 #include <cstdint>
 
-/// The waits of the worker: they sleep on the current thread, and end early when that thread's
-/// interruption is requested. Without state.
+/// The waits of the worker. They sleep on the calling thread and end early if that thread's
+/// interruption is requested. The clock has no state; any thread may use it.
 class WorkerClock final : public Clock
 {
 public:
@@ -20,39 +20,40 @@ public:
     bool stopping() const override;
 };
 
-/// Runs every device command on a thread of its own, one after the other, so that the exchanges
-/// never block the user interface. Each slot runs one command, emits its answer (ret is true for
-/// success) and sleeps the pacing delay. A failed command is not retried.
+/// Runs the device commands one after the other on a thread of its own, so that they never block
+/// the user interface. Each slot runs one command, emits its answer (ret is true for success) and
+/// sleeps the pacing delay. A failed command is not retried.
 ///
-/// Made, moved to its thread and wired up by QVXDevice, which alone talks to it. Construction
-/// happens before the move and reads the identity once; all slots run on the worker thread.
-/// Once the thread's interruption is requested, every command answers false, and no slot makes any
-/// I/O or waits.
+/// QVXDevice constructs the worker, moves it to its thread and connects it. Nothing else talks to
+/// the worker. The construction happens before the move and reads the identity once. All slots run
+/// on the worker thread. Once that thread's interruption is requested, every command answers false
+/// without I/O and without a wait.
 class QVXDeviceUnit : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Least time between two commands, in milliseconds: the device's DSP is never sent requests
-    /// back to back.
-    static constexpr int pacingDelay = 10;
+    /// Pause after each command, in milliseconds. The device's DSP must not receive requests back
+    /// to back.
+    static constexpr int pacingDelay = 10; // contract: the device needs this pause
 
-    /// Both must outlive the object.
+    /// Selects the default device. If it finds one, reads version, build and product name. Both
+    /// references must outlive the object.
     QVXDeviceUnit(Transport &transport, Clock &clock);
 
-    /// @name What was read last
-    /// Written by the worker alone, and read by the facade as whole values.
+    /// @name The values read last
+    /// Only the worker writes them. The facade reads them from the GUI thread.
     ///@{
-    std::atomic<std::uint16_t> version{0};
-    std::atomic<std::uint16_t> build{0};
-    std::atomic<std::uint32_t> sample_rate{0}; ///< hertz; 0 when it could not be read
-    std::atomic<bool> versionKnown{false};     ///< the last request for it succeeded
-    std::atomic<bool> buildKnown{false};
+    std::atomic<std::uint16_t> version{0};     ///< 0 until the first success
+    std::atomic<std::uint16_t> build{0};       ///< 0 until the first success
+    std::atomic<std::uint32_t> sample_rate{0}; ///< hertz; 0 if the last request failed
+    std::atomic<bool> versionKnown{false};     ///< whether the last request succeeded
+    std::atomic<bool> buildKnown{false};       ///< whether the last request succeeded
     ///@}
 
-    /// @name Requests that wait in the worker's queue
-    /// Set by the facade when it asks and cleared by the worker when it begins, so that at most
-    /// one of each waits behind a slow device.
+    /// @name Requests in the worker's queue
+    /// The facade sets a flag when it makes a request, and the worker clears the flag when it
+    /// begins. So at most one request of each kind waits behind a slow device.
     ///@{
     std::atomic<bool> versionWaits{false};
     std::atomic<bool> buildWaits{false};
@@ -61,20 +62,25 @@ public:
 
     /// How the last request for a bus option ended. The bus options have no answer signal.
     enum class BusResult { None, Done, Failed };
-    /// @name Set by the worker after each request, and taken by the facade
+    /// @name Results of the bus options
+    /// The worker sets a result after each request. The facade takes it and sets it back to None.
     ///@{
     std::atomic<BusResult> stereoBusResult{BusResult::None};
     std::atomic<BusResult> trueBypassResult{BusResult::None};
     ///@}
 
-    /// How long the transfer that is under way has lasted, in milliseconds; 0 without one.
+    /// Returns how long the current transfer has lasted, in milliseconds, or 0 if there is none.
+    /// Any thread.
     qint64 transferAge() const { return m_transport.age(); }
 
-    /// What the construction found; constant from then on.
+    /// Returns whether the construction found a device. Any thread.
     bool foundAtStart() const { return m_foundAtStart; }
+    /// Returns the name that the construction read, or an empty text. Any thread.
     const QString &productNameAtStart() const { return m_productNameAtStart; }
 
 signals:
+    // contract: the names and the argument types of the signals and slots. The facade leaves
+    // ret_get_version, ret_get_build, ret_get_sample_rate and ret_select_default unconnected.
     void ret_get_version(bool ret, uint16_t version);
     void ret_get_build(bool ret, uint16_t build);
     void ret_get_sample_rate(bool ret, uint32_t rate);
@@ -86,7 +92,7 @@ signals:
     void ret_set_assign_ch(bool ret);
     void ret_set_eq(bool ret);
     void ret_set_comp(bool ret);
-    /// meter is a list of vxctl::MeterRecord, always 18 of them; num is how many were received.
+    /// meter always holds 18 records of vxctl::MeterRecord. num is the number of records received.
     void ret_get_meter(bool ret, QByteArray meter, int num);
     /// meter is linear, 32768 for no reduction.
     void ret_get_grmeter(bool ret, int ch_type, unsigned char ch_no, unsigned int meter);
@@ -99,7 +105,7 @@ signals:
 public slots:
     void deselect();
     void is_selected();
-    void select_default();
+    void select_default(); // contract: nothing in the panel calls this
     void get_debugprint();
     void get_product_name();
     void set_assign_ch(int in_type, unsigned char in_ch, int out_type, unsigned char out_ch);

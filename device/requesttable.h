@@ -5,17 +5,17 @@
 #include <deque>
 #include <optional>
 
-/// The coalescing of requests to the worker, apart from what is sent. Plain values without Qt;
-/// GUI thread.
+/// The bookkeeping of requests to the worker: which request the worker has, and which values are
+/// pending. It does not know what the requests mean. Plain values without Qt; GUI thread.
 
-/// State of a value that is fetched again and again.
+/// State of a value that is polled.
 enum class Refresh {
     Idle = 0,
-    Again = 1, ///< asked for anew while a request is with the worker
-    Busy = 2,  ///< a request is with the worker
+    Again = 1, ///< the worker has a request, and a new one is to follow
+    Busy = 2,  ///< the worker has a request
 };
 
-/// Marks a wish for a fresh value; true when a request is to be sent for it now.
+/// Notes that a new value is wanted. Returns true if the caller must send a request now.
 inline bool wantsRequest(Refresh &state)
 {
     const bool idle = state == Refresh::Idle;
@@ -23,7 +23,7 @@ inline bool wantsRequest(Refresh &state)
     return idle;
 }
 
-/// Notes that a request was answered; true when another one is to be sent at once.
+/// Notes that a request was answered. Returns true if the caller must send another one now.
 inline bool wantsAnother(Refresh &state)
 {
     const bool again = state == Refresh::Again;
@@ -31,30 +31,31 @@ inline bool wantsAnother(Refresh &state)
     return again;
 }
 
-/// One kind of setter: an entry for each of its channels, with the newest values asked for.
-/// At most one request of the kind is with the worker (the EQ's wider answer excepted).
+/// The requests of one kind of setter, with one entry per channel. An entry holds the newest values
+/// requested. The worker has at most one request of the kind, except for the EQ, whose answers
+/// release one request per channel.
 template <typename Values, int Size>
 class RequestTable
 {
 public:
-    /// The result of the last request, as a setter returns it.
+    /// Returns the last answer, or false before the first.
     bool ret() const { return m_ret; }
 
-    /// How many entries wait for an answer before they can go.
+    /// Returns how many entries are pending: their values are sent after an answer.
     int pending() const { return m_pending; }
 
-    /// Whether the last values of an entry wait for an answer, here or with the worker.
+    /// Returns whether the last values of an entry are pending or await an answer.
     bool isWaiting(int index) const
     {
-        const auto isOfIt = [index](const Request &r) { return r.index == index && !r.forgotten; };
-        return entry(index).pending || std::any_of(m_underWay.begin(), m_underWay.end(), isOfIt);
+        const auto matches = [index](const Request &r) { return r.index == index && !r.forgotten; };
+        return entry(index).pending || std::any_of(m_underWay.begin(), m_underWay.end(), matches);
     }
 
-    /// Whether the last request of an entry failed and no newer value waits.
+    /// Returns whether the last request of an entry failed and no newer values are pending.
     bool isFailed(int index) const { return entry(index).failed && !entry(index).pending; }
 
-    /// Takes newer values; send(values) is called when they can go at once. False when they equal
-    /// those that were asked for last, and nothing is to be done.
+    /// Stores new values of an entry. Calls send(values) at once, or makes the entry pending if the
+    /// worker already has a request. Returns false if the values equal the last ones requested.
     template <typename Send>
     bool set(int index, const Values &values, Send send)
     {
@@ -64,7 +65,7 @@ public:
         return true;
     }
 
-    /// Requests the values of a failed entry once more. False if it has not failed.
+    /// Requests the values of a failed entry again. Returns false if the entry has not failed.
     template <typename Send>
     bool resend(int index, Send send)
     {
@@ -73,7 +74,7 @@ public:
         return true;
     }
 
-    /// Forgets all values and results. Answers that still come are those of forgotten requests.
+    /// Forgets all values and results. Answers to earlier requests are ignored from then on.
     void forget()
     {
         m_entries = {};
@@ -84,9 +85,9 @@ public:
             request.forgotten = true;
     }
 
-    /// Takes the answer of the oldest request under way and sends the first entry that waits. Of
-    /// every group of so many entries the first that waits is sent.
-    /// @return the index of the entry that was answered, -1 if it was forgotten meanwhile
+    /// Takes the answer to the oldest request and sends pending entries.
+    /// @param group number of consecutive entries of which the first pending one is sent
+    /// @return the index of the answered entry, or -1 if the request was forgotten
     template <typename Send>
     int answered(bool ret, Send send, int group = Size)
     {
@@ -105,7 +106,7 @@ public:
 private:
     struct Entry
     {
-        std::optional<Values> values; ///< none before the first
+        std::optional<Values> values; ///< empty before the first request
         bool pending = false;
         bool failed = false;
     };
@@ -152,7 +153,7 @@ private:
     }
 
     std::array<Entry, static_cast<std::size_t>(Size)> m_entries{};
-    std::deque<Request> m_underWay; ///< answers come in the order of the requests
+    std::deque<Request> m_underWay; ///< oldest first; the worker answers in this order
     int m_pending = 0;
     bool m_busy = false;
     bool m_ret = false;

@@ -4,8 +4,11 @@
 
 #include <memory>
 
-/// With TAMBER_TRACE=FILE in the environment: a transport that does what the given one does and
-/// appends a line for every request to FILE: milliseconds since the start, "out", "in", "rate" or
-/// "find", the result (0 or 1), and the bytes in hexadecimal, those of "in" without the zero
-/// padding at their end. Without it, or when FILE cannot be opened: the given transport itself.
+/// Returns a transport that forwards every request and appends one line for it to the file named by
+/// the environment variable TAMBER_TRACE. Returns the given transport itself if the variable is
+/// unset or the file cannot be opened.
+///
+/// A line holds the milliseconds since the start, the kind of request ("out", "in", "rate" or
+/// "find"), the result (0 or 1) and the bytes in hexadecimal. An "in" line leaves out the zero
+/// padding at the end of the message.
 std::unique_ptr<Transport> tracedWhereAsked(std::unique_ptr<Transport> transport);

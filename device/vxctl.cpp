@@ -37,7 +37,7 @@ RequestItem flag(std::uint8_t tag)
     return {tag, vxmsg::formatFlag, 0};
 }
 
-/// The set transaction of these items and the end item.
+/// Sends these items and the end item as a set command.
 int request(const Link &link, std::initializer_list<RequestItem> items)
 {
     vxmsg::Message message;
@@ -49,7 +49,7 @@ int request(const Link &link, std::initializer_list<RequestItem> items)
     return transact(link, message.buffer);
 }
 
-/// Reads until visit says true of an item, which ends the walk with success.
+/// Reads messages until visit returns true for an item. Fails after pollLimit messages.
 template <typename Visit>
 int poll(const Link &link, Visit visit)
 {
@@ -71,7 +71,8 @@ void printDebugText(const vxmsg::Item &item)
         std::printf("\ndbg:%.*s\n", item.length, reinterpret_cast<const char *>(item.bytes));
 }
 
-/// Queries the identity and takes the reply of one tag: a string as it is, a u16 low byte first.
+/// Queries the identity and copies the reply with one tag: bytes as they are, a u16 with its low
+/// byte first. Keeps polling while the reply is empty.
 int identity(
     const Link &link, std::uint8_t reply, std::uint8_t *to, std::uint8_t size, std::uint8_t &length)
 {
@@ -101,7 +102,7 @@ int identityNumber(const Link &link, std::uint8_t reply, std::uint16_t &number)
     return 0;
 }
 
-/// Takes the items of one read into the list; true when a record was completed.
+/// Adds the levels of one message to the list. Returns whether a record was completed.
 bool takeMeters(vxmsg::Buffer &message, MeterRecord *records, int &count)
 {
     const int before = count;
@@ -192,6 +193,7 @@ int set_parameter(
 int set_eq(
     const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint32_t band, const Eq &eq)
 {
+    // contract: the switch comes last, here and in the compressor command.
     return request(
         link, {byte(tagChannelType, ch_type), byte(tagChannelNumber, ch_no), byte(tagEqBand, band),
                byte(tagEqGain, eq.gain), byte(tagEqFreq, eq.freq), byte(tagEqQ, eq.q),
@@ -249,7 +251,7 @@ int get_meter(const Link &link, MeterRecord *records, int &count)
 
 int get_grmeter(const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint16_t &meter)
 {
-    // The number before the type, unlike in every other command: the device expects it so.
+    // contract: here the number precedes the type, unlike in every other command.
     if (request(
             link, {byte(tagChannelNumber, ch_no), byte(tagChannelType, ch_type),
                    flag(tagGainReduction)}) != 0)

@@ -7,23 +7,24 @@
 
 #include <cstdint>
 
-/// The command set of the device: for each command its request, the reply that is awaited and how
-/// the reply is read. Plain procedures without state, heap or exceptions; each returns 0 for
-/// success and 1 for failure, and logs each failed check. Device worker's thread.
+/// The command set of the device. Each command knows its request and, if there is one, its reply.
+/// The functions have no state and use no heap and no exceptions. Each returns 0 for success and 1
+/// for failure, and logs each failed check. Device worker's thread.
 ///
-/// A command is a set (wait until the device is ready, send) or a query (the same, then poll for
-/// the reply). Nothing is retried but the send, which is attempted 10 times 5 ms apart.
+/// A set command waits until the device is ready and sends its request. A query does the same and
+/// then polls for the reply. Only the send is retried: up to 10 attempts, 5 ms apart.
 namespace vxctl {
 
-/// What a message's items mean.
+/// Tags. They tell what an item means.
+// contract: the tags and the order of the items in each request are the device's.
 enum Tag : std::uint8_t {
-    tagDebugText = 0x12,          ///< bytes, from the device, may come in any read
+    tagDebugText = 0x12,          ///< bytes, from the device; can arrive in any message
     tagFirmwareStart = 0x21,      ///< u32, total size in bytes
     tagFirmwareStatus = 0x22,     ///< flag, query
     tagFirmwareCredit = 0x23,     ///< reply: bytes that the device accepts now
-    tagFirmwareOffset = 0x24,     ///< reply: where the device stands
+    tagFirmwareOffset = 0x24,     ///< reply: bytes received so far
     tagFirmwareChunk = 0x25,      ///< exactly 61 bytes of the image
-    tagFirmwareRest = 0x26,       ///< fewer than 61
+    tagFirmwareRest = 0x26,       ///< fewer than 61 bytes of the image
     tagIdentity = 0x31,           ///< flag, query
     tagVersion = 0x32,            ///< reply: u16
     tagBuild = 0x33,              ///< reply: u16
@@ -59,7 +60,7 @@ enum Tag : std::uint8_t {
     tagGainReductionLevel = 0xB2, ///< reply: u16
 };
 
-/// Channel types; the numbers count from 1.
+/// Channel types. Channel numbers count from 1.
 enum ChannelType : std::uint8_t {
     channelLineOut = 1,  ///< line output 1 to 8
     channelMaster = 2,   ///< 1 left, 2 right
@@ -71,7 +72,8 @@ constexpr int meterCount = tamber::inputCount + tamber::masterSides;
 constexpr int productNameSize = 64;
 constexpr int debugTextSize = 64;
 
-/// One level of a meter list. The list is handed on as bytes, so this layout is fixed.
+/// One level of a meter list.
+// contract: the list travels as bytes in a signal, so this layout is fixed.
 struct MeterRecord
 {
     std::uint32_t ch_type;
@@ -81,7 +83,7 @@ struct MeterRecord
 };
 static_assert(sizeof(MeterRecord) == 8, "meter lists are made of 8-byte records");
 
-/// What a command needs: the way to the device and the waits on it.
+/// What every command needs to reach the device.
 struct Link
 {
     Transport &transport;
@@ -89,42 +91,51 @@ struct Link
     Clock &clock;
 };
 
-/// The exchanges that commands are made of.
+/// Sends the message up to its position. Fails after 10 attempts.
 int send(const Link &link, const vxmsg::Buffer &message);
-/// Fetches one message into the whole buffer and resets it for parsing. A short read is a failure.
+/// Fetches one message into the buffer and sets the position to 0. Fails if fewer bytes arrive than
+/// the buffer holds.
 int receive(const Link &link, vxmsg::Buffer &message);
-/// Polls until the device is ready: at most 100 times, 5 ms apart.
+/// Polls until the device is ready. Fails after 100 polls, 5 ms apart.
+// contract: a message that does not say "busy" means that the device is ready.
 int waitReady(const Link &link);
-/// A set transaction: waitReady, send.
+/// Waits until the device is ready, then sends the message.
 int transact(const Link &link, const vxmsg::Buffer &message);
 
-/// parameter is tagFader, tagPan, tagMute, tagSolo or tagPhase.
+/// Sets one parameter of a channel: tagFader, tagPan, tagMute, tagSolo or tagPhase.
 int set_parameter(
     const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint8_t parameter,
     std::uint8_t data);
-/// band is 0 low, 1 high, 2 high-mid, 3 low-mid.
+/// Sets one band of a channel's equalizer: 0 low, 1 high, 2 high-mid, 3 low-mid.
 int set_eq(
     const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint32_t band, const Eq &eq);
+/// Sets all values of a channel's compressor.
 int set_comp(const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, const Comp &comp);
+/// Makes a source (a master side or a computer channel) play on a line output.
 int set_assign_ch(
     const Link &link, std::uint32_t in_type, std::uint8_t in_ch, std::uint32_t out_type,
     std::uint8_t out_ch);
+/// Switches the computer output to the stereo bus on (1) or off (0).
 int set_send_stereobus(const Link &link, std::uint8_t on);
+/// Switches the mixer's true bypass on (1) or off (0).
 int set_truebypass(const Link &link, std::uint8_t on);
 
-/// Fills records (room for meterCount) in the order in which the device sends them; count is the
-/// number received, also on failure.
+/// Reads the levels of all meters into an array of meterCount records, in the order in which the
+/// device sends them. Sets count to the number of records received, also on failure.
 int get_meter(const Link &link, MeterRecord *records, int &count);
-/// The gain reduction of one channel, linear, 32768 for none.
+/// Reads the gain reduction of one channel: linear, 32768 for none.
 int get_grmeter(const Link &link, std::uint32_t ch_type, std::uint8_t ch_no, std::uint16_t &meter);
 
+/// Reads the firmware version; 102 means 1.02.
 int get_version(const Link &link, std::uint16_t &version);
+/// Reads the build number of the firmware.
 int get_build(const Link &link, std::uint16_t &build);
-/// name has room for productNameSize bytes; length is what came, without a terminator.
+/// Reads the product name into an array of productNameSize bytes, without a terminator.
 int get_product_name(const Link &link, char *name, std::uint8_t &length);
-/// Reads once and takes what debug text came: text has room for debugTextSize bytes. No text is a
-/// success with length 0.
+/// Reads one message and copies its debug text into an array of debugTextSize bytes, without a
+/// terminator. Succeeds with length 0 if there is no debug text.
 int get_debugprint(const Link &link, char *text, std::uint8_t &length);
+/// Reads the sample rate, in hertz.
 int get_sample_rate(const Link &link, std::uint32_t &rate);
 
 } // namespace vxctl

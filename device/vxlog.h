@@ -2,18 +2,20 @@
 
 #include <cstdint>
 
-/// The console lines of the message and command layers. They are a developer's aid: the panel runs
-/// without a console, and nothing of them reaches the user. Device worker's thread.
+/// The console lines of the message and command layers. They are for developers only: the panel
+/// runs without a console, and no line reaches the user. Device worker's thread.
 namespace vxlog {
 
-/// Source names as the lines carry them.
+/// Source names in the lines.
+// contract: readers of the console output expect these paths and the form of the lines.
 constexpr char vxmsg[] = "..\\vxtest\\vxmsg";
 constexpr char vxctl[] = "..\\vxtest\\vxctl";
 
-/// Writes "source:line:ERROR"; always returns 1, the layers' answer for a failure.
+/// Writes "source:line:ERROR". Always returns 1, the layers' result for a failure.
 int error(const char *source, int line);
 
-/// The same with the value that made the check fail, in hexadecimal.
+/// Writes "source:line:ERROR value" with the value that failed the check, in hexadecimal. Always
+/// returns 1.
 int error(const char *source, int line, std::uint32_t value);
 
 } // namespace vxlog

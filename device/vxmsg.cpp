@@ -21,7 +21,7 @@ int remaining(const Buffer &buffer)
     return buffer.position < buffer.capacity ? buffer.capacity - buffer.position : 0;
 }
 
-/// Size of an item of a fixed format, 0 for any other.
+/// Returns the size of an item of a fixed format, or 0 for any other format.
 int fixedSize(std::uint8_t format)
 {
     switch (format) {
@@ -89,12 +89,12 @@ void reset(Buffer &buffer)
 
 int append(Buffer &buffer, std::uint8_t tag, std::uint8_t format, std::uint32_t number)
 {
-    const int room = remaining(buffer);
-    if (room < headerSize) return tag == tagEnd ? 0 : failed(__LINE__);
+    const int space = remaining(buffer);
+    if (space < headerSize) return tag == tagEnd ? 0 : failed(__LINE__);
     const int size = fixedSize(format);
     if (size == 0) return failed(__LINE__);
     if (format == formatEnd && tag != tagEnd) return failed(__LINE__);
-    if (size > room) return failed(__LINE__);
+    if (size > space) return failed(__LINE__);
 
     std::uint8_t *item = buffer.data + buffer.position;
     item[0] = tag;
@@ -106,11 +106,11 @@ int append(Buffer &buffer, std::uint8_t tag, std::uint8_t format, std::uint32_t 
 
 int append(Buffer &buffer, std::uint8_t tag, const std::uint8_t *bytes, std::uint8_t length)
 {
-    const int room = remaining(buffer);
-    if (room < headerSize) return tag == tagEnd ? 0 : failed(__LINE__);
-    if (room < bytesHeaderSize) return failed(__LINE__);
-    const int count = length > 0 ? length : room - bytesHeaderSize;
-    if (count + bytesHeaderSize > room) return failed(__LINE__);
+    const int space = remaining(buffer);
+    if (space < headerSize) return tag == tagEnd ? 0 : failed(__LINE__);
+    if (space < bytesHeaderSize) return failed(__LINE__);
+    const int count = length > 0 ? length : space - bytesHeaderSize;
+    if (count + bytesHeaderSize > space) return failed(__LINE__);
     if (!bytes && count > 0) return failed(__LINE__);
 
     std::uint8_t *item = buffer.data + buffer.position;
@@ -124,22 +124,22 @@ int append(Buffer &buffer, std::uint8_t tag, const std::uint8_t *bytes, std::uin
 
 int next(Buffer &buffer, Item &item)
 {
-    const int room = remaining(buffer);
-    if (room < headerSize) return 1;
+    const int space = remaining(buffer);
+    if (space < headerSize) return 1;
     const std::uint8_t *from = buffer.data + buffer.position;
     const std::uint8_t format = from[1];
     if (format == formatEnd) return 1;
     if (format > formatBytes) return vxlog::error(vxlog::vxmsg, __LINE__, format);
 
     if (format == formatBytes) {
-        if (room < bytesHeaderSize) return failed(__LINE__);
-        if (from[2] + bytesHeaderSize > room) return failed(__LINE__);
+        if (space < bytesHeaderSize) return failed(__LINE__);
+        if (from[2] + bytesHeaderSize > space) return failed(__LINE__);
         item = {from[0], format, from[2], 0, from + bytesHeaderSize};
         advance(buffer, item.length + bytesHeaderSize);
         return 0;
     }
     const int size = fixedSize(format);
-    if (size > room) return failed(__LINE__);
+    if (size > space) return failed(__LINE__);
     const auto length = static_cast<std::uint8_t>(size - headerSize);
     item = {from[0], format, length, getNumber(from + headerSize, format), nullptr};
     advance(buffer, size);

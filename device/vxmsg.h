@@ -2,18 +2,20 @@
 
 #include <cstdint>
 
-/// The tagged messages that the panel and the device exchange: items packed back to back, each a
-/// tag, a format code and a payload. No heap, no exceptions, no Qt; any thread, one at a time.
-/// Every operation that can fail returns 0 for success and 1 for failure.
+/// The tagged messages that the panel and the device exchange. A message is a sequence of items
+/// without gaps; an item is a tag, a format code and a payload. No heap, no exceptions, no Qt. Any
+/// thread may use a buffer, but only one at a time. Every operation that can fail returns 0 for
+/// success and 1 for failure.
 namespace vxmsg {
 
-/// The most that one control transfer carries, in bytes.
+/// Size of the largest message, in bytes.
 constexpr std::uint8_t maxMessage = 64;
 
-/// Format codes: what an item's payload is. Numbers are little-endian.
+/// Format codes. They tell what the payload of an item is. Numbers are little-endian.
+// contract: the codes and sizes are the device's.
 enum Format : std::uint8_t {
     formatEnd = 0,   ///< end of the message, with tag 0; 2 bytes in all
-    formatFlag = 1,  ///< no payload: its presence is the meaning; 2 bytes
+    formatFlag = 1,  ///< no payload, the item itself is the information; 2 bytes
     formatU8 = 2,    ///< 3 bytes
     formatU16 = 3,   ///< 4 bytes
     formatU32 = 4,   ///< 6 bytes
@@ -22,7 +24,7 @@ enum Format : std::uint8_t {
 
 constexpr std::uint8_t tagEnd = 0;
 
-/// A message being built or parsed, in bytes that the caller owns.
+/// A message that is being built or parsed. The caller owns its bytes.
 struct Buffer
 {
     std::uint8_t *data;
@@ -30,7 +32,7 @@ struct Buffer
     std::uint8_t position; ///< where the next item is written or read
 };
 
-/// A whole message on the stack, zero-filled, with its buffer.
+/// The zero-filled bytes of a message, for the stack, and the buffer that refers to them.
 struct Message
 {
     std::uint8_t bytes[maxMessage] = {};
@@ -41,33 +43,35 @@ struct Message
     Message &operator=(const Message &) = delete;
 };
 
-/// An item as next() hands it out.
+/// A decoded item.
 struct Item
 {
     std::uint8_t tag;
     std::uint8_t format;
     std::uint8_t length;       ///< payload bytes: 0, 1, 2, 4 or n
-    std::uint32_t number;      ///< value of formats 2 to 4, else 0
-    const std::uint8_t *bytes; ///< payload of format 5, inside the buffer, else null
+    std::uint32_t number;      ///< value of formats 2 to 4, otherwise 0
+    const std::uint8_t *bytes; ///< payload of format 5, inside the buffer; otherwise null
 };
 
-/// Attaches the buffer to data and starts at position 0. Never fails.
+/// Attaches the buffer to data and sets the position to 0. Never fails.
 void init(Buffer &buffer, std::uint8_t *data, std::uint8_t capacity);
 
-/// Back to position 0; the bytes stay.
+/// Sets the position to 0. The bytes stay as they are.
 void reset(Buffer &buffer);
 
-/// Appends an item of format 0 to 4. The low 8, 16 or 32 bits of number are stored. An end item
-/// that finds less than 2 bytes of room is left out: a full message needs none.
+/// Appends an item of format 0 to 4 with the low 8, 16 or 32 bits of number. Fails if the item does
+/// not fit or the format is another one.
+// contract: with less than 2 bytes left, an end item is dropped and counts as a success; a full
+// message needs no end item.
 int append(Buffer &buffer, std::uint8_t tag, std::uint8_t format, std::uint32_t number = 0);
 
-/// Appends an item of format 5 with length bytes; length 0 takes as many of bytes as fill the
-/// buffer to its capacity.
+/// Appends an item of format 5 with length bytes. Fails if the item does not fit.
+// contract: length 0 fills the buffer to its capacity with as many bytes as that takes.
 int append(Buffer &buffer, std::uint8_t tag, const std::uint8_t *bytes, std::uint8_t length);
 
-/// Decodes the item at the position and advances past it. Returns 1 at the end of the message, on
-/// an item that is cut off and on an invalid format; the latter two are logged. No further item can
-/// be read then.
+/// Decodes the item at the position and advances past it. Returns 1 at the end of the message, for
+/// a truncated item and for an invalid format. The last two are logged. After a 1, no further item
+/// can be read.
 int next(Buffer &buffer, Item &item);
 
 } // namespace vxmsg

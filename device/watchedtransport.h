@@ -4,15 +4,15 @@
 
 #include <atomic>
 
-/// A transport that knows how long its transfer under way has lasted. A transfer that hangs in the
-/// driver blocks its thread, so another thread has to notice.
+/// A transport that forwards every request and measures how long the current one has lasted. A
+/// transfer that hangs in the driver blocks its thread, so another thread has to detect it.
 class WatchedTransport final : public Transport
 {
 public:
     /// @param transport must outlive the object
     explicit WatchedTransport(Transport &transport) : m_transport(transport) {}
 
-    /// Milliseconds since the transfer under way began; 0 without one. Any thread.
+    /// Returns the milliseconds since the current request began, or 0 if there is none. Any thread.
     std::int64_t age() const;
 
     int find(TransportContext &context, int index) override;
@@ -28,6 +28,6 @@ private:
     class Watch;
 
     Transport &m_transport;
-    std::atomic<std::int64_t> m_began{
-        0}; ///< milliseconds of the steady clock, 0 without a transfer
+    /// When the current request began, in milliseconds of the steady clock; 0 if there is none.
+    std::atomic<std::int64_t> m_began{0};
 };

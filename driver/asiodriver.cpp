@@ -21,7 +21,7 @@ AsioDriver::AsioDriver(AsioHost &host) : m_host(host) {}
 QString AsioDriver::driverSampleRateText()
 {
     if (!m_loaded) m_loaded = load();
-    if (!m_loaded) return QStringLiteral("No  ASIO  Driver"); // spaced so
+    if (!m_loaded) return QStringLiteral("No  ASIO  Driver"); // contract: two blanks each
     double rate = 0;
     m_loaded = m_host.sampleRate(rate);
     return QString::number(rate, 'g', significantDigits);
@@ -31,7 +31,7 @@ bool AsioDriver::load()
 {
     AsioHost::Names names{};
     const int count = m_host.listNames(names);
-    // A full list may have been cut off, and is not trusted.
+    // contract: a full list counts as no driver, because it can be incomplete.
     if (count >= AsioHost::nameLimit) return false;
     const auto end = names.cbegin() + std::max(count, 0);
     const auto ours = std::find_if(names.cbegin(), end, isOurs);

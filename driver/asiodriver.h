@@ -4,8 +4,9 @@
 
 #include <QString>
 
-/// The interface's own audio driver, asked as an ASIO host asks it. It is loaded by the first
-/// question and stays so while it answers. GUI thread only.
+/// The interface's audio driver, queried through ASIO. The first query loads the driver. It stays
+/// loaded until a query fails. GUI thread only.
+// contract: nothing in the panel uses this query.
 class AsioDriver
 {
 public:
@@ -14,10 +15,10 @@ public:
     AsioDriver(const AsioDriver &) = delete;
     AsioDriver &operator=(const AsioDriver &) = delete;
 
-    /// The rate at which the driver runs, in hertz and with up to six digits: "48000",
-    /// "1.4112e+06". Without the driver "No  ASIO  Driver". When the driver reports an error the
-    /// text is that of the rate which it left, "0" as a rule, and the next question loads the
-    /// driver anew.
+    /// Returns the driver's sample rate in hertz with up to six significant digits: "48000",
+    /// "1.4112e+06". Returns "No  ASIO  Driver" if the driver cannot be loaded. If the driver
+    /// reports an error, returns the rate that the driver left (usually "0"), and the next query
+    /// loads the driver again.
     QString driverSampleRateText();
 
 private:

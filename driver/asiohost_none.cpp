@@ -2,7 +2,7 @@
 
 namespace {
 
-/// For platforms without ASIO: there is no driver, so there is nothing to load or ask.
+/// The host for platforms without ASIO. Its list is empty and every other call fails.
 class NoDrivers final : public AsioHost
 {
 public:

@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <windows.h>
 
-/// The first methods of an ASIO driver object, in the standard's order. No methods but these may
-/// stand here, and none may go: a method is known by its place. All but the inherited ones are
-/// called as the compiler calls members by itself.
+/// The first methods of an ASIO driver object. Except for the inherited ones, they have the
+/// compiler's default calling convention for members.
 ///
-/// In no unnamed namespace: nothing of this program implements it, from which the compiler would
-/// conclude there that nobody does, and that it cannot be called.
+/// This must not be in an unnamed namespace. There the compiler would conclude that no class
+/// implements the interface, and would remove the calls.
+// contract: the order of the methods, including those that the panel does not call.
 struct AsioObject : public IUnknown
 {
-    virtual long init(void *systemHandle) = 0; ///< 0 when the driver refuses
+    virtual long init(void *systemHandle) = 0; ///< returns 0 if the driver refuses
     virtual void getDriverName(char *name) = 0;
     virtual long getDriverVersion() = 0;
     virtual void getErrorMessage(char *text) = 0;
@@ -21,12 +21,13 @@ struct AsioObject : public IUnknown
     virtual long getLatencies(long *input, long *output) = 0;
     virtual long getBufferSize(long *least, long *most, long *preferred, long *granularity) = 0;
     virtual long canSampleRate(double rate) = 0;
-    virtual long getSampleRate(double *rate) = 0; ///< 0 for success
+    virtual long getSampleRate(double *rate) = 0; ///< returns 0 for success
 };
 
 namespace {
 
-/// What a host hands to a driver that it initialises, and gets back from it.
+/// The information record for the initialisation of a driver. The host fills in the handle and the
+/// driver the rest.
 struct DriverInformation
 {
     long asioVersion;
@@ -38,14 +39,14 @@ struct DriverInformation
 
 constexpr long asioOk = 0;
 
-/// COM, for as long as this object lives.
+/// Initialises COM for the lifetime of the object.
 class Com
 {
 public:
     Com() : m_ours(SUCCEEDED(CoInitialize(nullptr))) {}
     ~Com()
     {
-        if (m_ours) CoUninitialize(); // not where someone else had chosen another kind of COM
+        if (m_ours) CoUninitialize(); // not if COM was already initialised in another mode
     }
     Com(const Com &) = delete;
     Com &operator=(const Com &) = delete;
@@ -60,7 +61,8 @@ struct Release
 };
 using Driver = std::unique_ptr<AsioObject, Release>;
 
-/// ASIO drivers have no interface identifier of their own: that of the class stands for it.
+/// Creates a driver object. Returns null if that fails. ASIO defines no interface identifier; the
+/// class identifier takes its place.
 Driver create(const std::wstring &classId)
 {
     CLSID id = {};
@@ -70,7 +72,7 @@ Driver create(const std::wstring &classId)
     return Driver(static_cast<AsioObject *>(object));
 }
 
-/// The drivers that are listed in the registry. COM comes up with the first that is loaded.
+/// The drivers that are listed in the registry. The first load() initialises COM.
 class RegisteredDrivers final : public AsioHost
 {
 public:
@@ -81,7 +83,7 @@ public:
 
 private:
     std::unique_ptr<Com> m_com;
-    Driver m_driver; // behind COM, so that it goes first
+    Driver m_driver; // declared after m_com, so that it is destroyed first
     std::vector<AsioEntry> m_entries;
 };
 

@@ -17,7 +17,8 @@ Key openKey(HKEY root, const wchar_t *path)
     return Key(RegOpenKeyExW(root, path, 0, KEY_READ, &key) == ERROR_SUCCESS ? key : nullptr);
 }
 
-/// A text of the key below `root`, empty when there is none. A null value is the key's default.
+/// Returns a text value of the key `path` below `root`, or an empty text if there is none. A null
+/// `value` means the default value of the key.
 std::wstring text(HKEY root, const std::wstring &path, const wchar_t *value)
 {
     DWORD bytes = 0;
@@ -28,20 +29,22 @@ std::wstring text(HKEY root, const std::wstring &path, const wchar_t *value)
     if (RegGetValueW(root, path.c_str(), value, RRF_RT_REG_SZ, nullptr, read.data(), &bytes) !=
         ERROR_SUCCESS)
         return {};
-    return read.c_str(); // without the zeros at its end
+    return read.c_str(); // drops the terminating zeros
 }
 
-/// A driver's file may stand without its folder, for one of the system's.
+/// Returns whether a driver's file exists. A name without a folder means a file in the system's
+/// search path.
 bool fileExists(const std::wstring &file)
 {
     return !file.empty() && SearchPathW(nullptr, file.c_str(), nullptr, 0, nullptr, nullptr) != 0;
 }
 
+/// Converts a name to UTF-8 and cuts it to the length of the array.
 AsioHost::Name utf8(const std::wstring &name)
 {
     AsioHost::Name cut = {};
     const int length = static_cast<int>(name.size());
-    std::string all(name.size() * 3, '\0'); // UTF-8 takes three bytes a unit at most
+    std::string all(name.size() * 3, '\0'); // UTF-8 needs at most three bytes per UTF-16 unit
     const int bytes = WideCharToMultiByte(
         CP_UTF8, 0, name.data(), length, all.data(), static_cast<int>(all.size()), nullptr,
         nullptr);
@@ -50,10 +53,10 @@ AsioHost::Name utf8(const std::wstring &name)
     return cut;
 }
 
-/// The name of the subkey at this place; false behind the last one.
+/// Gets the name of the subkey with this index. Returns false after the last one.
 bool subkeyAt(HKEY key, DWORD index, std::wstring &name)
 {
-    wchar_t buffer[256] = {}; // no key's name is longer
+    wchar_t buffer[256] = {}; // the system's limit for the name of a key
     DWORD length = 256;
     if (RegEnumKeyExW(key, index, buffer, &length, nullptr, nullptr, nullptr, nullptr) !=
         ERROR_SUCCESS)
@@ -64,13 +67,13 @@ bool subkeyAt(HKEY key, DWORD index, std::wstring &name)
 
 } // namespace
 
-std::vector<AsioEntry> registeredAsioDrivers(int most)
+std::vector<AsioEntry> registeredAsioDrivers(int limit)
 {
     std::vector<AsioEntry> entries;
     const Key list = openKey(HKEY_LOCAL_MACHINE, L"software\\asio");
     if (!list) return entries;
     std::wstring subkey;
-    for (DWORD i = 0; static_cast<int>(entries.size()) < most && subkeyAt(list.get(), i, subkey);
+    for (DWORD i = 0; static_cast<int>(entries.size()) < limit && subkeyAt(list.get(), i, subkey);
          ++i) {
         const std::wstring classId = text(list.get(), subkey, L"clsid");
         const std::wstring server = L"CLSID\\" + classId + L"\\InprocServer32";

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-/// A driver as the registry knows it.
+/// A registered driver.
 struct AsioEntry
 {
     AsioHost::Name name;
     std::wstring classId; ///< as text: "{...}"
 };
 
-/// The registered drivers whose file exists, at most as many as `most`.
-std::vector<AsioEntry> registeredAsioDrivers(int most);
+/// Returns the first `limit` registered drivers whose file exists.
+std::vector<AsioEntry> registeredAsioDrivers(int limit);

@@ -1,6 +1,7 @@
 #include "driver/buffersize.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 
 namespace driver {
@@ -13,6 +14,7 @@ struct Row
     const char *label;
 };
 
+// contract: the labels, including the blanks before "4" and "8", which do not align them.
 // clang-format off
 constexpr Row rows[] = {
     { 0,    4, "  4 Samples"},
@@ -28,15 +30,15 @@ constexpr Row rows[] = {
     {10, 2048, "2048 Samples"},
 };
 // clang-format on
-static_assert(std::size(rows) == bufferStepCount, "one row a step");
+static_assert(std::size(rows) == bufferStepCount, "one row per step");
 
-constexpr const Row &rowInsteadOfNone = rows[8];
-constexpr const Row &rowOfUnknownFrames = rows[7];
-static_assert(rowOfUnknownFrames.frames == defaultFrames, "an unknown length is the default one");
+constexpr const Row &rowForInvalidStep = rows[8];
+constexpr const Row &rowForUnknownFrames = rows[7];
+static_assert(rowForUnknownFrames.frames == defaultFrames, "unknown lengths become the default");
 
 const Row &rowAt(int step)
 {
-    return step >= 0 && step < bufferStepCount ? rows[step] : rowInsteadOfNone;
+    return step >= 0 && step < bufferStepCount ? rows[step] : rowForInvalidStep;
 }
 
 } // namespace
@@ -53,10 +55,10 @@ QString bufferLabel(int step)
 
 int bufferStep(qint64 frames)
 {
-    const auto counted = static_cast<quint16>(frames);
+    const auto low = static_cast<std::uint16_t>(frames);
     const auto *row = std::find_if(
-        std::begin(rows), std::end(rows), [counted](const Row &r) { return r.frames == counted; });
-    return row != std::end(rows) ? row->step : rowOfUnknownFrames.step;
+        std::begin(rows), std::end(rows), [low](const Row &r) { return r.frames == low; });
+    return row != std::end(rows) ? row->step : rowForUnknownFrames.step;
 }
 
 } // namespace driver

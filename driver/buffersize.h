@@ -2,20 +2,21 @@
 
 #include <QString>
 
-/// The lengths of the audio driver's buffer that the panel offers: a table, from the shortest, by
-/// the step of the slider. Pure functions; any thread.
+/// The lengths of the audio driver's buffer that the panel offers. Step 0 of the slider is the
+/// shortest. Pure functions; any thread.
 namespace driver {
 
 constexpr int bufferStepCount = 11;
-constexpr int defaultFrames = 256; ///< what the driver takes while nothing is stored
+constexpr int defaultFrames = 256; ///< what the driver uses if no length is stored
 
-/// The length at a step in samples; 512 at a step that is none.
+/// Returns the length of a step in samples.
+// contract: an invalid step counts as step 8 (512 samples).
 int bufferFrames(int step);
-/// How it is called. The texts are set right by blanks at their start: "  64 Samples".
+/// Returns the label of a step, right-aligned with leading blanks: " 128 Samples".
 QString bufferLabel(int step);
 
-/// The step of a stored length, of which the low 16 bits count. Of a length that is not offered it
-/// is the step of 256.
+/// Returns the step of a stored length.
+// contract: only the low 16 bits count, and an unknown length gives the step of 256.
 int bufferStep(qint64 frames);
 
 } // namespace driver

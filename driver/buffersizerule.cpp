@@ -19,7 +19,7 @@ void BufferSizeRule::choose(int step)
 int BufferSizeRule::load()
 {
     const int step = bufferStep(m_driver.blockFrames());
-    choose(step); // the stored size may be none that is offered
+    choose(step); // replaces a stored size that is not offered
     return step;
 }
 

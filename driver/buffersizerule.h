@@ -6,20 +6,20 @@ class Settings;
 
 namespace driver {
 
-/// What the choice of a buffer size does. The size goes to the driver's settings, not to the
-/// device: so it works without one. GUI thread only.
+/// Stores and loads the user's choice of a buffer size. The size goes to the driver's settings and
+/// not to the device, so it can be chosen without a device. GUI thread only.
 class BufferSizeRule
 {
 public:
     /// @param settings must outlive the object
-    /// @param organisation of the store in which the driver's settings are
+    /// @param organisation the organisation of the driver's settings
     BufferSizeRule(Settings &settings, const QString &organisation);
 
-    /// Stores the size of a step for the driver, and the step for the panel.
+    /// Stores the size of a step for the driver and the step for the panel.
     void choose(int step);
 
-    /// The step of the size that the driver has, whoever has stored it. A size that is not offered
-    /// becomes 256, in the driver's settings too. The panel's own step follows.
+    /// Returns the step of the size that is stored for the driver, and stores it for the panel. A
+    /// size that is not offered is replaced by 256 in the driver's settings.
     int load();
 
 private:

@@ -10,8 +10,8 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "tamber.driver")
 
-/// The driver's key in the registry is a group of the panel's native store there; elsewhere the
-/// group has the same name.
+/// Returns the group of the native store that holds the driver's settings. On Windows this group is
+/// the driver's registry key; other platforms use the same name.
 QString groupOfTheDriver()
 {
     return QString::fromLatin1(constants::driverSettingsKey).section(QLatin1Char('\\'), -1);
@@ -23,13 +23,14 @@ public:
     explicit Store(const QString &organisation)
         : QSettings(organisation, QLatin1String(constants::applicationName))
     {
-        setFallbacksEnabled(false); // the driver knows one place only
+        setFallbacksEnabled(false); // the driver reads no other place
         beginGroup(groupOfTheDriver());
     }
 };
 
 QString blockFramesKey()
 {
+    // contract: the driver reads this value.
     return QStringLiteral("blockFrames");
 }
 
@@ -40,14 +41,14 @@ DriverSettings::DriverSettings(const QString &organisation) : m_organisation(org
 qint64 DriverSettings::blockFrames() const
 {
     const Store store(m_organisation);
-    // By way of the text, so that numbers and texts read alike; 0 for one that is no number.
+    // Converted through a text, so that stored numbers and stored texts give the same result.
     return store.value(blockFramesKey(), driver::defaultFrames).toString().toLongLong();
 }
 
 void DriverSettings::setBlockFrames(int frames)
 {
     Store store(m_organisation);
-    // A forced write to disk, for nothing, would hold up every start of the panel.
+    // An unnecessary synchronous write would delay every start of the panel.
     if (store.value(blockFramesKey()).toString() == QString::number(frames)) return;
     store.setValue(blockFramesKey(), frames);
     store.sync();

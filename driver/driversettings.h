@@ -2,20 +2,20 @@
 
 #include <QString>
 
-/// What the audio driver keeps of its own settings, in the native settings store of the user: on
-/// Windows the registry key in which the interface's driver looks (constants::driverSettingsKey).
-/// Every access opens the store anew, so that what others have changed is seen. GUI thread only.
+/// The audio driver's settings in the user's native settings store. On Windows this is the registry
+/// key that the driver reads (constants::driverSettingsKey). Every access opens the store again, so
+/// that changes by other programs are noticed. GUI thread only.
 class DriverSettings
 {
 public:
-    /// @param organisation whose store it is: the panel's, or another one that no driver reads
+    /// @param organisation the organisation of the store; the driver reads only the panel's
     explicit DriverSettings(const QString &organisation);
 
-    /// The length of the driver's buffer in samples, as it is stored: any number. 256 when nothing
-    /// is stored, 0 when it is no number.
+    /// Returns the stored length of the driver's buffer in samples, which can be any number.
+    /// Returns 256 if nothing is stored and 0 if the stored value is not a number.
     qint64 blockFrames() const;
-    /// It is stored when this returns; what is stored already is not written again. A failure is
-    /// logged.
+    /// Stores the length before it returns. Does nothing if this length is already stored. A
+    /// failure is logged.
     void setBlockFrames(int frames);
 
 private:

@@ -6,8 +6,8 @@
 
 namespace driver {
 
-/// A sample rate as it is shown: "44.1 kHz" for 44100 hertz. Empty for a rate at which the
-/// interface does not work. Pure; any thread.
+/// Returns the display text of a sample rate: "44.1 kHz" for 44100 hertz. Returns an empty text for
+/// a rate that the interface does not support. Pure function; any thread.
 QString sampleRateText(std::uint32_t hertz);
 
 } // namespace driver

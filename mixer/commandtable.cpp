@@ -3,7 +3,7 @@
 
 #include <array>
 
-// Which commands depend on which stored value.
+// The commands that carry each stored value.
 
 namespace mixer {
 namespace {
@@ -15,12 +15,12 @@ using storage::Key;
 
 constexpr int allBands = -1;
 
-/// What a key of a strip's group is sent with.
+/// The command that carries a key of a strip's group.
 struct Row
 {
     Key key;
     Kind kind;
-    int band = allBands; ///< of the EQ
+    int band = allBands; ///< the EQ band; unused by the other commands
 };
 
 constexpr Row rows[] = {
@@ -34,7 +34,7 @@ constexpr Row rows[] = {
     {Key::Comp, Kind::Comp},
 };
 
-/// Rows by their keys, with those of the knobs: both their position and their text count.
+/// Returns the rows by key, with two more rows for each knob: its position and its text.
 std::array<std::optional<Row>, storage::keyCount> makeTable()
 {
     std::array<std::optional<Row>, storage::keyCount> table;
@@ -55,7 +55,7 @@ const std::optional<Row> &rowOf(Key key)
     return table[static_cast<std::size_t>(key)];
 }
 
-/// What a pair keeps for each of its channels, linked or not.
+/// Returns whether linked channels keep a value each, instead of one for the pair.
 bool isOfTheChannel(Kind kind)
 {
     return kind == Kind::Pan || kind == Kind::Phase;
@@ -76,7 +76,7 @@ void add(std::vector<Target> &commands, const Row &row, const StripId &strip)
     }
 }
 
-/// Everything that is sent of the strips in a pair's place but pan and phase.
+/// Adds all commands that change when a pair is linked or unlinked.
 void addPair(std::vector<Target> &commands, const StripId &pair)
 {
     for (const Kind kind : {Kind::Fader, Kind::Mute, Kind::Solo, Kind::Eq, Kind::Comp})
@@ -110,8 +110,10 @@ std::vector<Target> commandsOf(const Values &values, Group group, Key key)
 std::vector<Target> allCommands()
 {
     constexpr int faders = tamber::inputCount + tamber::masterSides;
+    constexpr int perInput = 3 + tamber::eqBandCount + 1; // pan, phase, solo; the bands; compressor
     std::vector<Target> commands;
-    // What is heard most comes first.
+    commands.reserve(2 * faders + tamber::lineOutCount + tamber::inputCount * perInput + 2);
+    // The most audible values come first.
     for (int i = 0; i < faders; ++i)
         commands.push_back({Kind::Mute, i});
     for (int i = 0; i < faders; ++i)

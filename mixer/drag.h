@@ -7,14 +7,15 @@
 
 #include <cstdint>
 
-/// The arithmetic of dragging faders, pan knobs and section knobs, in whole pixels. Positions and
-/// coordinates are 16 bits wide without sign and wrap as such. Pure; any thread.
+/// The arithmetic of dragging faders, pan knobs and the knobs of the editing area, in whole pixels.
+/// Pure functions; any thread.
+// contract: positions and coordinates are unsigned 16-bit numbers that wrap around.
 namespace mixer {
 
-/// A pointer coordinate in whole pixels: halves are rounded away from zero.
+/// Rounds a pointer coordinate to whole pixels, halves away from zero.
 std::uint16_t roundedCoordinate(double coordinate);
 
-/// Where the pointer was at an event of a drag.
+/// The pointer's place at one event of a drag, in whole pixels.
 struct Pointer
 {
     std::uint16_t x = 0;
@@ -24,16 +25,17 @@ struct Pointer
     explicit Pointer(const QPointF &point);
 };
 
-/// The position after the pointer went from last to now: within the travel. A step that carries
-/// the position below zero wraps, and so ends at the bottom.
+/// Returns the fader position after the pointer moved from `last` to `now`, limited to faderTop and
+/// faderBottom. A position below zero wraps around and ends at faderBottom.
 int draggedFader(int position, const Pointer &last, const Pointer &now);
 
-/// The same for a pan knob: right and down turn towards R. A step towards L that is larger than the
-/// position is not taken.
+/// Returns the pan position after the pointer moved from `last` to `now`. Right and down turn
+/// towards R; both distances add up. A step that would take the position below zero is ignored.
 int draggedPan(StripKind kind, int position, const Pointer &last, const Pointer &now);
 
-/// The same for a knob of the editing area: up is more. Rows may lie above the screen's top, where
-/// they wrap.
+/// Returns the position of a knob of the editing area after the pointer moved from `last` to `now`,
+/// limited to the knob's range. Up raises it. The difference is also right above the screen's top,
+/// where row numbers wrap around.
 int draggedKnob(const Parameter &parameter, int position, const Pointer &last, const Pointer &now);
 
 } // namespace mixer

@@ -6,13 +6,13 @@ namespace mixer {
 namespace {
 
 const QString silence = QStringLiteral("infinity ");
-constexpr signed char silentValue = -127;
+constexpr std::int8_t silentValue = -127;
 
-// Decibels of the positions 144 to 244. Uneven on purpose: two positions per dB down to -11, one
-// and two in turn down to -30, then one, with -42, -47, -52 and -57 left out, and 4 dB steps at
-// the end.
+// Decibels of the positions 144 to 244. contract: the uneven steps. Each decibel has two positions
+// down to -11 (0 dB has three), one and two in turn down to -30, then one. -42, -47, -52 and -57
+// are left out, and the steps below -60 are 4 dB wide.
 // clang-format off
-constexpr std::array<signed char, 101> decibels = {
+constexpr std::array<std::int8_t, 101> decibels = {
       6,   6,   5,   5,   4,   4,   3,   3,   2,   2, // 144
       1,   1,   0,   0,   0,  -1,  -1,  -2,  -2,  -3, // 154
      -3,  -4,  -4,  -5,  -5,  -6,  -6,  -7,  -7,  -8, // 164
@@ -42,11 +42,11 @@ QString faderLabel(const QString &text)
     return text == silence ? text : text + QStringLiteral(" dB");
 }
 
-signed char faderValue(const QString &text)
+std::int8_t faderValue(const QString &text)
 {
     bool isNumber = false;
     const int value = text.toInt(&isNumber, 10);
-    return isNumber ? static_cast<signed char>(value) : silentValue;
+    return isNumber ? static_cast<std::int8_t>(value) : silentValue;
 }
 
 int validFaderPosition(int stored)

@@ -4,26 +4,29 @@
 
 #include <QString>
 
-/// The scale of the faders: position, text and value. Pure functions; any thread.
-/// A position is the row of the cap's top edge, growing downwards.
+#include <cstdint>
+
+/// The scale of the faders: position, text and device value. Pure functions; any thread.
+/// A position is the row of the cap's top edge and grows downwards.
+// contract: the scale, its texts and its values. Devices and settings files rely on them.
 namespace mixer {
 
 constexpr int faderTop = geometry::faderTop;       ///< +6 dB
 constexpr int faderBottom = geometry::faderBottom; ///< no signal
 constexpr int faderDefault = 157;                  ///< 0 dB
 
-/// Whole decibels without unit or plus sign, "6" to "-96"; "infinity " (with its blank) at the
-/// bottom and for every position outside the travel.
+/// Returns whole decibels without unit or plus sign, "6" to "-96". Returns "infinity ", with a
+/// trailing blank, for faderBottom and for every position outside the travel.
 QString faderText(int position);
 
-/// What the strip's label shows for a text: "-12 dB", "infinity ".
+/// Returns what the strip's label shows for a fader text: "-12 dB", "infinity ".
 QString faderLabel(const QString &text);
 
-/// What the device is sent for a text: whole decibels, -127 for "infinity ". A text that is no
-/// number is silent too.
-signed char faderValue(const QString &text);
+/// Returns the value that the device is sent for a fader text, in whole decibels. Returns -127
+/// (silence) for "infinity " and for any text that is not a number.
+std::int8_t faderValue(const QString &text);
 
-/// A stored position as the panel takes it: one outside the travel is the bottom.
+/// Returns a stored position, or faderBottom if the stored one lies outside the travel.
 int validFaderPosition(int stored);
 
 } // namespace mixer

@@ -11,12 +11,13 @@ namespace mixer {
 namespace {
 
 // clang-format off
-/// From -24 dB to unity, about 1 dB apart.
+/// Gains from -24 dB to unity, about 1 dB apart.
 constexpr std::uint16_t gains[] = {
      2067,  2319,  2602,  2920,  3276,  3676,  4125,  4628,  5193,  5827,  6538,  7335,  8230,
      9235, 10362, 11626, 13045, 14636, 16422, 18426, 20675, 23197, 26028, 29204, 32768,
 };
-/// What is left of the full length when the gain is below the entry of the same place.
+/// Rows by which the bar is shorter than its full length if the gain is below the same entry of
+/// `gains` and not below the one before.
 constexpr int heights[] = {
      0,  3,  6,  8, 11, 14, 16, 19, 22, 24, 27, 30, 32,
     35, 38, 40, 43, 46, 48, 51, 54, 56, 59, 61, 62,
@@ -49,7 +50,8 @@ void GainReduction::poll(const std::optional<StripId> &strip, const storage::Val
     }
     const auto input = static_cast<std::uint8_t>(strip->number);
     if (strip != m_polled) {
-        // What was heard of it last may be minutes old, and the bar still shows another strip.
+        // The device's last answer for this strip may be minutes old, and the bar still shows the
+        // previous strip.
         m_polled = strip;
         m_length = 0;
         m_shown = false;

@@ -10,29 +10,31 @@ class QVXDevice;
 
 namespace mixer {
 
-/// @name The bar's arithmetic. Pure
+/// @name Arithmetic of the gain-reduction bar. Pure functions; any thread
 ///@{
-/// The length that the bar wants for a gain of the device, linear with 32768 for unity: 1 to 63
-/// rows, about 2.6 a decibel. Less than -24 dB gives the full length.
-/// contract: unity and more give it too.
+/// Returns the length in rows that the bar moves towards, 1 to 63, about 2.6 rows a decibel.
+/// Gains below -24 dB give the full length.
+/// @param gain as the device reports it: linear, 32768 for unity
+// contract: a gain of unity or more gives the full length too.
 int reductionTarget(std::uint16_t gain);
-/// The next length of a falling bar, or 0 when it is hidden instead.
+/// Returns the next length of a falling bar, or 0 if the bar is hidden next.
 int fallenReduction(int length);
 ///@}
 
-/// The gain-reduction bar of the edited strip: it jumps to a longer length and falls to a shorter
-/// one. GUI thread only.
+/// The length of the gain-reduction bar of the edited strip. The bar jumps to a longer length and
+/// falls gradually to a shorter one. GUI thread only.
 class GainReduction
 {
 public:
     /// @param device must outlive the object
     explicit GainReduction(QVXDevice &device) : m_device(device) {}
 
-    /// Takes what the device answered last for the strip's (left) channel and asks anew. Without a
-    /// strip nothing is asked; then, and while its compressor is off, the bar falls. Every 100 ms.
+    /// Moves the bar by the device's last answer and requests a new one. Call it every 100 ms. A
+    /// pair shows its left channel. Without a strip nothing is requested. The bar falls without a
+    /// strip and while the strip's compressor is off.
     void poll(const std::optional<StripId> &strip, const storage::Values &values);
 
-    /// Rows, 0 for a hidden bar.
+    /// Returns the bar's length in rows, or 0 if it is hidden.
     int length() const { return m_shown ? m_length : 0; }
 
 private:
@@ -41,7 +43,7 @@ private:
 
     QVXDevice &m_device;
     std::optional<StripId> m_polled; ///< the strip that was polled last
-    int m_length = 0;                ///< a hidden bar keeps its last one
+    int m_length = 0;                ///< kept while the bar is hidden
     bool m_shown = false;
 };
 

@@ -8,19 +8,19 @@ class QVXDevice;
 
 namespace mixer {
 
-/// What the device has said of itself, as far as it is still true.
+/// The device's own description, as far as it is known and current.
 struct Identity
 {
-    bool present = false;
-    QString firmware;             ///< "1.02 0034", "" if it is not known
-    QString name;                 ///< "" if it is not known
-    std::uint32_t sampleRate = 0; ///< hertz, 0 if it is not known
+    bool present = false;         ///< all other fields are empty without a device
+    QString firmware;             ///< "1.02 0034", or "" if unknown
+    QString name;                 ///< product name, or "" if unknown
+    std::uint32_t sampleRate = 0; ///< in hertz, or 0 if unknown
 };
 
-/// What the device answered last; asks it anew. GUI thread only.
+/// Returns the device's last answers and requests new ones. Does not block. GUI thread only.
 Identity askIdentity(QVXDevice &device);
 
-/// "1.02 0034" for version 102 and build 34. Pure.
+/// Returns the text of a firmware version: "1.02 0034" for version 102 and build 34. Pure.
 QString firmwareText(std::uint16_t version, std::uint16_t build);
 
 } // namespace mixer

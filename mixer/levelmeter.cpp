@@ -12,10 +12,10 @@ namespace {
 
 constexpr int rowsPerDecibel = 2;
 constexpr int lowestDecibel = -60;
-constexpr std::size_t thresholdCount = 61; // one a dB, up to full scale
-constexpr int peakSeconds = 2;             // how long a mark stays, at most
+constexpr std::size_t thresholdCount = 61; // one for each whole decibel from -60 to 0
+constexpr int peakSeconds = 2;             // the longest time that a peak mark stays lit
 
-/// The level of each whole decibel from -60 to 0.
+/// Returns the linear level of each whole decibel from -60 to 0.
 std::array<int, thresholdCount> thresholds()
 {
     std::array<int, thresholdCount> levels;
@@ -30,7 +30,7 @@ std::array<int, thresholdCount> thresholds()
 
 int LevelMeter::gap(std::uint16_t level)
 {
-    static_assert(empty == geometry::meterHeight, "a row of the bar is a row of the meter");
+    static_assert(empty == geometry::meterHeight, "an empty meter is as high as its widget");
     static const std::array<int, thresholdCount> levels = thresholds();
     const auto above = std::upper_bound(levels.begin(), levels.end(), level);
     const auto place = static_cast<int>(above - levels.begin());

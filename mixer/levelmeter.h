@@ -7,24 +7,27 @@ namespace mixer {
 /// What a level meter shows.
 struct MeterReading
 {
-    int gap = 0;       ///< the unlit rows above the bar
-    bool peak = false; ///< the peak mark
+    int gap = 0;       ///< unlit rows above the bar, 0 to 106
+    bool peak = false; ///< whether the peak mark is lit
 };
 
-/// How a level meter moves: two rows a decibel; a rising level is shown at once, a falling one
-/// sinks by two rows an update. A plain value; any thread.
+/// The movement of one level meter, two rows a decibel. A rising level is shown at once; a falling
+/// bar sinks by two rows an update. A plain value; any thread.
 class LevelMeter
 {
 public:
-    /// The unlit part of the bar for a level, linear with 32768 for full scale: 0 to 106 rows.
-    /// Nothing is lit below -53 dB. Pure.
+    /// Returns the unlit rows above the bar for a level, 0 to 106. Nothing is lit below -53 dB.
+    /// Pure.
+    /// @param level linear, 32768 for full scale
     static int gap(std::uint16_t level);
 
-    /// One step towards a level. Within 1 dB of full scale the peak mark is set.
+    /// Moves the bar one step towards a level. Lights the peak mark if the level is within 1 dB of
+    /// full scale.
+    /// @param level linear, 32768 for full scale
     void update(std::uint16_t level);
-    /// There is nothing to show: bar and mark go at once.
+    /// Empties the bar and clears the peak mark at once.
     void clear();
-    /// To be called once a second: a mark that was not set again goes after one to two seconds.
+    /// Call this once a second. A peak mark that is not set again goes out after one to two seconds.
     void countPeakDown();
 
     MeterReading reading() const { return {m_placedGap, m_peakHold > 0}; }
@@ -33,8 +36,8 @@ private:
     static constexpr int empty = 106;
 
     int m_shownGap = empty;
-    int m_placedGap = empty; ///< of the bar as it is drawn
-    int m_peakHold = 0;      ///< seconds
+    int m_placedGap = empty; ///< gap of the bar as it is drawn
+    int m_peakHold = 0;      ///< seconds for which the peak mark stays lit
 };
 
 } // namespace mixer

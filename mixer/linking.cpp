@@ -6,7 +6,7 @@ namespace key = storage::strip;
 
 namespace {
 
-/// Everything that a pair has of its own.
+/// Copies all values that a pair does not keep for each channel.
 void copyStrip(Transaction &t, const StripId &from, const StripId &to)
 {
     for (const storage::SwitchKey &copied : {key::eq, key::comp, key::mute, key::eqLowCut})
@@ -18,7 +18,7 @@ void copyStrip(Transaction &t, const StripId &from, const StripId &to)
     }
 }
 
-/// The pair's solo is that of either side, and its saved mute that of the left one.
+/// Solos the pair if either channel is soloed, and gives it the left channel's saved mute.
 void moveSoloToPair(Transaction &t, const StripId &pair)
 {
     const StripId left = track(pair.number);
@@ -26,7 +26,7 @@ void moveSoloToPair(Transaction &t, const StripId &pair)
     const bool leftSoloed = isOn(t.values(), left, key::solo);
     const bool rightSoloed = isOn(t.values(), right, key::solo);
     t.write(pair.group(), key::solo, leftSoloed || rightSoloed);
-    // The left channel's mute is then the one that the solo of the right has given it.
+    // The solo of the right channel has muted the left one, so the right channel's mute counts.
     if (rightSoloed && !leftSoloed)
         t.write(pair.group(), key::mute, isOn(t.values(), right, key::mute));
     const QByteArray saved = t.values().raw(left.group(), key::savedMute.key);

@@ -8,17 +8,17 @@ namespace mixer {
 namespace {
 
 constexpr int ticksPerSecond = 10;
-constexpr int groupSize = 4; ///< meters of a pair's place: its two channels, then its two sides
+constexpr int groupSize = 4; ///< meters of each two channels: the channels, then the pair's sides
 
-/// Place of the level that a meter shows.
+/// Returns the index of the level that a meter shows.
 std::size_t levelOf(int meter)
 {
     constexpr int inputMeters = 2 * tamber::inputCount;
-    if (meter >= inputMeters) return static_cast<std::size_t>(meter - tamber::inputCount);
-    return static_cast<std::size_t>(meter / groupSize * 2 + meter % 2);
+    if (meter >= inputMeters) return static_cast<std::size_t>(meter) - tamber::inputCount;
+    return static_cast<std::size_t>(meter) / groupSize * 2 + static_cast<std::size_t>(meter) % 2;
 }
 
-/// Place of a record's level, or -1 for one that no meter shows.
+/// Returns the index of a record's level, or -1 if no meter shows it.
 int levelIndex(const vxctl::MeterRecord &record)
 {
     const auto within = [&](int last) { return record.ch_no >= 1 && record.ch_no <= last; };
@@ -61,7 +61,7 @@ bool Meters::fetch(Levels &levels)
     for (const vxctl::MeterRecord &record : records) {
         const int index = levelIndex(record);
         if (index < 0) continue;
-        // A reading that is out of range is no overload but a fault: it shows as silence.
+        // A level above full scale is a fault of the reading, not an overload: show silence.
         const bool valid = record.level <= tamber::fullScale;
         levels[static_cast<std::size_t>(index)] = valid ? record.level : std::uint16_t{0};
     }

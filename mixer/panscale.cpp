@@ -8,9 +8,9 @@ namespace {
 constexpr int steps = 41; // L20 to R20
 constexpr int centreStep = 20;
 constexpr int oddFirst = 0;    // first position of an odd strip
-constexpr int evenFirst = 59;  // and of an even one
+constexpr int evenFirst = 59;  // first position of an even strip
 constexpr int fullValue = 127; // hard left or right
-constexpr signed char unknownText = -1;
+constexpr std::int8_t unknownText = -1;
 
 QString textOfStep(int step)
 {
@@ -19,7 +19,7 @@ QString textOfStep(int step)
                              : QStringLiteral("R%1").arg(step - centreStep);
 }
 
-/// 127 x (step - 20) / 20, halves away from zero.
+/// Returns 127 x (step - 20) / 20, with halves rounded away from zero.
 constexpr int valueOfStep(int step)
 {
     const int scaled = fullValue * (step - centreStep);
@@ -47,10 +47,10 @@ QString panText(int position)
     return QStringLiteral("Error");
 }
 
-signed char panValue(const QString &text)
+std::int8_t panValue(const QString &text)
 {
     for (int step = 0; step < steps; ++step)
-        if (text == textOfStep(step)) return static_cast<signed char>(valueOfStep(step));
+        if (text == textOfStep(step)) return static_cast<std::int8_t>(valueOfStep(step));
     return unknownText;
 }
 

@@ -13,7 +13,8 @@ constexpr int thresholdSteps = 33; // -32 to 0 dB
 constexpr int makeUpSteps = 21;    // 0 to 20 dB
 
 // clang-format off
-/// The frequencies of the middle bands. The low band has the first 32, the high band the last 32.
+/// Frequencies in Hz. The middle bands have all of them, the low band the first 32 and the high band
+/// the last 32.
 constexpr std::array<const char *, 64> frequencies = {
     "32",   "40",   "50",   "60",   "70",    "80",    "90",    "100",
     "125",  "150",  "175",  "200",  "225",   "250",   "300",   "350",
@@ -24,8 +25,8 @@ constexpr std::array<const char *, 64> frequencies = {
     "5.5k", "6.0k", "6.5k", "7.0k", "7.5k",  "8.0k",  "9.0k",  "10.0k",
     "11.0k","12.0k","13.0k","14.0k","15.0k", "16.0k", "17.0k", "18.0k",
 };
-constexpr int shelfSteps = 32;
-static_assert(frequencies.size() == 2 * shelfSteps, "the two shelves share the list");
+constexpr std::size_t shelfSteps = 32;
+static_assert(frequencies.size() == 2 * shelfSteps, "the low and the high band share the list");
 
 constexpr std::array<const char *, 7> qualities = {
     "0.25", "0.50", "1.00", "2.00", "4.00", "8.00", "16.00",
@@ -54,7 +55,7 @@ QString lowFreqText(int step)
 
 QString highFreqText(int step)
 {
-    return entry(frequencies[static_cast<std::size_t>(shelfSteps + step)]);
+    return entry(frequencies[shelfSteps + static_cast<std::size_t>(step)]);
 }
 
 QString qText(int step)
@@ -87,7 +88,7 @@ QString releaseText(int step)
     return QString::number(releaseTime(step));
 }
 
-/// The smallest position that gives a step, of so many.
+/// Returns the smallest position that gives a step of a knob with so many steps.
 constexpr int positionOfStep(int step, int steps)
 {
     return (step * knobPositions + steps - 1) / steps;
@@ -95,7 +96,7 @@ constexpr int positionOfStep(int step, int steps)
 
 constexpr int flatGain = 63; // 0 dB
 constexpr int mid = 64;
-constexpr int shelf = shelfSteps;
+constexpr int shelf = static_cast<int>(shelfSteps);
 constexpr int q = 7;
 constexpr int ratio = 15;
 constexpr int slowest = timeSteps - 1;
@@ -135,7 +136,7 @@ int stepOfPosition(const Parameter &parameter, int position)
     return std::clamp(position, 0, parameter.steps - 1);
 }
 
-/// The gain knobs' images change where their gain does, but for two wider steps.
+// contract: frames 7 and 14 cover two decibels, all others between the ends one.
 int gainFrame(int position)
 {
     static constexpr std::array<int, 20> lastOfFrame = {
@@ -169,9 +170,9 @@ const Parameter &parameter(ParameterId id)
 
 int gainOfPosition(int position)
 {
-    constexpr int lowest = 5;    // positions up to here are the lowest gain
-    constexpr int run = 5;       // and then so many are one dB
-    constexpr int highest = 121; // from here on they are the highest
+    constexpr int lowest = 5;    // last position of the lowest gain
+    constexpr int run = 5;       // positions of each gain between the ends
+    constexpr int highest = 121; // first position of the highest gain
     if (position > lastPosition) return 0;
     if (position <= lowest) return -lastGain;
     return position >= highest ? lastGain : (position - 1) / run - lastGain;

@@ -7,14 +7,15 @@
 #include <array>
 #include <cstdint>
 
-/// The fifteen knobs of the editing area: one row a parameter, with its settings, its scale, its
-/// default and the byte of the command that it goes into. Pure functions; any thread.
+/// The parameters of the equalizer and the compressor, one for each of the fifteen knobs of the
+/// editing area. A table holds each parameter's settings keys, scale, default and command field.
+/// Pure functions; any thread.
 ///
-/// A knob has a position, which is dragged and stored; the position gives a step, and the step the
-/// text that is shown and the byte that is sent.
+/// A knob has a position, which the user drags and the panel stores. The position gives a step; the
+/// step gives the text that is shown and the byte that is sent.
 namespace mixer {
 
-/// In the order of the EQ bands' numbers, each band's gain, frequency and Q, then the compressor.
+/// All parameters: the EQ bands in the order of EqBand, then the compressor.
 enum class ParameterId {
     LowGain,
     LowFreq,
@@ -34,85 +35,91 @@ enum class ParameterId {
 };
 constexpr int parameterCount = 15;
 
-/// EQ bands as the command and the curve count them.
+/// The EQ bands as the device command and the EQ curve number them.
+// contract: the numbers, which are the device's.
 enum EqBand { bandLow = 0, bandHigh = 1, bandHighMid = 2, bandLowMid = 3 };
 constexpr int eqBandCount = tamber::eqBandCount;
-constexpr int knobPositions = 128; ///< 0 to 127, of all knobs but the times
-constexpr int noBand = -1;         ///< of a parameter of the compressor
+constexpr int knobPositions = 128; ///< positions 0 to 127, on all scales but Time
+constexpr int noBand = -1;         ///< the band of a compressor parameter
 
-/// How a knob's positions lie over its steps.
+/// How a knob's positions map to its steps.
 enum class Scale {
-    Gain, ///< 0 to 127 over -12 to 12 dB, five positions a dB
-    List, ///< 0 to 127 in equal shares over a list of texts
-    Time, ///< the step itself, 0 to 99, in milliseconds
+    Gain, ///< 0 to 127 cover -12 to 12 dB, with five positions a dB
+    List, ///< 0 to 127 are shared equally among the entries of a list of texts
+    Time, ///< the position is the step, 0 to 99; the text is in milliseconds
 };
 
 /// How a knob chooses its image from its position.
 enum class FrameRule {
-    Gain, ///< buckets that follow the gain scale
-    Even, ///< one frame every six positions
-    Time, ///< by the share of the hundred steps
+    Gain, ///< the image changes with the gain
+    Even, ///< the image changes every six positions
+    Time, ///< the hundred steps are shared equally among the images
 };
 
-/// What a step stands for in the command.
+/// The field of the EQ or compressor command that a parameter's byte goes into.
 enum class Field { Gain, Freq, Q, Threshold, Ratio, MakeUpGain, Attack, Release };
 
+/// One parameter.
 struct Parameter
 {
-    const char *stem;  ///< of its control and slots: "highGain" of highGainKnob_Moved
-    const char *title; ///< in words
-    storage::PositionKeys keys;
+    const char *stem;           ///< begins the names of its knob and slots: "highGain"
+    const char *title;          ///< its name for the user: "High gain"
+    storage::PositionKeys keys; ///< where its position and its text are stored
     Scale scale;
     int steps;
-    QString (*text)(int step);
+    QString (*text)(int step); ///< the text of a step, 0 to steps - 1, without unit
     int defaultPosition;
     FrameRule frames;
-    int band;
+    int band; ///< EqBand, or noBand
     Field field;
-    const char *unit; ///< for words, not for the label
+    const char *unit; ///< with its leading blank, for tool tips and screen readers
 };
 
 const Parameter &parameter(ParameterId id);
-/// All of them, by ParameterId.
+/// All parameters in the order of ParameterId.
 const std::array<Parameter, parameterCount> &parameters();
 
-/// A parameter's value: where its knob stands and what that means.
+/// A parameter's value.
 struct Value
 {
-    int position;
+    int position; ///< of the knob
     int step;
-    QString text;
+    QString text; ///< without unit
 };
 
-/// The value of a position. One outside the knob's range has the value of its nearest end; but a
-/// gain position above 127 means 0 dB.
+/// Returns the value of a position, with the position as given. The step of a position outside the
+/// knob's range is that of the nearest end, except that a gain position above 127 gives 0 dB.
 Value valueAt(const Parameter &parameter, int position);
 
-/// The value of what is stored. For parameters with a list the text decides: one that is in no
-/// list counts as missing, and gives the default. For the others the position does: a gain outside
-/// its knob's range is the default, 0 dB, a time outside it the nearest end.
+/// Returns the value that a stored position and text stand for:
+/// - List: the text decides. A text that is not in the list gives the default.
+/// - Gain: the position decides. A position outside the range gives the default, 0 dB.
+/// - Time: the position decides. A position outside the range gives the nearest end.
 Value storedValue(const Parameter &parameter, int position, const QString &text);
 
-/// The highest position of a knob; the lowest is 0.
+/// Returns the highest position of a knob. The lowest is 0.
 int topPosition(const Parameter &parameter);
 
-/// The nearest position that is so many steps up (or down, if negative) from a position: each step
-/// shows another text. The end of the knob's range if there are fewer.
+/// Returns the nearest position that is `steps` steps above `position`, or below it if `steps` is
+/// negative. Returns the end of the knob's range if there are fewer steps up to it.
 int steppedKnob(const Parameter &parameter, int position, int steps);
 
-/// Image of a position, 0 to 20.
+/// Returns the number of the image that shows a position, 0 to 20.
 int knobFrame(const Parameter &parameter, int position);
 
-/// The byte that the command carries for a step: gain as dB in two's complement, else the step.
+/// Returns the byte that the command carries for a step: for a gain its decibels in two's
+/// complement, else the step itself.
 std::uint8_t commandByte(const Parameter &parameter, int step);
 
-/// Gain of a position in dB: -12 to 12; 0 for a position above 127.
+/// Returns the gain of a position in dB, -12 to 12.
+// contract: a position above 127 gives 0 dB, because missing settings read as 157.
 int gainOfPosition(int position);
-/// Milliseconds of a step, clamped to 2 to 200 and to 10 to 1000.
+/// Returns the attack time of a step in milliseconds, clamped to 2 to 200.
 int attackTime(int step);
+/// Returns the release time of a step in milliseconds, clamped to 10 to 1000.
 int releaseTime(int step);
 
-/// Place of a text in the parameter's list, -1 when it is in none.
+/// Returns the step of a text, or -1 if no step of the parameter has it.
 int stepOfText(const Parameter &parameter, const QString &text);
 
 } // namespace mixer

@@ -5,13 +5,13 @@
 namespace mixer {
 namespace {
 
-// All in milliseconds.
+// All times in milliseconds.
 constexpr qint64 tickInterval = 100;
-constexpr qint64 lateTick = 1000;        // the device may have restarted unnoticed meanwhile
-constexpr qint64 hangingTransfer = 2000; // a transfer that takes longer will hardly ever end
+constexpr qint64 lateTick = 1000;        // after such a delay the device may have restarted
+constexpr qint64 hangingTransfer = 2000; // a transfer that takes longer counts as a lost device
 
-constexpr int manyFailures = 2;    // failed meter requests in a row
-constexpr int ticksDuringSend = 3; // one of so many asks the device while everything is sent
+constexpr int manyFailures = 2;    // failed meter requests in a row that mean a lost device
+constexpr int ticksDuringSend = 3; // during a full send only every third tick polls the device
 
 } // namespace
 
@@ -29,7 +29,7 @@ void Presence::tick()
     m_lastTick = now;
     const bool hanging = m_device.transferAge() > hangingTransfer;
     m_lost = m_lost || hanging;
-    // What is being sent comes first.
+    // Polling less often leaves the worker free for the full send.
     if (m_sender.isSendingAll() && !wasAway && !hanging && ++m_ticks % ticksDuringSend != 0) return;
 
     const bool present = checkPresence(wasAway);
@@ -44,7 +44,8 @@ void Presence::tick()
     setStatus(present && !m_lost, m_retries.isRefused());
 }
 
-/// @param wasAway the panel stood still for so long that the device may have restarted
+/// Returns whether the device is connected, and starts a full send if it may have restarted.
+/// @param wasAway whether the last tick was so long ago that the device may have restarted
 bool Presence::checkPresence(bool wasAway)
 {
     if (!m_device.is_selected()) {

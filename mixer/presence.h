@@ -12,8 +12,8 @@
 
 namespace mixer {
 
-/// The panel's life with its device, every 100 ms: whether it is there, its meters, and what is to
-/// be done when it went or came back. GUI thread only.
+/// Follows the device: whether it is connected and answers, its meters, and the full send that is
+/// due when it comes back. GUI thread only.
 class Presence : public QObject
 {
     Q_OBJECT
@@ -22,25 +22,27 @@ public:
     /// All of them must outlive the object.
     Presence(const storage::Store &store, QVXDevice &device, Sender &sender, WallClock &clock);
 
+    /// Checks the device, polls its meters and resends failed commands. Call it every 100 ms. While
+    /// everything is being sent, only every third call does so.
     void tick();
 
     const Meters &meters() const { return m_meters; }
     const GainReduction &gainReduction() const { return m_gainReduction; }
 
-    /// Whether the device is there and answers. A single request that failed does not count.
+    /// Returns whether the device is connected and answers. A single failed request does not count.
     bool isAnswering() const { return m_answering; }
-    /// Whether it refuses a command for good, however often it is sent.
+    /// Returns whether the device has refused a command every time that it was sent.
     bool isRefusing() const { return m_refusing; }
 
-    /// Sends everything anew, to a device that may hold anything.
+    /// Resets the facade and sends the whole state, because the device may hold any state.
     void sendEverything();
 
 signals:
-    /// The device is gone; once for each time that it goes.
+    /// The device is disconnected. Emitted once for each disconnection.
     void disconnected();
-    /// It is back after that.
+    /// The device is connected again after disconnected().
     void reconnected();
-    /// isAnswering() or isRefusing() has changed.
+    /// The result of isAnswering() or isRefusing() has changed.
     void statusChanged();
 
 private:
@@ -58,7 +60,7 @@ private:
     int m_ticks = 0;
     std::optional<qint64> m_lastTick;
     bool m_disconnected = false;
-    bool m_lost = false; ///< the meters have failed for so long that the device may have restarted
+    bool m_lost = false; ///< meters failed or a transfer hung: the device may have restarted
     bool m_answering = true;
     bool m_refusing = false;
 };

@@ -39,7 +39,7 @@ void Retries::noteFailure(const QVXDevice::Target &target)
     if (retry == m_retries.end()) {
         m_retries.push_back({target, 0, notScheduled, false});
     } else {
-        // One that was not sent from here has a new value, which gets all its attempts.
+        // If the failed request was not a resend, it carried a new value: start counting again.
         retry->attempts = retry->underWay ? retry->attempts + 1 : 0;
         retry->due = notScheduled;
         retry->underWay = false;
@@ -65,7 +65,7 @@ void Retries::send(Retry &retry)
     if (kind == Kind::StereoBus || kind == Kind::TrueBypass)
         m_resend(kind);
     else if (!m_device.resend(retry.target))
-        return; // a newer value is on its way
+        return; // the facade is already sending a newer value
     retry.underWay = true;
 }
 

@@ -9,35 +9,35 @@
 
 namespace mixer {
 
-/// Sends failed set commands again, each alone: 1, 2 and 4 seconds after it failed. One that fails
-/// every time is refused by the device; it waits for its value to change or for a full send.
-/// GUI thread only.
+/// Resends each failed set command on its own, 1, 2 and 4 seconds after its failures. A command
+/// whose last attempt fails counts as refused. It is not resent until its value changes or a full
+/// send starts. GUI thread only.
 class Retries : public QObject
 {
     Q_OBJECT
 
 public:
     /// @param device must outlive the object
-    /// @param resend sends a bus option again, whose value the facade does not keep
+    /// @param resend resends a bus option; the facade cannot, because it does not keep its value
     Retries(QVXDevice &device, std::function<void(QVXDevice::Kind)> resend);
 
-    /// Sends what is due. To be called while the device answers.
-    /// @param now milliseconds
+    /// Resends the commands that are due. Call it regularly while the device answers.
+    /// @param now the wall clock's time in milliseconds
     void tick(qint64 now);
 
-    /// Everything is about to be sent anew.
+    /// Forgets all failed commands. Call it before a full send.
     void clear();
 
-    /// Whether the device refuses a command for good.
+    /// Returns whether the device has refused a command in all attempts.
     bool isRefused() const;
 
 private:
     struct Retry
     {
         QVXDevice::Target target;
-        int attempts;  ///< that have failed, beside the first request
-        qint64 due;    ///< set by the first tick after the failure
-        bool underWay; ///< it was sent again and has not been answered
+        int attempts;  ///< failed resends, without the first request
+        qint64 due;    ///< when to resend, in milliseconds; set by the first tick after a failure
+        bool underWay; ///< resent and not answered yet
     };
 
     void noteAnswer(const QVXDevice::Target &target, bool ret);

@@ -28,9 +28,9 @@ constexpr Row rows[] = {
     {{channelComputer, 8}, "COMPUTER 8"},
 };
 // clang-format on
-static_assert(sizeof rows / sizeof rows[0] == sourceCount, "one row a source");
+static_assert(sizeof rows / sizeof rows[0] == sourceCount, "one row for each source");
 
-constexpr int computerPlayback = tamber::masterSides; // place of its first channel
+constexpr int computerPlayback = tamber::masterSides; // index of COMPUTER 1
 
 } // namespace
 

@@ -4,31 +4,31 @@
 
 #include <QString>
 
-/// What the line outputs can play: a table of sources, by their place in the lists of the Output
-/// page. Pure functions; any thread.
+/// The sources that the line outputs can play. A source's index is its place in the lists of the
+/// Output page and its value in the settings. Pure functions; any thread.
 namespace mixer {
 
 constexpr int lineOutCount = tamber::lineOutCount;
-/// The master's two sides, then the computer's playback channels.
+/// The master's two sides and the computer's eight playback channels, in this order.
 constexpr int sourceCount = tamber::masterSides + tamber::computerCount;
 
-/// A source as the device knows it.
+/// A source as the device identifies it.
 struct Source
 {
-    int type; ///< 2 master, 3 computer playback
-    unsigned char no;
+    int type;        ///< vxctl::channelMaster or vxctl::channelComputer
+    std::uint8_t no; ///< channel of that type, from 1
 };
 
-/// The source at a place, 0 to 9.
+/// Returns the source with an index, 0 to 9.
 Source source(int index);
-/// How it is called: "MASTER L", "COMPUTER 3".
+/// Returns the name of a source, 0 to 9: "MASTER L", "COMPUTER 3".
 QString sourceText(int index);
 
-/// What an output (1 to 8) plays as long as nothing was chosen: the first two the master's left
-/// and right, the others the computer's channel of the same number.
+/// Returns the source that an output, 1 to 8, plays before the user chooses one. Outputs 1 and 2
+/// play the master's left and right; the others play the computer's channel of the same number.
 int defaultSource(int output);
 
-/// A stored source as the panel takes it: one that is in no list is the output's default.
+/// Returns a stored source, or the default of the output (1 to 8) if there is no such source.
 int validSource(int output, int stored);
 
 } // namespace mixer

@@ -55,7 +55,7 @@ void setLineOut(Transaction &t, int output, int source)
 
 namespace {
 
-/// What a recall leaves as it is.
+/// Returns whether a recall keeps a value.
 bool belongsToThePanel(storage::Group group, storage::Key key)
 {
     return group == storage::panelGroup || group == storage::interfaceGroup ||
@@ -63,7 +63,7 @@ bool belongsToThePanel(storage::Group group, storage::Key key)
            isOfTheSession(key);
 }
 
-/// The same for somebody else's keys in those groups.
+/// Returns whether a recall keeps an entry that the panel does not know ("group/key").
 bool belongsToThePanel(const QByteArray &entry)
 {
     const auto group = storage::groupNamed(entry.left(entry.indexOf('/')));

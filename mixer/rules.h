@@ -3,57 +3,62 @@
 #include "mixer/state.h"
 #include "storage/store.h"
 
-/// What a change of one value does to the stored state. A rule writes into a transaction, from what
-/// is stored and what is asked for; it knows no widget, no clock and no device. GUI thread only.
+/// The rules: what else changes when one value changes. A rule reads the stored state and writes all
+/// values that follow from a request into a transaction. It depends on no widget, clock or device.
+/// GUI thread only.
 namespace mixer {
 
 using storage::Transaction;
 
 /// @name One value of a strip
 ///@{
-/// position 144 to 245.
+/// @param position faderTop to faderBottom, 144 to 245
 void setFader(Transaction &t, const StripId &strip, int position);
-/// The pan of a channel is kept twice: for its mono strip and for its side of the pair.
+/// Stores the pan of an input, 1 to 16, for its mono strip and for its side of the pair.
+/// @param position see panscale.h for the range
 void setPan(Transaction &t, int input, int position);
-/// So is its phase.
+/// Stores the phase of an input, 1 to 16, for its mono strip and for its side of the pair.
 void setPhase(Transaction &t, int input, bool on);
+/// @param position 0 to topPosition(parameter)
 void setKnob(Transaction &t, const StripId &strip, const Parameter &parameter, int position);
 void setSwitch(Transaction &t, const StripId &strip, const storage::SwitchKey &key, bool on);
 void setName(Transaction &t, const StripId &strip, const QString &name);
-/// Only one strip is selected at a time.
+/// Selects a strip and unselects all others; or, if `on` is false, unselects all.
 void select(Transaction &t, const StripId &strip, bool on);
 ///@}
 
 /// @name Solo
-/// While any strip is soloed, the others are muted; when the last solo ends, the mutes from before
-/// the first one are back. The master takes no part. A strip on a page that is not shown keeps its
-/// values, and its solo does not count.
+/// While any strip is soloed, the strips that are not soloed are muted. When the last solo ends, the
+/// mutes return to what they were before the first solo. The master takes no part. The solo of a
+/// strip that is not shown does not count.
 ///@{
-/// Nothing happens if the strip is in that state already.
+/// Does nothing if the strip is in that state already.
 void setSolo(Transaction &t, const StripId &strip, bool on);
-/// Forgets the mutes from before the first solo. When the last solo ends then, nothing is muted.
+/// Forgets the mutes from before the first solo. The end of the last solo then unmutes all strips.
 void forgetSavedMutes(Transaction &t);
 ///@}
 
-/// Links a pair: its strip takes the left channel's values, and the mono strips are left unmuted.
-/// Or unlinks it: both channels take the pair's. A solo moves along, so that the same is heard.
-/// Phase, pan and names stay. Nothing happens if the pair is in that state already.
+/// Links or unlinks a pair. Linking copies the left channel's values to the pair and unmutes both
+/// mono strips; unlinking copies the pair's values to both channels. A solo moves with the values,
+/// so that the same channels stay audible. Phase, pan and names do not change. Does nothing if the
+/// pair is in that state already.
 void setLinked(Transaction &t, const StripId &pair, bool linked);
 
 /// @name Outputs
 ///@{
-/// output 1 to 8; source 0 to 9.
+/// @param output 1 to 8
+/// @param source 0 to 9, see routing.h
 void setLineOut(Transaction &t, int output, int source);
 ///@}
 
 /// @name Everything
 ///@{
-/// Takes a scene: mixer and outputs. What belongs to the panel stays: the page on screen, the
-/// choices of the Interface page, the updates' marks, and whether the information at the start was
-/// seen. The mutes from before the first solo stay if a strip was soloed before and one is soloed
-/// then.
+/// Replaces the values of mixer and outputs by those of a scene. The panel's own values stay: the
+/// page on screen, the Interface page's choices, the update check's values, and whether the user
+/// has seen the start information. The mutes from before the first solo are kept if a strip is
+/// soloed both before and after the recall; otherwise they are forgotten.
 void recall(Transaction &t, const Values &scene);
-/// Puts every value back to its default, and asks for the information at the next start.
+/// Sets every value to its default. The start information is shown again at the next start.
 void initialize(Transaction &t);
 ///@}
 

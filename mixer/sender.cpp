@@ -17,11 +17,13 @@ using Kind = QVXDevice::Kind;
 
 /// A change set with more commands than this is handed over in portions.
 constexpr std::size_t smallBatch = 24;
-/// The next portion follows when so few requests are left. More than a drag keeps under way (a
-/// pair's two channels, with the worker and waiting), so that a drag cannot hold up the rest.
+/// The next portion follows when at most this many requests are left. A drag of a pair keeps up to
+/// four requests busy: for each of two channels one with the worker and one pending. So a drag
+/// cannot hold up the rest.
 constexpr int fewRequests = 4;
 
-/// Index of the input or master side that a command concerns; -1 for outputs and bus options.
+/// Returns the index of a command's input (0 to 15) or master side (16, 17), or -1 for line outputs
+/// and bus options.
 int channelIndex(const Target &target)
 {
     switch (target.kind) {
@@ -41,7 +43,7 @@ bool isMaster(int channelIndex)
     return channelIndex >= tamber::inputCount;
 }
 
-/// How the facade names a channel.
+/// A channel as the facade identifies it.
 struct DeviceChannel
 {
     int type;
@@ -55,7 +57,7 @@ DeviceChannel deviceChannel(int index)
     return {vxctl::channelInput, static_cast<std::uint8_t>(index + 1)};
 }
 
-/// The strip whose values a command carries.
+/// Returns the strip whose values a command carries.
 StripId stripOf(const Values &values, const Target &target)
 {
     const int index = channelIndex(target);
@@ -152,8 +154,8 @@ void Sender::pump()
     m_pumping = false;
 }
 
-/// Hands over what its stages allow.
-/// @return whether nothing of it is left to hand over
+/// Hands the commands of a batch to the facade, as far as the stages allow.
+/// @return whether all of the batch is handed over
 bool Sender::advance(Batch &batch)
 {
     const auto take = [&](const auto &wanted) {
@@ -203,7 +205,7 @@ bool Sender::isMuteOn(const Target &target) const
     return target.kind == Kind::Mute && isOn(values, stripOf(values, target), key::mute);
 }
 
-/// Whether a command belongs to the last stage: a mute that goes off, or a bus option.
+/// Returns whether a command belongs to the last stage. Mutes that are switched on never get here.
 bool Sender::isLast(const Target &target) const
 {
     return target.kind == Kind::Mute || target.kind == Kind::StereoBus ||

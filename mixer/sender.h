@@ -12,15 +12,20 @@
 
 namespace mixer {
 
-/// Tells the device what has changed: turns a change set into calls of the facade. GUI thread only.
+/// Sends changed values to the device: turns each change set into calls of the facade. GUI thread
+/// only.
 ///
-/// Calls do not keep their order inside the facade, so the order that is safe for ears comes from
-/// stages: first the mutes that come on; when none of them waits any more, everything else; when
-/// nothing of that waits, the mutes that go off and the bus options. What a command carries is read
-/// from the store when it is handed over, so that it is never older than the store.
+/// The facade does not keep the order of calls. To avoid a burst of sound, the sender works in
+/// stages and starts each stage only when no command of the one before is pending:
+/// 1. mutes that are switched on,
+/// 2. everything else,
+/// 3. mutes that are switched off, and the bus options.
+/// A command's values are read from the store when the command is handed to the facade, so that
+/// they are never outdated.
 ///
-/// A large change set is handed over in portions. A newer one goes first, together with what still
-/// waits for the channels that it unmutes: so a click waits for a few commands only.
+/// A large change set is handed over in portions. A newer change set goes before older ones, so that
+/// a click waits for a few commands only. If the newer set unmutes channels, the older sets' pending
+/// commands for these channels are sent with it.
 class Sender : public QObject
 {
     Q_OBJECT
@@ -32,28 +37,30 @@ public:
     /// Both must outlive the object.
     Sender(const storage::Store &store, QVXDevice &device);
 
-    /// Sends what a transaction has changed. A strip that is not shown is not sent.
+    /// Sends the values that a transaction has changed, except those of strips that are not shown.
     void send(const storage::ChangeSet &changes);
 
-    /// Sends everything to a device that may hold anything: the facade has been reset.
+    /// Sends the whole state in place of all pending changes. Reset the facade first, so that it
+    /// does not skip values that it has sent before.
     void sendAll();
-    /// Whether the last sendAll() is still under way.
+    /// Returns whether commands of the last sendAll() are still pending.
     bool isSendingAll() const;
 
-    /// While this is set nothing is sent, and what changes is forgotten: sendAll() is to follow.
+    /// Stops or allows sending. While `held` is true nothing is sent and changes are not kept. Call
+    /// sendAll() after setHeld(false).
     void setHeld(bool held);
 
-    /// Sends a bus option at once, before it is stored.
+    /// Sends a bus option at once, unless sending is held or this value was sent last.
     void askBusOption(Kind option, bool on);
-    /// Sends the stored value of a bus option again.
+    /// Resends the stored value of a bus option.
     void resendBusOption(Kind option);
 
 private:
     struct Batch
     {
-        std::vector<Target> waiting; ///< not handed over yet
-        std::vector<Target> handed;  ///< in the current stage
-        bool everything;
+        std::vector<Target> waiting; ///< not handed to the facade yet
+        std::vector<Target> handed;  ///< handed to the facade
+        bool everything;             ///< the batch of sendAll()
     };
 
     void enqueue(Batch batch);
@@ -69,18 +76,19 @@ private:
     const storage::Store &m_store;
     QVXDevice &m_device;
     std::list<Batch> m_batches;      ///< the newest first
-    std::optional<bool> m_stereoBus; ///< as it was sent last; the facade keeps no account
-    std::optional<bool> m_trueBypass;
+    std::optional<bool> m_stereoBus;  ///< the value sent last; the facade does not keep it
+    std::optional<bool> m_trueBypass; ///< the value sent last
     bool m_held = false;
     bool m_pumping = false;
 };
 
-/// The commands that depend on a value, for the strip or setting that it belongs to. Several if the
-/// value concerns more than one channel or band; none for a value that the device does not have.
+/// Returns the commands that carry a stored value. There are several if the value concerns more than
+/// one channel or band. There are none if the device does not have the value or the strip is not
+/// shown.
 std::vector<QVXDevice::Target>
 commandsOf(const storage::Values &values, storage::Group group, storage::Key key);
 
-/// The commands of the whole state, in the order in which they are sent.
+/// Returns the commands of the whole state in sending order.
 std::vector<QVXDevice::Target> allCommands();
 
 } // namespace mixer

@@ -6,7 +6,7 @@ namespace key = storage::strip;
 
 namespace {
 
-/// The strips that take part.
+/// Calls `action` for every strip but the master.
 template <typename Action>
 void forSoloable(Action action)
 {
@@ -14,7 +14,8 @@ void forSoloable(Action action)
         if (!strip.isMaster()) action(strip);
 }
 
-/// A pair that is not linked keeps what was saved of it before.
+/// Saves the mutes of all strips but the unlinked pairs. Of a linked pair, both channels save the
+/// pair's mute.
 void saveMutes(Transaction &t)
 {
     const auto save = [&t](const StripId &strip, bool muted) {

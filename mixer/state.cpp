@@ -18,7 +18,7 @@ std::uint8_t byteOf(const Values &values, const StripId &strip, ParameterId id)
     return commandByte(wanted, knobValue(values, strip, wanted).step);
 }
 
-/// The parameters of a band; the low and the high band have no Q.
+/// The parameters of an EQ band. The low and the high band have no Q.
 struct BandParameters
 {
     ParameterId gain;

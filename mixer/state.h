@@ -7,9 +7,9 @@
 
 #include <optional>
 
-/// What the stored values mean: for every value that a control shows or the device is sent, the one
-/// place that reads it. A value outside its scale reads as the control's default. Pure functions;
-/// any thread.
+/// Readers of the stored values. Views and the sender read through the same functions, so that screen
+/// and device agree. A value outside its scale reads as the control's default. Pure functions; any
+/// thread.
 namespace mixer {
 
 using storage::Values;
@@ -17,39 +17,48 @@ using storage::Values;
 /// @name Which strips there are
 ///@{
 bool isLinked(const Values &values, const StripId &pair);
-/// Whether a strip is on the page that its pair shows; the master always is. A strip that is not
-/// shown keeps its values, but they are not sent, and its solo does not count.
+/// Returns whether a strip is on screen: a pair if it is linked, a mono strip if its pair is not,
+/// and always the master. A strip that is not shown keeps its values, but they are not sent and its
+/// solo does not count.
 bool isShown(const Values &values, const StripId &strip);
-/// The strip that an input (1 to 16) is heard through: its pair if that is linked.
+/// Returns the strip that is shown for an input (1 to 16): its pair if that is linked, else its mono
+/// strip.
 StripId shownStrip(const Values &values, int input);
-/// The strip that is shown for editing: the first that is stored as selected, or, if that is not
-/// shown, the one in its place. None while no strip is selected or the mixer is bypassed.
+/// Returns the strip that the editing area shows. It is the first one that is stored as selected; if
+/// that is not shown, the pair or left channel shown instead of it. Returns nothing while no strip is
+/// selected or the mixer is bypassed.
 std::optional<StripId> editedStrip(const Values &values);
 ///@}
 
 bool isOn(const Values &values, const StripId &strip, const storage::SwitchKey &key);
 bool isBypassed(const Values &values);
-/// Whether a strip that is shown is soloed, other than the excepted one.
+/// Returns whether any shown strip but `except` is soloed.
 bool isAnySoloed(const Values &values, const std::optional<StripId> &except = std::nullopt);
 
 /// @name Positions
 ///@{
+/// Returns faderTop to faderBottom; see faderscale.h.
 int faderPosition(const Values &values, const StripId &strip);
+/// Returns the pan position of an input, 1 to 16; see panscale.h.
 int panPosition(const Values &values, int input);
 Value knobValue(const Values &values, const StripId &strip, const Parameter &parameter);
 ///@}
 
+/// Returns the name that the user gave a strip, or "".
 QString stripName(const Values &values, const StripId &strip);
-/// "Channel 3 Snare", "Channel 3" without a name.
+/// Returns a strip's title and the user's name for it: "Channel 3 Snare", or "Channel 3" without a
+/// name.
 QString titleWithName(const Values &values, const StripId &strip);
-/// Place of the source of a line output, 1 to 8.
+/// Returns the source of a line output (1 to 8), 0 to 9; see routing.h.
 int lineOutSource(const Values &values, int output);
 
-/// @name What the commands carry
+/// @name Values of the commands
 ///@{
+/// Returns whole decibels in two's complement, -127 for silence.
 std::uint8_t faderByte(const Values &values, const StripId &strip);
+/// Returns -127 (left) to 127 (right) in two's complement.
 std::uint8_t panByte(const Values &values, int input);
-/// band is 0 low, 1 high, 2 high-mid, 3 low-mid.
+/// @param band see EqBand
 Eq eqOf(const Values &values, const StripId &strip, int band);
 Comp compOf(const Values &values, const StripId &strip);
 ///@}

@@ -3,7 +3,7 @@
 namespace mixer {
 namespace {
 
-/// The mono or stereo strip with a key; the master for any other one.
+/// Returns the mono strip or pair with a key, or the master for any other key.
 StripId stripNamed(const QString &key)
 {
     const auto group = storage::groupNamed(key.toLatin1());

@@ -7,14 +7,14 @@
 
 #include <array>
 
-/// How a strip of the mixer is identified. Plain values and pure functions; any thread.
+/// Identifiers of the mixer's strips. Plain values and pure functions; any thread.
 namespace mixer {
 
 constexpr int trackCount = tamber::inputCount; ///< mono strips, one for each input of the device
 constexpr int pairCount = tamber::pairCount;   ///< stereo strips
-constexpr int stripCount = trackCount + pairCount + 1; ///< with the master
+constexpr int stripCount = trackCount + pairCount + 1; ///< all strips, the master included
 
-/// What a strip is; it decides which values it has and where its controls lie.
+/// The kind of a strip. It decides which values the strip has and where its controls are.
 enum class StripKind {
     Odd = 0,  ///< mono strip 1, 3, ... 15, the left half of a pair's page
     Even = 1, ///< mono strip 2, 4, ... 16, the right half
@@ -28,21 +28,21 @@ enum class Side { Left = 0, Right = 1 };
 struct StripId
 {
     StripKind kind;
-    int number; ///< of the channel, 1 to 16; of a pair its left one; of the master 0
+    int number; ///< channel 1 to 16; for a pair its left channel; for the master 0
 
     constexpr bool isMono() const { return kind == StripKind::Odd || kind == StripKind::Even; }
     constexpr bool isPair() const { return kind == StripKind::Pair; }
     constexpr bool isMaster() const { return kind == StripKind::Master; }
 
-    /// Place among all strips: tracks 0 to 15, pairs 16 to 23, master 24.
+    /// Returns 0 to 15 for mono strips, 16 to 23 for pairs, 24 for the master.
     constexpr int index() const { return static_cast<int>(group()); }
-    /// The group that the strip's values are stored in.
+    /// Returns the settings group of the strip's values.
     constexpr storage::Group group() const
     {
         if (isMaster()) return storage::masterGroup;
         return isPair() ? storage::pairGroup(number) : storage::trackGroup(number);
     }
-    /// The name of that group: "Track7", "Track7_8", "Master".
+    /// Returns the name of the settings group: "Track7", "Track7_8", "Master".
     const QByteArray &key() const { return storage::nameOf(group()); }
 
     constexpr bool operator==(const StripId &o) const
@@ -52,13 +52,15 @@ struct StripId
     constexpr bool operator!=(const StripId &o) const { return !(*this == o); }
 };
 
-/// number 1 to 16.
+/// Returns a mono strip.
+/// @param number 1 to 16
 constexpr StripId track(int number)
 {
     return {number % 2 == 1 ? StripKind::Odd : StripKind::Even, number};
 }
 
-/// left is the left channel of the pair: 1, 3, ... 15.
+/// Returns a pair's stereo strip.
+/// @param left the left channel of the pair: 1, 3, ... 15
 constexpr StripId pair(int left)
 {
     return {StripKind::Pair, left};
@@ -69,32 +71,33 @@ constexpr StripId master()
     return {StripKind::Master, 0};
 }
 
-/// The strip at a place, 0 to 24; see StripId::index().
+/// Returns the strip with an index, 0 to 24; see StripId::index().
 constexpr StripId stripAt(int index)
 {
     if (index < trackCount) return track(index + 1);
     return index < trackCount + pairCount ? pair(2 * (index - trackCount) + 1) : master();
 }
 
-/// All strips, in the order of their places.
+/// Returns all strips in the order of StripId::index().
 const std::array<StripId, stripCount> &allStrips();
 
-/// The pair that a channel (1 to 16) belongs to, the side it is there, and the group of that side.
+/// Returns the pair that a channel (1 to 16) belongs to.
 constexpr StripId pairOf(int number)
 {
     return pair(number - (number + 1) % 2);
 }
+/// Returns the side of its pair that a channel (1 to 16) is on.
 constexpr Side sideOf(int number)
 {
     return number % 2 == 1 ? Side::Left : Side::Right;
 }
+/// Returns the settings group of a channel's (1 to 16) side of its pair: "Track7_8_L".
 constexpr storage::Group sideGroup(int number)
 {
     return storage::sideGroup(number);
 }
 
-/// The channels that a strip stands for: one for a mono strip, two for a pair. Of the master its
-/// sides, 1 left and 2 right.
+/// A range of channel numbers, for range-based for loops.
 struct Channels
 {
     int first;
@@ -110,22 +113,27 @@ struct Channels
     Iterator begin() const { return {first}; }
     Iterator end() const { return {first + count}; }
 };
+/// Returns the channels of a strip: one for a mono strip, two for a pair. For the master it returns
+/// its sides, 1 (left) and 2 (right).
 constexpr Channels channelsOf(const StripId &strip)
 {
     return {strip.isMaster() ? 1 : strip.number, strip.isMono() ? 1 : 2};
 }
 
-/// How a strip is called in words: "Channel 7", "Channels 7 and 8", "Master".
+/// Returns a strip's title: "Channel 7", "Channels 7 and 8", "Master".
 QString title(const StripId &strip);
 
-/// @name Keys as they come from a file
-/// contract: entry points for keys that are not made here.
+/// @name Strip keys from settings files
+// contract: these functions and the text "NotStereo"; other programs' keys come in through them.
 ///@{
-/// "Track7" gives 7, "Track7_8" gives 7 (its left channel), any other key -1.
+/// Returns a strip's channel: 7 for "Track7", 7 (the left channel) for "Track7_8". Returns -1 for any
+/// other key.
 int channelNumber(const QString &key);
-/// "Track7_8" gives "Track7"; a key that is not a pair gives "NotStereo".
+/// Returns the left channel's key: "Track7" for "Track7_8". Returns "NotStereo" if the key is not a
+/// pair's.
 QString leftSide(const QString &pairKey);
-/// "Track7_8" gives "Track8"; a key that is not a pair gives "NotStereo".
+/// Returns the right channel's key: "Track8" for "Track7_8". Returns "NotStereo" if the key is not a
+/// pair's.
 QString rightSide(const QString &pairKey);
 ///@}
 

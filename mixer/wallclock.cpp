@@ -10,8 +10,8 @@ mixer::RealWallClock &mixer::RealWallClock::instance()
     return clock;
 }
 
-/// The steady clock may stand still while the computer sleeps, the wall clock may be set back. The
-/// one that has gone further is right; a wall clock that is set forward looks like sleep.
+/// The steady clock may stop while the computer sleeps, and the wall clock may be set back. So the
+/// clock that has advanced more counts. A wall clock that is set forward looks like sleep.
 qint64 mixer::RealWallClock::now()
 {
     const auto steady = steady_clock::now();

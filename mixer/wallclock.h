@@ -6,19 +6,21 @@
 
 namespace mixer {
 
-/// The time that the presence logic lives in.
+/// A clock for the presence logic; a test can step its own.
 class WallClock
 {
 public:
     virtual ~WallClock() = default;
-    /// Milliseconds since some moment. Never goes back, and goes on while the computer sleeps.
+    /// Returns milliseconds since an arbitrary moment. The time never goes back, and it goes on while
+    /// the computer sleeps.
     virtual qint64 now() = 0;
 };
 
-/// The computer's own time.
+/// The computer's clock.
 class RealWallClock final : public WallClock
 {
 public:
+    /// Returns the process-wide clock.
     static RealWallClock &instance();
 
     qint64 now() override;

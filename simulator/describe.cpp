@@ -14,11 +14,6 @@ namespace {
 /// The last number that came with each tag.
 using Numbers = std::map<std::uint8_t, std::uint32_t>;
 
-std::string words(int number)
-{
-    return std::to_string(number);
-}
-
 std::string onOff(std::uint32_t number)
 {
     return number != 0 ? "on" : "off";
@@ -39,19 +34,26 @@ std::string channel(std::uint32_t type, std::uint32_t number)
     }
 }
 
+/// Returns the value of a byte in two's complement.
+int asSigned(std::uint32_t number)
+{
+    const int byte = static_cast<int>(number & 0xff);
+    return byte < 0x80 ? byte : byte - 0x100;
+}
+
 std::string level(std::uint32_t number)
 {
-    const int value = static_cast<std::int8_t>(number);
-    return value <= silentFader ? "silence" : words(value) + " dB";
+    const int value = asSigned(number);
+    return value <= silentFader ? "silence" : std::to_string(value) + " dB";
 }
 
 std::string pan(std::uint32_t number)
 {
     constexpr int most = 127;
-    const int value = static_cast<std::int8_t>(number);
+    const int value = asSigned(number);
     if (value == 0) return "the centre";
     const int percent = (std::abs(value) * 100 + most / 2) / most;
-    return words(percent) + (value < 0 ? " % left" : " % right");
+    return std::to_string(percent) + (value < 0 ? " % left" : " % right");
 }
 
 std::string band(std::uint32_t number)
@@ -60,7 +62,7 @@ std::string band(std::uint32_t number)
     return number < std::size(names) ? names[number] : "unknown";
 }
 
-/// What a command does, by the tag that tells it from all others.
+/// A command in words. The tag occurs in no other command.
 struct Phrase
 {
     std::uint8_t tag;

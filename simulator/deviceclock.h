@@ -7,18 +7,18 @@ namespace simulator {
 
 using Microseconds = std::chrono::microseconds;
 
-/// The time that a simulated device lives in. Any thread.
+/// The clock of a simulated device. Any thread.
 class DeviceClock
 {
 public:
     virtual ~DeviceClock() = default;
-    /// Since the device was made.
+    /// Returns the time since the clock was made.
     virtual Microseconds now() const = 0;
-    /// Lets time pass, as a transfer does.
+    /// Lets this much time pass, for example the time of a transfer.
     virtual void pass(Microseconds time) = 0;
 };
 
-/// The time of the wall: pass() sleeps.
+/// Wall-clock time. pass() sleeps.
 class RealClock final : public DeviceClock
 {
 public:
@@ -29,7 +29,7 @@ private:
     const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
 
-/// A time that stands still but for pass(), which returns at once.
+/// A clock for tests. Only pass() advances it, and pass() returns at once.
 class SteppedClock final : public DeviceClock
 {
 public:

@@ -11,22 +11,22 @@ constexpr double twoPi = 6.283185307179586;
 
 enum class Shape {
     Silence,
-    Tone,  ///< steady
-    Swell, ///< a tone that comes and goes
+    Tone,  ///< of constant level
+    Swell, ///< a tone that rises and falls once per period
     Noise,
-    Burst, ///< struck once a period, dying away
+    Burst, ///< a tone that starts at full level once per period and decays
 };
 
 struct SignalRow
 {
     Shape shape;
     double level;     ///< peak, 1 is full scale
-    double frequency; ///< hertz; for noise the rate of its samples
-    double period;    ///< seconds between two strokes, or of a swell
+    double frequency; ///< hertz; for noise its sample rate
+    double period;    ///< seconds
 };
 
-// A small session: drums, bass, a pair of keys on the same tone (their phases can cancel),
-// guitars, voices, a noisy line and two that nobody plugged in.
+// A small recording session. The two key channels carry the same tone, so that inverting the phase
+// of one cancels them. Nothing is connected to the last two inputs.
 constexpr std::array<SignalRow, 16> rows = {{
     {Shape::Burst, 0.90, 60, 0.5},    // kick
     {Shape::Burst, 0.70, 190, 1.0},   // snare
@@ -41,12 +41,12 @@ constexpr std::array<SignalRow, 16> rows = {{
     {Shape::Swell, 0.65, 523, 7.0},   // voice
     {Shape::Swell, 0.25, 659, 5.0},   // second voice
     {Shape::Noise, 0.02, 4000, 0},    // a noisy line
-    {Shape::Noise, 0.20, 4000, 0},    // room
+    {Shape::Noise, 0.20, 4000, 0},    // ambience
     {Shape::Silence, 0, 0, 0},
     {Shape::Silence, 0, 0, 0},
 }};
 
-/// A repeatable noise: the hash of the sample's number, -1 to 1.
+/// Returns sample n of a repeatable noise, -1 to 1. It is a hash of n.
 double noise(std::uint64_t n)
 {
     n = (n ^ (n >> 30)) * 0xBF58476D1CE4E5B9ULL;
@@ -56,7 +56,7 @@ double noise(std::uint64_t n)
 
 double envelope(const SignalRow &row, double seconds)
 {
-    constexpr double decay = 9; // a stroke loses 20 dB in a quarter of a second
+    constexpr double decay = 9; // 20 dB in a quarter of a second
     switch (row.shape) {
     case Shape::Swell:
         return 0.5 - 0.5 * std::cos(twoPi * seconds / row.period);
@@ -87,9 +87,9 @@ double inputSample(int input, double seconds)
 
 double inputFrequency(int input)
 {
-    constexpr double anywhere = 1000;
+    constexpr double forSilence = 1000; // any value: silence has no frequency
     const SignalRow &row = rows[static_cast<std::size_t>(input)];
-    return row.frequency > 0 ? row.frequency : anywhere;
+    return row.frequency > 0 ? row.frequency : forSilence;
 }
 
 } // namespace simulator

@@ -9,7 +9,7 @@
 namespace simulator {
 namespace {
 
-constexpr int sampleRate = 8000; // enough for a peak
+constexpr int sampleRate = 8000; // sufficient for finding peaks
 constexpr int blockSize = 256;
 
 constexpr double quarterTurn = 1.5707963267948966;
@@ -60,7 +60,8 @@ struct Send
     double right = 0;
 };
 
-/// What of an input reaches the two sides of the master; constant power over the pan.
+/// Returns the gains from an input to the two sides of the master. Panning keeps the power
+/// constant.
 Send sendOf(const Input &input, bool anySolo)
 {
     const bool audible = !input.mute && (input.solo || !anySolo);
@@ -86,12 +87,11 @@ std::uint16_t reductionLevel(double reduced)
     return static_cast<std::uint16_t>(unity * factor(-reduced));
 }
 
-/// The inputs behind their equalizers, and how loud the compressors find them.
 struct Channels
 {
-    std::array<Block, inputCount> blocks;
-    std::array<double, inputCount> equalized; ///< gain of the EQ, linear
-    std::array<double, inputCount> level;     ///< peak behind it, dB
+    std::array<Block, inputCount> blocks;     ///< input signals
+    std::array<double, inputCount> equalized; ///< linear gain of the EQ
+    std::array<double, inputCount> level;     ///< peak after the EQ, dB
 };
 
 Channels channelsAt(const MixerState &state, double seconds)
@@ -106,7 +106,8 @@ Channels channelsAt(const MixerState &state, double seconds)
     return channels;
 }
 
-/// What an input's compressor hears: itself, or the louder of a linked pair.
+/// Returns the level that an input's compressor follows, in dB: its own, or that of the louder side
+/// of a linked pair.
 double detectorLevel(const MixerState &state, const Channels &channels, std::size_t input)
 {
     const std::size_t partner = input ^ 1;

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdint>
 
-/// What the simulated device holds in its DSP, in the units of the commands. Plain values.
+/// The mixer settings of the simulated device, in the units of the commands. Plain values.
 namespace simulator {
 
 constexpr int inputCount = 16;
@@ -13,9 +13,9 @@ constexpr int silentFader = -127;
 
 struct EqBand
 {
-    std::int8_t gain = 0; ///< dB
-    std::uint8_t freq = 0;
-    std::uint8_t q = 0;
+    std::int8_t gain = 0;  ///< dB
+    std::uint8_t freq = 0; ///< step
+    std::uint8_t q = 0;    ///< step
     bool operator==(const EqBand &o) const;
 };
 
@@ -29,11 +29,11 @@ struct Eq
 
 struct Compressor
 {
-    std::uint8_t threshold = 32; ///< steps, as the command carries them
-    std::uint8_t ratio = 0;
-    std::uint8_t attack = 0;
-    std::uint8_t release = 0;
-    std::uint8_t gain = 0;
+    std::uint8_t threshold = 32; ///< step; 32 is 0 dB
+    std::uint8_t ratio = 0;      ///< step
+    std::uint8_t attack = 0;     ///< step
+    std::uint8_t release = 0;    ///< step
+    std::uint8_t gain = 0;       ///< dB
     bool link = false;
     bool on = false;
     bool operator==(const Compressor &o) const;
@@ -53,11 +53,12 @@ struct Input
 
 struct MasterSide
 {
-    int fader = silentFader;
+    int fader = silentFader; ///< dB, -127 silent
     bool mute = false;
     bool operator==(const MasterSide &o) const;
 };
 
+/// The source of a line output.
 struct Source
 {
     std::uint8_t type = 0; ///< 0 before the first assignment

@@ -2,17 +2,25 @@
 
 #include "simulator/mixerstate.h"
 
-/// What the device's DSP does to a channel's level: a believable equalizer and compressor, not the
-/// filters of a real one. Pure; any thread.
+/// How the simulated DSP changes a channel's level. The equalizer and compressor are plausible
+/// approximations, not real filters. Pure functions; any thread.
 namespace simulator {
 
-/// How much the equalizer raises a frequency (hertz), in dB; 0 while it is off.
+/// The tables of the DSP, which do not depend on those of the panel. A step outside a table counts
+/// as its nearest entry. Bands are numbered as in the command: 0 low, 1 high, 2 high-mid, 3
+/// low-mid.
+double bandFrequency(int band, int step); ///< Hertz
+double bandQuality(int step);
+double compressionRatio(int step); ///< The limiter of the last step has the ratio 1e9.
+
+/// Returns the gain of the equalizer at a frequency (hertz), in dB. The gain is 0 while it is off.
 double eqGain(const Eq &eq, double frequency);
 
-/// How much the compressor takes from a level (dB below full scale), in dB; 0 while it is off.
+/// Returns by how much the compressor lowers a level (dB relative to full scale), in dB. The result
+/// is 0 while it is off.
 double reduction(const Compressor &compressor, double level);
 
-/// What the compressor adds, in dB; 0 while it is off.
+/// Returns the make-up gain of the compressor, in dB. The gain is 0 while it is off.
 double makeUpGain(const Compressor &compressor);
 
 } // namespace simulator

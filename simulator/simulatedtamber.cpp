@@ -9,8 +9,8 @@
 namespace simulator {
 namespace {
 
-constexpr Microseconds settleTime{1000};   // the DSP is busy so long with a set command
-constexpr Microseconds flashTime{1500000}; // writing a firmware image
+constexpr Microseconds settleTime{1000};   // how long a set command keeps the DSP busy
+constexpr Microseconds flashTime{1500000}; // how long the device writes a firmware image
 constexpr std::uint8_t firmwareChunk = 61;
 constexpr std::uint32_t firmwareWindow = 8 * firmwareChunk;
 constexpr std::uint32_t maxFirmware = 1 << 24;
@@ -27,7 +27,7 @@ int signedByte(std::uint32_t number)
     return static_cast<std::int8_t>(number);
 }
 
-/// How an item of a command carries its value.
+/// Returns the format that the items of a command have.
 std::uint8_t formatOf(std::uint8_t tag)
 {
     switch (tag) {
@@ -38,7 +38,7 @@ std::uint8_t formatOf(std::uint8_t tag)
     case vxctl::tagRouteApply:
     case vxctl::tagMeter:
     case vxctl::tagGainReduction:
-    case 0x13: // the bare numbers are those of unsettled meaning
+    case 0x13: // contract: the device knows these unnamed tags; their meaning is unknown
     case 0x14:
         return vxmsg::formatFlag;
     case vxctl::tagFirmwareStart:
@@ -60,7 +60,7 @@ struct SimulatedTamber::Request
 {
     std::array<vxmsg::Item, vxmsg::maxMessage / 2> items;
     std::size_t count = 0;
-    vxmsg::Message message; ///< what the items point into
+    vxmsg::Message message; ///< the items point into it
 
     std::uint32_t number(std::size_t i) const { return items[i].number; }
     std::uint32_t of(std::uint8_t tag) const
@@ -71,7 +71,8 @@ struct SimulatedTamber::Request
     }
 };
 
-/// A message that the device understands: its items' tags in order, and who obeys it.
+/// A message that the device understands: the tags of its items in order, and the function that
+/// executes it.
 struct SimulatedTamber::Command
 {
     std::vector<std::uint8_t> tags;
@@ -88,7 +89,7 @@ struct SimulatedTamber::Command
     }
 };
 
-/// A message on its way to the panel.
+/// A message to the panel.
 class SimulatedTamber::Answer
 {
 public:
@@ -142,7 +143,7 @@ const std::vector<SimulatedTamber::Command> &SimulatedTamber::commands()
         {{tagFirmwareStatus}, &T::firmwareStatus},
         {{tagFirmwareChunk}, &T::firmwareData},
         {{tagFirmwareRest}, &T::firmwareData},
-        {{0x13}, &T::acceptSilently}, // further messages of unsettled meaning
+        {{0x13}, &T::acceptSilently}, // the messages from here on have an unknown meaning
         {{0x14}, &T::queryByte},
         {{0x16}, &T::acceptSilently},
         {{0x17}, &T::acceptSilently},
@@ -164,7 +165,7 @@ bool SimulatedTamber::parse(const std::uint8_t *message, std::size_t length, Req
         ++request.count;
     const std::size_t rest = length - buffer.position;
     const std::uint8_t *end = request.message.bytes + buffer.position;
-    // Only a message without room for its end item needs none.
+    // The end item is optional only in a message that has no space for it.
     const bool full = rest == 0 && length + 2 > vxmsg::maxMessage;
     return full || (rest >= 2 && end[0] == vxmsg::tagEnd && end[1] == vxmsg::formatEnd);
 }
@@ -187,7 +188,7 @@ bool SimulatedTamber::obey(const Request &request)
     if (command == table.end()) return false;
     m_answers.clear();
     const bool obeyed = (this->*command->obey)(request);
-    // A query is answered at once; what changes the mixer keeps the DSP busy for a moment.
+    // A query is answered at once. A set command keeps the DSP busy for a moment.
     if (m_answers.empty()) {
         m_busyUntil = m_clock.now() + settleTime;
         if (obeyed) std::copy_n(request.message.bytes, m_lastCommand.size(), m_lastCommand.begin());
@@ -223,8 +224,8 @@ SimulatedTamber::Bytes SimulatedTamber::readiness(bool ready)
 
 SimulatedTamber::Bytes SimulatedTamber::debugText()
 {
-    constexpr std::size_t room = vxmsg::maxMessage - 3;
-    const std::size_t count = std::min(room, m_debugText.size());
+    constexpr std::size_t maxText = vxmsg::maxMessage - 3;
+    const std::size_t count = std::min(maxText, m_debugText.size());
     Bytes bytes{};
     vxmsg::Buffer buffer{bytes.data(), vxmsg::maxMessage, 0};
     vxmsg::append(

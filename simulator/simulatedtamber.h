@@ -18,62 +18,70 @@ namespace simulator {
 enum class Fault {
     None,
     Busy,      ///< never ready
-    ShortRead, ///< answers fewer bytes than were asked for
+    ShortRead, ///< answers with fewer bytes than requested
     Refused,   ///< refuses every message
-    Malformed, ///< answers with an item that is cut off
-    Foreign,   ///< puts items before its answers that nobody asked for
+    Malformed, ///< answers with a truncated item
+    Foreign,   ///< sends a message with unrequested items before each answer
     Slow,      ///< every transfer takes slowTransferTime
 };
 
+/// How long a transfer takes.
 constexpr Microseconds transferTime{250};
+/// How long a transfer takes with Fault::Slow.
 constexpr Microseconds slowTransferTime{250000};
 
-/// A Tamber in software, from its end of the cable: it takes every message of the command set,
-/// refuses what a device refuses, holds the mixer's state, and meters sixteen input signals.
-/// Unplugging cuts its power: it comes back with its defaults. Any thread; it has a lock.
+/// A Tamber in software. It accepts every message of the command set, refuses what a real device
+/// refuses, keeps the mixer state and meters sixteen input signals. Unplugging switches it off, so
+/// it starts with its defaults when it is plugged in again. Any thread; a lock protects it.
 class SimulatedTamber
 {
 public:
     /// The clock must outlive the device.
     explicit SimulatedTamber(DeviceClock &clock);
 
-    /// @name The device's end of the cable
+    /// @name For the transport
     ///@{
-    /// Takes a message; false when it is refused.
+    /// Processes a message from the panel. Returns false if the device refuses it.
     bool take(const std::uint8_t *message, std::size_t length);
-    /// The next message of the device, 64 bytes.
+    /// Writes the device's next message: 64 bytes, padded with zeros.
     void give(std::uint8_t *message);
     DeviceClock &clock() { return m_clock; }
     ///@}
 
-    /// @name The hands on the device
+    /// @name Controls for the user and for tests
     ///@{
     bool isPlugged() const;
+    /// Pulls the USB cable or plugs it in.
     void setPlugged(bool plugged);
     Fault fault() const;
     void setFault(Fault fault);
-    std::uint32_t sampleRate() const;
+    std::uint32_t sampleRate() const; ///< hertz
     void setSampleRate(std::uint32_t hertz);
-    /// Text that the next answers carry for a developer, in pieces of at most 61 bytes.
+    /// Makes the next messages carry this debug text, in pieces of at most 61 bytes.
     void say(const std::string &text);
     ///@}
 
-    /// @name What an observer sees
+    /// @name Observation
     ///@{
     MixerState state() const;
+    /// Returns the meter readings at this moment.
     Levels levels() const;
-    /// Messages taken since construction, and messages refused.
+    /// Returns the number of messages accepted since the construction.
     std::uint64_t taken() const;
+    /// Returns the number of messages refused since the construction.
     std::uint64_t refused() const;
-    /// The last command that was obeyed and was no query, in words; empty before the first one.
+    /// Returns the last accepted set command in words, or an empty text before the first one.
     std::string lastCommand() const;
-    /// The image of a finished or running firmware transfer.
+    /// Returns what has arrived of the last firmware image.
     std::vector<std::uint8_t> firmware() const;
     ///@}
 
+    /// @name Identity
+    ///@{
     static constexpr std::uint16_t version = 102;
     static constexpr std::uint16_t build = 34;
     static constexpr char productName[] = "Tamber";
+    ///@}
 
 private:
     using Bytes = std::array<std::uint8_t, vxmsg::maxMessage>;
@@ -116,7 +124,7 @@ private:
     std::uint32_t m_sampleRate = 48000;
     Microseconds m_busyUntil{0};
     std::deque<Bytes> m_answers;
-    Bytes m_lastCommand{}; ///< as it came
+    Bytes m_lastCommand{}; ///< the message of the last set command
     std::string m_debugText;
     std::uint64_t m_taken = 0;
     std::uint64_t m_refused = 0;

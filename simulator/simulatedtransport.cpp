@@ -5,8 +5,8 @@
 
 namespace simulator {
 
-/// Spends the time of a transfer; false when there is no device at the end of the cable.
-bool SimulatedTransport::reach()
+/// Lets the time of a transfer pass. Returns false if no device is plugged in.
+bool SimulatedTransport::passTransferTime()
 {
     if (!m_device.isPlugged()) return false;
     const bool slow = m_device.fault() == Fault::Slow;
@@ -28,7 +28,7 @@ int SimulatedTransport::transferOut(
     TransportContext &, std::uint8_t request, std::uint16_t, std::uint16_t, std::uint16_t length,
     const std::uint8_t *data)
 {
-    if (length == 0 || !data || !reach()) return 1;
+    if (length == 0 || !data || !passTransferTime()) return 1;
     return request == requestSend && m_device.take(data, length) ? 0 : 1;
 }
 
@@ -36,7 +36,7 @@ int SimulatedTransport::transferIn(
     TransportContext &, std::uint8_t request, std::uint16_t, std::uint16_t, std::uint16_t length,
     std::uint8_t *data)
 {
-    if (!data || !reach() || request != requestFetch) return 1;
+    if (!data || !passTransferTime() || request != requestFetch) return 1;
     if (length > vxmsg::maxMessage || m_device.fault() == Fault::ShortRead) return 1;
     std::uint8_t message[vxmsg::maxMessage];
     m_device.give(message);
@@ -46,7 +46,7 @@ int SimulatedTransport::transferIn(
 
 int SimulatedTransport::sampleRate(TransportContext &, std::uint32_t &rate)
 {
-    if (!reach()) return 1;
+    if (!passTransferTime()) return 1;
     rate = m_device.sampleRate();
     return 0;
 }

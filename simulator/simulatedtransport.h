@@ -5,8 +5,8 @@
 
 namespace simulator {
 
-/// The transport that ends at a simulated device. Transfers take the time that they take over a
-/// cable. Any thread, one request at a time.
+/// The transport to a simulated device. A transfer takes as long as one over a cable. Any thread,
+/// one request at a time.
 class SimulatedTransport final : public Transport
 {
 public:
@@ -23,7 +23,7 @@ public:
     int sampleRate(TransportContext &device, std::uint32_t &rate) override;
 
 private:
-    bool reach();
+    bool passTransferTime();
 
     SimulatedTamber &m_device;
 };

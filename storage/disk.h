@@ -8,55 +8,56 @@
 
 namespace storage {
 
-/// The operations on files that keeping the settings consists of. Every step that can fail is an
-/// operation of its own, so that a test can let each of them fail. Paths are absolute. GUI thread
-/// only.
+/// The file operations that storing the settings needs. Every step that can fail is a separate
+/// operation, so that a test can make each of them fail. Paths are absolute. GUI thread only.
 class Disk
 {
 public:
-    /// A new file. Destroying it closes it.
+    /// A file that is being written. Destroying the object closes the file. Each function returns
+    /// false if it fails.
     class Output
     {
     public:
         virtual ~Output() = default;
 
-        /// False unless all bytes were taken.
+        /// Writes all bytes.
         virtual bool write(const QByteArray &bytes) = 0;
-        /// Hands what is buffered to the system.
+        /// Passes buffered bytes to the operating system.
         virtual bool flush() = 0;
         /// Waits until the bytes are on the medium.
         virtual bool sync() = 0;
         virtual bool close() = 0;
     };
 
+    /// The result of read().
     enum class Read {
         Done,
-        Missing, ///< there is no such file
-        Failed,  ///< it cannot be opened or read, or is no regular file
+        Missing, ///< the file does not exist
+        Failed,  ///< the file cannot be opened or read, or is not a regular file
     };
-    /// Takes the next bytes of a file. False if the rest is not wanted.
+    /// Receives the next bytes of a file. Returns false if it does not want the rest.
     using Sink = std::function<bool(const char *bytes, qint64 count)>;
 
     virtual ~Disk() = default;
 
-    /// Hands a regular file to the sink piece by piece. A link is followed. A pipe or a folder
-    /// fails without being opened.
+    /// Passes a regular file to the sink piece by piece. Follows symbolic links. Fails for a pipe
+    /// or a folder without opening it.
     virtual Read read(const QString &path, const Sink &sink) = 0;
-    /// Makes a file, or empties the one that is there. Null if that fails.
+    /// Creates a file, or empties an existing one. Returns null if that fails.
     virtual std::unique_ptr<Output> create(const QString &path) = 0;
-    /// Gives a file the permissions of another one.
+    /// Gives the file `to` the permissions of the file `from`.
     virtual void copyPermissions(const QString &from, const QString &to) = 0;
-    /// Bytes in a file, -1 if there is none.
+    /// Returns the size of a file in bytes, or -1 if it does not exist.
     virtual qint64 size(const QString &path) = 0;
-    /// Gives a file another name in its folder and replaces what has that name, in one step.
+    /// Renames a file within its folder and replaces a file with the new name, in one step.
     virtual bool rename(const QString &from, const QString &to) = 0;
-    /// Gives a file a second name in its folder, which must be free.
+    /// Gives a file a second name in its folder (a hard link). Fails if the name is in use.
     virtual bool link(const QString &from, const QString &to) = 0;
-    /// True if there is no such file afterwards.
+    /// Removes a file. Returns true if the file does not exist afterwards.
     virtual bool remove(const QString &path) = 0;
 };
 
-/// The disk of this computer.
+/// Returns the disk of this computer.
 Disk &realDisk();
 
 } // namespace storage

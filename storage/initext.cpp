@@ -3,6 +3,7 @@
 #include <QTextCodec>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
@@ -19,14 +20,14 @@ constexpr char lineEnd[] = "\n";
 struct Escape
 {
     char letter; ///< after the backslash
-    ushort unit;
+    std::uint16_t unit;
 };
 constexpr Escape escapes[] = {
     {'a', '\a'}, {'b', '\b'}, {'f', '\f'}, {'n', '\n'},  {'r', '\r'},
     {'t', '\t'}, {'v', '\v'}, {'"', '"'},  {'\\', '\\'},
 };
 
-bool isHexDigit(ushort unit)
+bool isHexDigit(std::uint16_t unit)
 {
     return (unit >= '0' && unit <= '9') || (unit >= 'a' && unit <= 'f') ||
            (unit >= 'A' && unit <= 'F');
@@ -42,10 +43,10 @@ bool isBlank(char c)
     return c == ' ' || c == '\t';
 }
 
-/// A byte that no writer of the panel puts into a file: texts escape it.
+/// Returns whether a byte is one that the panel never writes, because texts escape it.
 bool isControl(char c)
 {
-    const auto byte = static_cast<unsigned char>(c);
+    const auto byte = static_cast<std::uint8_t>(c);
     return byte < ' ' && c != '\t';
 }
 
@@ -61,7 +62,8 @@ bool isAscii(const QByteArray &bytes)
     return std::none_of(bytes.begin(), bytes.end(), [](char c) { return c & 0x80; });
 }
 
-/// Index of the first such character outside quotes, or the size. -1 if a quote stays open.
+/// Returns the index of the first wanted character outside quotes, or the size if there is none.
+/// Returns -1 if a quote stays open.
 int findUnquoted(const QByteArray &text, char wanted)
 {
     bool quoted = false;
@@ -76,7 +78,7 @@ int findUnquoted(const QByteArray &text, char wanted)
     return quoted ? -1 : text.size();
 }
 
-/// Reads the text of a value from its bytes.
+/// Decodes a raw value.
 class Decoder
 {
 public:
@@ -110,7 +112,7 @@ private:
         }
     }
 
-    /// Blanks at the end of a part count only inside quotes.
+    /// Removes the blanks at the end of a part. Quoted and escaped blanks stay.
     void trimEnd()
     {
         while (m_text.size() > m_kept && m_text.size() > m_partStart &&
@@ -147,26 +149,26 @@ private:
         else if (isOctalDigit(c))
             --m_at, append(takeNumber(8));
         else
-            append(static_cast<ushort>(static_cast<unsigned char>(c)));
+            append(static_cast<std::uint8_t>(c));
     }
 
-    ushort takeNumber(int base)
+    std::uint16_t takeNumber(int base)
     {
         unsigned int number = 0;
         while (m_at < m_value.size()) {
             const char c = m_value[m_at];
             const bool digit =
-                base == 8 ? isOctalDigit(c) : isHexDigit(static_cast<unsigned char>(c));
+                base == 8 ? isOctalDigit(c) : isHexDigit(static_cast<std::uint8_t>(c));
             if (!digit) break;
             const char text[] = {c, '\0'};
             number = number * static_cast<unsigned int>(base) +
                      static_cast<unsigned int>(std::strtol(text, nullptr, base));
             ++m_at;
         }
-        return static_cast<ushort>(number);
+        return static_cast<std::uint16_t>(number);
     }
 
-    void append(ushort unit)
+    void append(std::uint16_t unit)
     {
         m_text += QChar(unit);
         m_kept = m_text.size();
@@ -174,10 +176,10 @@ private:
 
     const QByteArray &m_value;
     QString m_text;
-    QByteArray m_bytes; ///< not escaped, to be decoded together
+    QByteArray m_bytes; ///< UTF-8 that is not decoded yet
     int m_at = 0;
-    int m_partStart = 0; ///< where the part between two commas begins in the text
-    int m_kept = 0;      ///< no blank before this place is cut off
+    int m_partStart = 0; ///< index in the text at which the current part between commas begins
+    int m_kept = 0;      ///< blanks before this index in the text are not removed
     bool m_quoted = false;
 };
 
@@ -188,13 +190,13 @@ QByteArray encodeText(const QString &text)
     const QString stored = text.startsWith(QLatin1Char('@')) ? QLatin1Char('@') + text : text;
     QByteArray value;
     bool needsQuotes = stored.startsWith(QLatin1Char(' ')) || stored.endsWith(QLatin1Char(' '));
-    bool afterNumber = false; // a digit would be taken for one more of the escape before it
-    const auto escapeUnit = [&](ushort unit) {
+    bool afterNumber = false; // a hexadecimal digit here would extend the escape before it
+    const auto escapeUnit = [&](std::uint16_t unit) {
         value += "\\x" + QByteArray::number(unit, 16);
         afterNumber = true;
     };
     for (int i = 0; i < stored.size(); ++i) {
-        const ushort unit = stored[i].unicode();
+        const std::uint16_t unit = stored[i].unicode();
         if (afterNumber && isHexDigit(unit)) {
             escapeUnit(unit);
             continue;
@@ -269,7 +271,7 @@ bool IniReader::read(const char *bytes, qint64 count)
 void IniReader::finish()
 {
     if (m_line.isEmpty() && !m_tooLong) return;
-    m_damaged = true; // the end of the last line, and perhaps of its value, is missing
+    m_damaged = true; // the last line has no line end, so its value can be incomplete
     takeLine();
 }
 
@@ -299,7 +301,7 @@ void IniReader::takeHeader(const QByteArray &line)
 {
     const int end = line.indexOf(']');
     m_damaged = m_damaged || end < 0;
-    // The values under a header that cannot be read belong to no group that is known.
+    // Values below an unreadable header are dropped, because their group is unknown.
     m_group = end < 0 ? QByteArray() : line.mid(1, end - 1).trimmed();
 }
 

@@ -34,7 +34,8 @@ Groups groupNames()
     return names;
 }
 
-// contract: the names in the file, two of them spelt so.
+// contract: the names in the file. "AudioPeformanceIndex" lacks an "r" and "EqHighMidQFreqPos" and
+// its three relatives contain "Freq" although they are Q values. Both spellings must stay.
 Keys keyNames()
 {
     return {

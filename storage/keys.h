@@ -7,16 +7,17 @@
 #include <cstdint>
 #include <optional>
 
-/// Every group and key of the settings file. Groups and keys are numbered, so that nothing has to
-/// be read out of a name: names are met only where a file is read or written.
+/// Every group and key of the settings file. The panel refers to them by number. Their names matter
+/// only where a file is read or written.
 namespace storage {
 
-/// A group, by its place in the file's list of known groups.
+/// A group: its index in the list of known groups.
 enum class Group : std::uint8_t {};
 
 // clang-format off
-/// Groups of a mono strip ("Track7"; number 1 to 16), of a pair ("Track7_8"; left 7), of one side of
-/// a pair ("Track7_8_L" for channel 7, "Track7_8_R" for channel 8), and of the master ("Master").
+/// Groups of the strips: a mono strip ("Track7" for number 7), a pair ("Track7_8" for left 7), one
+/// side of a pair ("Track7_8_L" for number 7, "Track7_8_R" for number 8) and the master ("Master").
+/// A number is 1 to 16, the left channel of a pair an odd number.
 constexpr Group trackGroup(int number) { return Group(number - 1); }
 constexpr Group pairGroup(int left)    { return Group(tamber::inputCount + left / 2); }
 constexpr Group masterGroup            = Group(tamber::inputCount + tamber::pairCount);
@@ -26,12 +27,12 @@ constexpr Group interfaceGroup         = Group(int(panelGroup) + 1);
 constexpr Group miscGroup              = Group(int(panelGroup) + 2);
 constexpr Group updateGroup            = Group(int(panelGroup) + 3);
 constexpr Group lineOutGroup           = Group(int(panelGroup) + 4);
-constexpr Group sceneMemoryGroup       = Group(int(panelGroup) + 5); ///< of the file of scene names
+constexpr Group sceneMemoryGroup       = Group(int(panelGroup) + 5); ///< in the scene-name file
 constexpr int groupCount               = int(sceneMemoryGroup) + 1;
 // clang-format on
 
-/// A key, by its place in the list of known keys. The last ones are of the session only: no file
-/// has them.
+/// A key: its index in the list of known keys. The last key exists only during a session and never
+/// in a file.
 enum class Key : std::uint8_t {
     FaderPos,
     FaderValue,
@@ -90,49 +91,54 @@ enum class Key : std::uint8_t {
     LineOut8 = LineOut1 + 7,
     SceneMemory1,
     SceneMemory10 = SceneMemory1 + 9,
-    SavedMute, ///< of the session: whether the strip was muted before the first solo
+    SavedMute, ///< session only: whether the strip was muted before the first solo
 };
 constexpr int keyCount = int(Key::SavedMute) + 1;
 
+/// Returns whether a key exists only during a session.
 constexpr bool isOfTheSession(Key key)
 {
     return key >= Key::SavedMute;
 }
 
-/// Their names in the file; empty for a key of the session.
+/// Returns the name of a group in the file.
 const QByteArray &nameOf(Group group);
+/// Returns the name of a key in the file, or an empty name for a session-only key.
 const QByteArray &nameOf(Key key);
 
-/// The group or key of a name in a file. Nothing for one that the panel does not know.
+/// Returns the group with this name, or nothing if the panel does not know the name.
 std::optional<Group> groupNamed(const QByteArray &name);
+/// Returns the key with this name, or nothing if the panel does not know the name.
 std::optional<Key> keyNamed(const QByteArray &name);
 
-/// Every integer that is missing reads as this, whatever it stands for.
-constexpr int missingInteger = 157; // contract: the shared default
+/// The value of every missing integer, even where it is outside the key's range.
+constexpr int missingInteger = 157; // contract: one default for all integers
 
-/// Keys with the type of their values.
+/// A key with an integer value.
 struct IntegerKey
 {
     Key key;
 };
+/// A key with a switch (true or false) as its value.
 struct SwitchKey
 {
     Key key;
-    bool missing = false; ///< what a missing one reads as
+    bool missing = false; ///< the value of a missing switch
 };
+/// A key with a text as its value. A missing text reads as "".
 struct TextKey
 {
     Key key;
 };
 
-/// A position and the text that its control shows; they are always written together.
+/// The keys of a position and of the text that its control shows. They are always written together.
 struct PositionKeys
 {
     IntegerKey position;
     TextKey text;
 };
 
-/// Keys of a strip's group. A key means something only for the strips that have the control.
+/// Keys of a strip's group. A strip uses only the keys of the controls that it has.
 namespace strip {
 
 constexpr PositionKeys fader{{Key::FaderPos}, {Key::FaderValue}};
@@ -175,22 +181,24 @@ struct Setting
 
 constexpr Setting<IntegerKey> windowPage{panelGroup, {Key::MainWindowPanel}};
 constexpr Setting<IntegerKey> audioPerformance{interfaceGroup, {Key::AudioPerformance}};
+// contract: part of the file format; nothing in the panel reads or writes it.
 constexpr Setting<IntegerKey> digitalOutputFormat{interfaceGroup, {Key::DigitalOutputFormat}};
 constexpr Setting<SwitchKey> informationSeen{miscGroup, {Key::InformationDialog}};
 constexpr Setting<SwitchKey> trueBypass{miscGroup, {Key::MixerTrueBypass}};
+// contract: this is the only switch that is on when it is missing.
 constexpr Setting<SwitchKey> stereoBus{miscGroup, {Key::StereoBus, true}};
 constexpr Setting<TextKey> softwareMark{updateGroup, {Key::SoftDialog}};
 constexpr Setting<TextKey> firmwareMark{updateGroup, {Key::FirmDialog}};
 constexpr Setting<TextKey> newsMark{updateGroup, {Key::InfoDialog}};
 constexpr Setting<TextKey> updateAddress{updateGroup, {Key::JsonUrl}};
 
-/// Source of a line output, 1 to 8.
+/// Returns the setting with the source of a line output (1 to 8).
 constexpr Setting<IntegerKey> lineOut(int output)
 {
     return {lineOutGroup, {Key(int(Key::LineOut1) + output - 1)}};
 }
 
-/// Name of a scene memory, 1 to 10.
+/// Returns the setting with the name of a scene memory (1 to 10).
 constexpr Setting<TextKey> sceneName(int slot)
 {
     return {sceneMemoryGroup, {Key(int(Key::SceneMemory1) + slot - 1)}};

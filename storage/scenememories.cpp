@@ -13,11 +13,11 @@ namespace {
 Q_LOGGING_CATEGORY(log, "tamber.storage")
 
 /// Application names of the live settings and of the ten scenes.
-/// contract: the "/" at their beginning, which makes no difference.
+// contract: the leading "/". pathOf() ignores it.
 constexpr const char *applications[] = {
     "/Tamber_Setting", "/Tamber_sm1", "/Tamber_sm2", "/Tamber_sm3", "/Tamber_sm4", "/Tamber_sm5",
     "/Tamber_sm6",     "/Tamber_sm7", "/Tamber_sm8", "/Tamber_sm9", "/Tamber_sm10"};
-static_assert(std::size(applications) == SceneMemories::slotCount + 1, "one entry a slot");
+static_assert(std::size(applications) == SceneMemories::slotCount + 1, "one entry per slot");
 
 } // namespace
 
@@ -31,7 +31,8 @@ SceneMemories::SceneMemories(Settings &live, const char *organisation, Disk &dis
 
 bool SceneMemories::save(int slot)
 {
-    // The defaults are a scene, too: any one value makes a file of them.
+    // With all settings at their defaults the file would be empty. One written value gives the
+    // scene a file.
     if (m_live.values().isEmpty()) m_live.write(informationSeen, false);
     m_live.flush();
     if (replaceFile(m_disk, fileName(slot), m_live.content())) return true;

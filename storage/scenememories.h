@@ -6,33 +6,33 @@
 
 #include <optional>
 
-/// The ten scene memories: snapshots of the live settings, each a file beside the live one, and
-/// their names in a file of their own. Slots are 1 to 10. GUI thread only.
+/// The ten scene memories. A scene is a snapshot of the live settings in a file beside the live
+/// file. The names of the scenes are in a separate file. Slots are 1 to 10. GUI thread only.
 class SceneMemories
 {
 public:
     static constexpr int slotCount = 10;
 
-    /// @param live must outlive the scenes
-    /// @param organisation that of the live settings
+    /// @param live the live settings; must outlive the object
+    /// @param organisation the organisation of the live settings
     SceneMemories(
         Settings &live, const char *organisation, storage::Disk &disk = storage::realDisk());
 
-    /// Keeps the live settings as the scene of a slot, byte for byte.
-    /// @return false if that fails, which is logged; the scene from before is still there
+    /// Saves the live settings as the scene of a slot, byte for byte.
+    /// @return false if that fails, which is logged; the previous scene is then kept
     bool save(int slot);
 
-    /// The content of a slot, as far as it can be read. Nothing if there is no such scene: a file
-    /// that is empty, or holds no group of the panel's, is none.
+    /// Returns the readable content of a scene, or nothing if the scene does not exist. A file that
+    /// is empty or has no group of the panel does not count as a scene.
     std::optional<storage::FileContent> read(int slot) const;
 
-    /// The name of a slot; "SceneMemory1" to "SceneMemory10" until it is given another one.
+    /// Returns the name of a slot. The default names are "SceneMemory1" to "SceneMemory10".
     QString name(int slot) const;
 
-    /// An empty name takes the first one back.
+    /// Renames a slot. An empty name restores the default name.
     void rename(int slot, const QString &name);
 
-    /// Deletes all scenes and their names; the live settings stay. Failures are logged.
+    /// Deletes all scenes and their names. Keeps the live settings. Failures are logged.
     void initialize();
 
 private:

@@ -15,7 +15,7 @@ Q_LOGGING_CATEGORY(log, "tamber.storage")
 constexpr int flushInterval = 50;   // between two writes of the file
 constexpr int retryInterval = 2000; // until a failed write is tried again
 constexpr int readInterval = 250;   // until a failed read is tried again
-constexpr int readPatience = 5000;  // after which a file counts as unreadable
+constexpr int readTimeout = 5000;   // until the file counts as unreadable
 
 } // namespace
 
@@ -47,7 +47,8 @@ void Settings::open()
     m_readTimer.start();
 }
 
-/// What was set before the file could be read is newer than the file.
+/// Reads the file. Returns false if it exists but is unreadable. Values that were set before the
+/// file became readable are newer than the file and stay.
 bool Settings::tryReading()
 {
     const Stamp stamp = stampOfFile();
@@ -57,7 +58,7 @@ bool Settings::tryReading()
     } else if (!isUsable(Values(file.entries))) {
         return false;
     } else if (file.health == FileHealth::Damaged) {
-        qCWarning(log) << "the settings file is damaged, what is missing takes its default:"
+        qCWarning(log) << "the settings file is damaged; defaults replace what is missing:"
                        << m_fileName;
         keepCopy(m_disk, m_fileName, KeptAs::Damaged);
     }
@@ -76,13 +77,13 @@ void Settings::retryReading()
 {
     if (tryReading()) {
         m_readTimer.stop();
-        qCInfo(log) << "the settings file could be read at last:" << m_fileName;
+        qCInfo(log) << "the settings file could be read after a retry:" << m_fileName;
         if (m_changed) startTimer();
         emit replaced();
         emit troubleChanged();
-    } else if (m_sinceOpen.hasExpired(readPatience)) {
-        qCWarning(log) << "the settings file cannot be read, the defaults hold:" << m_fileName;
-        m_aside = true;
+    } else if (m_sinceOpen.hasExpired(readTimeout)) {
+        qCWarning(log) << "the settings file cannot be read; the defaults apply:" << m_fileName;
+        m_unread = true;
         setReading(Reading::Failed);
         if (m_changed) startTimer();
     }
@@ -99,7 +100,7 @@ void Settings::setReading(Reading reading)
 void Settings::acceptValues()
 {
     if (m_reading == Reading::Done) return;
-    m_aside = true;
+    m_unread = true;
     setReading(Reading::Done);
     if (m_changed) startTimer();
     emit replaced();
@@ -141,7 +142,7 @@ void Settings::flush()
 {
     m_timer.stop();
     if (!m_changed || m_reading == Reading::Retrying) return;
-    makeRoom();
+    keepReplacedFile();
     const bool written = writeFile();
     if (written) m_stamp = stampOfFile();
     m_sinceFlush.start();
@@ -149,18 +150,18 @@ void Settings::flush()
     noteResult(written);
 }
 
-/// Sees to it that no content is lost that only the file holds.
-void Settings::makeRoom()
+/// Keeps a copy of the file if the file has content that the store does not have.
+void Settings::keepReplacedFile()
 {
     const Stamp found = stampOfFile();
-    if (m_aside) {
-        m_aside = false;
+    if (m_unread) {
+        m_unread = false;
         m_stamp = found;
         keepCopy(m_disk, m_fileName, KeptAs::Unreadable);
         return;
     }
     if (found.size <= 0 || found == m_stamp) return;
-    qCWarning(log) << "somebody else has changed the settings file, which is replaced:"
+    qCWarning(log) << "another program has changed the settings file; it will be replaced:"
                    << m_fileName;
     keepCopy(m_disk, m_fileName, KeptAs::Foreign);
     m_stamp = found;
@@ -182,7 +183,7 @@ void Settings::noteResult(bool written)
     if (m_failing)
         qCWarning(log) << "the settings file cannot be written:" << m_fileName;
     else
-        qCInfo(log) << "the settings file is written again:" << m_fileName;
+        qCInfo(log) << "the settings file can be written again:" << m_fileName;
     emit troubleChanged();
 }
 

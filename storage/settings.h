@@ -7,41 +7,42 @@
 #include <QElapsedTimer>
 #include <QTimer>
 
-/// A settings file: the state of the panel, one INI file per user. GUI thread only; it may be made
-/// before the application object.
+/// A settings file: the state of the panel in one INI file per user. GUI thread only. The object
+/// may be constructed before the application object.
 ///
-/// The file is read once; from then on the state of the session is what the store holds, whatever
-/// happens to the file meanwhile. Writing is write-through: a change is on disk as soon as the
-/// event loop is reached, or 50 ms after the previous write where that is later, so that a drag
-/// costs twenty writes a second. The file is replaced whole, never written in place. A write that
-/// fails leaves the old file as it was, and is tried again every 2 s.
+/// The file is read once. From then on the store holds the state, even if another program changes
+/// the file. A change is written when the event loop is reached, or 50 ms after the previous write
+/// if that is later. So a drag causes at most twenty writes a second. The file is always replaced
+/// as a whole, never changed in place. A write that fails leaves the old file unchanged and is
+/// retried every 2 s.
 ///
-/// Of a damaged file everything readable is used, and a copy is kept beside it. While a file that
-/// exists cannot be read, or nothing in it can, reading is tried again for 5 s. Nothing is written
-/// in this time: what is set is added to the file's values when it can be read. Afterwards the
-/// defaults hold, and the file is moved aside before the first write.
+/// Every readable value of a damaged file is used, and a copy of the file is kept beside it. If a
+/// file exists but is unreadable, reading is retried for 5 s. Nothing is written during this time,
+/// and values that are set meanwhile override those of the file. If the file is still unreadable
+/// after 5 s, the defaults apply, and a copy of the file is kept before the first write.
 class Settings : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What a file is to hold. One without any of its groups counts as unreadable.
+    /// The groups that a file must contain. A file without any of them counts as unreadable.
     enum class Content {
         Panel,
         SceneNames,
     };
 
-    /// Opens the file of this organisation and application in the user's settings folder.
+    /// Reads the file of this organisation and application in the user's settings folder.
     Settings(
         const char *organisation, const char *application,
         storage::Disk &disk = storage::realDisk(), Content content = Content::Panel);
+    /// Writes what has changed.
     ~Settings() override;
 
-    /// The state, which is changed by transactions.
+    /// The state. Only transactions change it.
     storage::Store &store() { return m_store; }
     const storage::Values &values() const { return m_store.values(); }
 
-    /// Changes one setting that undo does not know.
+    /// Changes one setting in a transaction that cannot be undone.
     template <typename TypedKey, typename Value>
     void write(const storage::Setting<TypedKey> &setting, const Value &value)
     {
@@ -49,47 +50,50 @@ public:
         transaction.write(setting, value);
         transaction.commit();
     }
+    /// Returns the value of one setting, or its default if it is missing.
     template <typename TypedKey>
     auto read(const storage::Setting<TypedKey> &setting) const
     {
         return values().read(setting);
     }
 
-    /// Writes what has changed to disk now. A failure is logged once.
+    /// Writes what has changed now instead of later. Only the first of several failures is logged.
     void flush();
 
+    /// Returns the absolute path of the file.
     QString fileName() const { return m_fileName; }
 
-    /// @name Trouble with the file
+    /// @name Errors of the file
     ///@{
 
+    /// The result of reading the file.
     enum class Reading {
         Done,
-        Retrying, ///< a file that exists cannot be read; it is tried again
-        Failed,   ///< it could not be read for 5 s; the defaults hold
+        Retrying, ///< the file exists but is unreadable; reading is retried
+        Failed,   ///< the file was unreadable for 5 s; the defaults apply
     };
     Reading reading() const { return m_reading; }
-    /// Ends Retrying or Failed: the values are good as they are now.
+    /// Declares the current values valid. Ends Retrying or Failed.
     void acceptValues();
 
-    /// Whether the last write failed.
+    /// Returns whether the last write failed.
     bool isWriteFailing() const { return m_failing; }
     ///@}
 
-    /// The bytes of the file as it is, or is to be after the next flush.
+    /// Returns the bytes of the file as they are on disk after the next flush.
     QByteArray content();
 
-    /// Says that a file with these bytes holds the values that the store holds now. If it does, it
-    /// is written as it stands.
+    /// Makes the next flush write the bytes of `file` unchanged. Has no effect unless the entries
+    /// of `file` are those of the store.
     void adoptContent(const storage::FileContent &file);
 
 signals:
-    /// The file could be read at last, or the values were accepted: they have not changed by a
-    /// transaction.
+    /// The file was read after a retry, or acceptValues() was called. The values may all have
+    /// changed, without a transaction.
     void replaced();
     /// reading() or isWriteFailing() has changed.
     void troubleChanged();
-    /// Somebody else had changed the file, which is now replaced; a copy is kept beside it.
+    /// Another program had changed the file. The file is being replaced, and a copy is kept.
     void foreignChangeReplaced();
 
 private:
@@ -107,7 +111,7 @@ private:
     Stamp stampOfFile() const;
     bool isUsable(const storage::Values &values) const;
     void noteChanges(const storage::ChangeSet &changes);
-    void makeRoom();
+    void keepReplacedFile();
     bool writeFile();
     void noteResult(bool written);
     void startTimer();
@@ -116,14 +120,14 @@ private:
     const QString m_fileName;
     const Content m_holds;
     storage::Store m_store;
-    QByteArray m_content; ///< of the file as it is, or is to be; null if the values have changed
-    Stamp m_stamp;        ///< of the file as it was read or written last
+    QByteArray m_content; ///< of the file after the next flush; null if it has to be generated
+    Stamp m_stamp;        ///< of the file when it was last read or written
     QTimer m_timer;
     QTimer m_readTimer;
     QElapsedTimer m_sinceOpen;
     QElapsedTimer m_sinceFlush;
     Reading m_reading = Reading::Done;
-    bool m_aside = false;   ///< the file could not be read and is to be moved aside
-    bool m_changed = false; ///< something is not on disk yet
+    bool m_unread = false;  ///< the file is unreadable and must be copied before the first write
+    bool m_changed = false; ///< a change is not on disk yet
     bool m_failing = false;
 };

@@ -17,7 +17,7 @@ struct Change
     QByteArray after;
 };
 
-/// A value of somebody else's that has changed.
+/// A foreign value that has changed: one whose name the panel does not know.
 struct ForeignChange
 {
     QByteArray entry;
@@ -25,22 +25,22 @@ struct ForeignChange
     QByteArray after;
 };
 
-/// What one transaction has changed: each value once, and none that is as it was.
+/// The changes of one transaction. Each value occurs once, and only if it has really changed.
 struct ChangeSet
 {
-    QString title; ///< in words, for undo: "Channel 3 fader"; "" for what cannot be undone
-    QByteArray
-        mergeKey; ///< equal for those that undo takes together, "" for those that stand alone
+    QString title; ///< for the undo menu: "Channel 3 fader"; "" if the changes cannot be undone
+    /// Undo joins successive change sets with the same key. "" stands for a separate step.
+    QByteArray mergeKey;
     std::vector<Change> changes;
     std::vector<ForeignChange> foreign;
 
     bool isEmpty() const { return changes.empty() && foreign.empty(); }
-    bool contains(Group group, Key key) const;
+    bool contains(Group group, Key key) const; ///< foreign values excepted
 };
 
 class Transaction;
 
-/// The state of the panel, and the only way to change it: a transaction. GUI thread only.
+/// The state of the panel. Only a transaction changes it. GUI thread only.
 class Store : public QObject
 {
     Q_OBJECT
@@ -48,12 +48,11 @@ class Store : public QObject
 public:
     const Values &values() const { return m_values; }
 
-    /// Replaces everything without telling anybody: for the first reading of a file.
+    /// Replaces all values without a signal. Used when a file is read for the first time.
     void load(const Values &values) { m_values = values; }
 
 signals:
-    /// A transaction has ended and has changed something. Delivered to views, sender, history and
-    /// file in the order of their connections.
+    /// A transaction has ended and has changed at least one value.
     void committed(const storage::ChangeSet &changes);
 
 private:
@@ -63,18 +62,21 @@ private:
     bool m_inTransaction = false;
 };
 
-/// Collects writes, and ends with one change set. What was written is read at once. A transaction
-/// that is not committed leaves everything as it was. One at a time.
+/// Collects writes and ends with one change set. The store shows each write at once. Destroying a
+/// transaction that was not committed restores the values from before. Only one transaction can
+/// exist at a time.
 class Transaction
 {
 public:
+    /// @param title    see ChangeSet::title
+    /// @param mergeKey see ChangeSet::mergeKey
     explicit Transaction(
         Store &store, const QString &title = QString(), const QByteArray &mergeKey = {});
     ~Transaction();
     Transaction(const Transaction &) = delete;
     Transaction &operator=(const Transaction &) = delete;
 
-    /// With what this transaction has written.
+    /// The values of the store, including the writes of this transaction.
     const Values &values() const { return m_store.m_values; }
 
     void write(Group group, IntegerKey key, int value) { set(group, key.key, encode(value)); }
@@ -89,14 +91,15 @@ public:
     {
         write(setting.group, setting.key, value);
     }
-    /// Takes a value over as it stands, null for a missing one.
+    /// Writes a raw value. A null value removes the key.
     void set(Group group, Key key, const QByteArray &value);
+    /// Writes a raw foreign value. A null value removes the entry.
     void setForeign(const QByteArray &entry, const QByteArray &value);
 
     void setTitle(const QString &title) { m_changes.title = title; }
 
-    /// Ends the transaction and tells those who listen, unless nothing has changed.
-    /// @return whether something has changed
+    /// Ends the transaction and makes the store emit committed() if a value has changed.
+    /// @return whether a value has changed
     bool commit();
 
 private:
@@ -104,7 +107,8 @@ private:
 
     Store &m_store;
     ChangeSet m_changes;
-    std::vector<int> m_places; ///< of a known value in the changes, from 1; 0 without one
+    /// For each known value its index in the changes plus 1, or 0 if it was not written.
+    std::vector<int> m_places;
     bool m_ended = false;
 };
 

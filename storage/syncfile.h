@@ -2,15 +2,15 @@
 
 class QString;
 
-/// Waiting for the disk, which each platform does in its own way. Any thread.
+/// Waiting for the disk. Each platform has its own implementation. Any thread.
 namespace storage {
 
-/// Waits until what was written to an open file is on the medium. False if it cannot get there.
-/// @param descriptor of the C library
+/// Waits until the bytes written to an open file are on the medium. Returns false if that fails.
+/// @param descriptor a file descriptor of the C library
 bool syncFile(int descriptor);
 
-/// Waits until a new name in the folder of a file is on the medium, where the system needs to be
-/// asked for it.
+/// Waits until the names in the folder of a file are on the medium. Does nothing on a system that
+/// does not need this. Failures are ignored.
 void syncFolderOf(const QString &path);
 
 } // namespace storage

@@ -16,6 +16,6 @@ void storage::syncFolderOf(const QString &path)
     const QByteArray folder = QFile::encodeName(QFileInfo(path).path());
     const int descriptor = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) return;
-    fsync(descriptor); // not every file system can do this, and none of them needs it to fail
+    fsync(descriptor); // some file systems do not support this for folders
     close(descriptor);
 }

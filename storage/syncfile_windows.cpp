@@ -9,5 +9,5 @@ bool storage::syncFile(int descriptor)
 
 void storage::syncFolderOf(const QString &)
 {
-    // The file system's own log keeps names.
+    // The journal of the file system protects names.
 }

@@ -39,7 +39,7 @@ bool Values::hasGroup(Group first, Group last) const
     for (int group = int(first); group <= int(last); ++group)
         for (int key = 0; key < keyCount; ++key)
             if (!isOfTheSession(Key(key)) && !raw(Group(group), Key(key)).isNull()) return true;
-    // A key of somebody else's in one of the panel's groups counts as well.
+    // A foreign key in one of the panel's groups counts as well.
     return std::any_of(m_foreign.keyBegin(), m_foreign.keyEnd(), [&](const QByteArray &entry) {
         const auto group = groupNamed(entry.left(entry.indexOf('/')));
         return group && *group >= first && *group <= last;
@@ -58,13 +58,13 @@ int Values::read(Group group, IntegerKey key) const
 {
     const QByteArray &value = raw(group, key.key);
     bool isNumber = false;
-    int number = value.toInt(&isNumber); // as it is written, nearly always
+    int number = value.toInt(&isNumber); // fast path: nearly every value needs no decoding
     if (!isNumber && !value.isEmpty())
         number = decodeText(value).value_or(QString()).toInt(&isNumber);
     return isNumber ? number : missingInteger;
 }
 
-/// As Qt's settings read a switch: a text is on, unless it says otherwise.
+// contract: Qt's settings read a switch in this way: any text but "", "0" and "false" is on.
 bool Values::read(Group group, SwitchKey key) const
 {
     const QByteArray &value = raw(group, key.key);

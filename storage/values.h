@@ -9,36 +9,41 @@
 
 namespace storage {
 
-/// The values of a settings file: a plain value that can be copied and compared. Each stands as in
-/// the file, quoted and escaped, so that one that nobody changes is written back as it was read. A
-/// null value is a missing one. Any thread, one at a time.
+/// The values of a settings file. The object is a plain value: it can be copied and compared. Each
+/// value is stored raw, that is quoted and escaped as in the file. A null value is a missing one.
+/// Any thread may use an object, but only one at a time.
 class Values
 {
 public:
     Values() = default;
-    /// The values of a file. Entries with a name that the panel does not know are foreign.
+    /// Takes the values of a file. Entries with a name that the panel does not know become foreign.
     explicit Values(const Entries &entries);
 
-    /// The file's entries; those of the session are none.
+    /// Returns the entries of a file with these values. Session-only values are left out.
     Entries entries() const;
 
-    bool isEmpty() const; ///< whether there would be no entry in a file
-    /// Whether there is a value in any of these groups, from the first to the last.
+    /// Returns whether a file with these values would have no entry.
+    bool isEmpty() const;
+    /// Returns whether any group from the first to the last has a value.
     bool hasGroup(Group first = trackGroup(1), Group last = lineOutGroup) const;
 
+    /// Returns a raw value, null if it is missing.
     const QByteArray &raw(Group group, Key key) const { return m_known[place(group, key)]; }
+    /// Stores a raw value. A null value removes it.
     void setRaw(Group group, Key key, const QByteArray &value)
     {
         m_known[place(group, key)] = value;
     }
 
-    /// What others have written into the file.
+    /// The entries with names that the panel does not know.
     const Entries &foreign() const { return m_foreign; }
+    /// Stores a raw foreign value. A null value removes it.
     void setForeign(const QByteArray &entry, const QByteArray &value);
 
     /// @name Typed values
-    /// A missing value, or one that is not of its type, reads as its default: 157, the switch's
-    /// own, or "".
+    /// A value that is missing or unreadable becomes the default: 157 for an integer, the default
+    /// of the key for a switch, "" for a text. An integer that is not a number also becomes 157. A
+    /// switch with any text but "", "0" and "false" is on.
     ///@{
     int read(Group group, IntegerKey key) const;
     bool read(Group group, SwitchKey key) const;
@@ -65,7 +70,7 @@ private:
     Entries m_foreign;
 };
 
-/// Values as they stand in a file.
+/// Return the raw value of an integer, a switch or a text. The result is never null.
 QByteArray encode(int value);
 QByteArray encode(bool value);
 QByteArray encode(const QString &value);

@@ -14,20 +14,20 @@ namespace {
 Q_LOGGING_CATEGORY(log, "tamber.storage")
 
 constexpr int leftoverAge = 60; // seconds
-constexpr int mostCopies = 5;
-constexpr int mostLinks = 8; // that are followed one after the other
+constexpr int maxCopies = 5;
+constexpr int maxLinks = 8; // longest chain of symbolic links that is followed
 
-/// Where a path leads. The end of a chain of links need not exist.
+/// Returns the path at the end of a chain of symbolic links. That file need not exist.
 QString followLinks(const QString &path)
 {
     QString target = path;
-    for (int i = 0; i < mostLinks && QFileInfo(target).isSymLink(); ++i)
+    for (int i = 0; i < maxLinks && QFileInfo(target).isSymLink(); ++i)
         target = QFileInfo(target).symLinkTarget();
     return target;
 }
 
-/// A name beside a file under which a new one is made. It is this process's own.
-QString freshName(const QString &path)
+/// Returns the name of a temporary file beside a file. No other process uses the name.
+QString temporaryName(const QString &path)
 {
     return path + QStringLiteral(".%1.new").arg(QCoreApplication::applicationPid());
 }
@@ -54,14 +54,14 @@ QString nameOf(KeptAs reason)
     return QStringLiteral("foreign");
 }
 
-/// Removes the oldest copies. Those that older versions of the panel have named with the time count
-/// as well.
+/// Removes the oldest copies. Counts also the copies of older versions of the panel, whose names
+/// contain the time.
 void removeOldCopies(Disk &disk, const QFileInfo &original, const QString &newest)
 {
     QFileInfoList copies = original.dir().entryInfoList(
         {original.fileName() + QStringLiteral(".kept-*")}, QDir::Files, QDir::Time);
     copies.removeOne(QFileInfo(newest));
-    for (int i = mostCopies - 1; i < copies.size(); ++i)
+    for (int i = maxCopies - 1; i < copies.size(); ++i)
         disk.remove(copies[i].filePath());
 }
 
@@ -82,8 +82,8 @@ bool copyFile(Disk &disk, const QString &from, const QString &to)
 
 QString pathOf(const char *organisation, const char *application)
 {
-    // Qt opens the file that it is asked for. So it is asked for one that does not exist, and the
-    // name is put into its folder.
+    // Only QSettings knows the folder, but it would open the file. So it gets a name that does not
+    // exist, and only the folder is used.
     const QSettings beside(
         QSettings::IniFormat, QSettings::UserScope, QLatin1String(organisation),
         QStringLiteral("none.%1").arg(QCoreApplication::applicationPid()));
@@ -118,27 +118,27 @@ bool replaceFile(Disk &disk, const QString &path, const QByteArray &content)
 {
     const QString target = followLinks(path);
     QDir().mkpath(QFileInfo(target).path());
-    const QString fresh = freshName(target);
-    if (writeWhole(disk, fresh, content)) {
-        if (disk.size(target) >= 0) disk.copyPermissions(target, fresh);
-        if (disk.rename(fresh, target)) return true;
+    const QString temporary = temporaryName(target);
+    if (writeWhole(disk, temporary, content)) {
+        if (disk.size(target) >= 0) disk.copyPermissions(target, temporary);
+        if (disk.rename(temporary, target)) return true;
     }
-    disk.remove(fresh);
+    disk.remove(temporary);
     return false;
 }
 
 void removeLeftovers(Disk &disk, const QString &path)
 {
     const QFileInfo file(followLinks(path));
-    const QString own = QFileInfo(freshName(file.filePath())).fileName();
-    const QRegularExpression made(QRegularExpression::anchoredPattern(
+    const QString own = QFileInfo(temporaryName(file.filePath())).fileName();
+    const QRegularExpression ours(QRegularExpression::anchoredPattern(
         QRegularExpression::escape(file.fileName()) + QStringLiteral("\\.\\d+\\.new")));
     const QFileInfoList left =
         file.dir().entryInfoList({file.fileName() + QStringLiteral(".*.new")}, QDir::Files);
     for (const QFileInfo &leftover : left) {
-        if (!made.match(leftover.fileName()).hasMatch()) continue;
-        // Another process may be writing a younger one just now. One with the id of this process
-        // is of a former one that had the same id.
+        if (!ours.match(leftover.fileName()).hasMatch()) continue;
+        // Another process may be writing a recent file right now. A file with the id of this
+        // process is from an earlier process with the same id.
         const qint64 age = leftover.lastModified().secsTo(QDateTime::currentDateTime());
         if (age > leftoverAge || leftover.fileName() == own) disk.remove(leftover.filePath());
     }
@@ -148,17 +148,17 @@ bool keepCopy(Disk &disk, const QString &path, KeptAs reason)
 {
     const QString original = followLinks(path);
     const QString copy = original + QStringLiteral(".kept-") + nameOf(reason);
-    const QString fresh = freshName(original);
-    bool kept = copyFile(disk, original, fresh) && disk.rename(fresh, copy);
+    const QString temporary = temporaryName(original);
+    bool kept = copyFile(disk, original, temporary) && disk.rename(temporary, copy);
     if (!kept) {
-        // A file that cannot be read, or for which there is no room, can still have a second name.
-        disk.remove(fresh);
-        kept = disk.link(original, fresh) && disk.rename(fresh, copy);
+        // Without read permission or disk space, a second name for the file still works.
+        disk.remove(temporary);
+        kept = disk.link(original, temporary) && disk.rename(temporary, copy);
     }
     if (kept)
-        qCWarning(log) << "a copy of it is kept as" << copy;
+        qCWarning(log) << "a copy of the settings file is kept as" << copy;
     else
-        qCWarning(log) << "no copy of it could be kept as" << copy;
+        qCWarning(log) << "no copy of the settings file could be kept as" << copy;
     removeOldCopies(disk, QFileInfo(original), copy);
     return kept;
 }

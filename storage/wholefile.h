@@ -3,51 +3,52 @@
 #include "storage/disk.h"
 #include "storage/initext.h"
 
-/// Files that are only ever replaced whole: the new content lies complete and on the medium beside
-/// the file before it takes its place. Whenever the process is killed or the disk fails, the file
-/// is the old one or the new one.
+/// Files that are only ever replaced as a whole. The new content is written to a second file and is
+/// complete on the medium before that file replaces the old one. So a crash or a disk failure
+/// leaves either the old file or the new one. GUI thread only.
 namespace storage {
 
-/// The INI file of this organisation and application in the user's settings folder. A "/" at the
-/// beginning of the application makes no difference.
+/// Returns the path of the INI file of this organisation and application in the user's settings
+/// folder. Ignores a leading "/" of the application.
 QString pathOf(const char *organisation, const char *application);
 
-/// What could be read of a file.
+/// How much of a file was readable.
 enum class FileHealth {
     Good,
-    Missing,    ///< there is no file
-    Damaged,    ///< a part of it cannot be read
-    Unreadable, ///< it cannot be opened, or nothing in it can be read
+    Missing,    ///< the file does not exist
+    Damaged,    ///< a part of the file is unreadable
+    Unreadable, ///< the file cannot be opened, or nothing in it is readable
 };
 
 struct FileContent
 {
     FileHealth health = FileHealth::Missing;
-    Entries entries;
-    QByteArray bytes; ///< of a good file
+    Entries entries;  ///< the readable ones
+    QByteArray bytes; ///< the whole file if it is good, otherwise null
 };
 
+/// Reads a settings file. Never fails; FileContent::health tells how much was readable.
 FileContent readFile(Disk &disk, const QString &path);
 
-/// Replaces a file, or makes it. A symbolic link is followed and stays, and so do the permissions.
-/// False if any step fails: writing, flushing, syncing, closing, the length on the disk, or the
-/// renaming. The old file is then untouched.
+/// Replaces or creates a file. Follows a symbolic link and keeps the link and the permissions.
+/// Returns false if any step fails: writing, flushing, syncing, closing, the length on the disk, or
+/// renaming. The old file is then unchanged.
 bool replaceFile(Disk &disk, const QString &path, const QByteArray &content);
 
-/// Removes what a process that was killed in replaceFile() has left beside a file. Only names that
-/// replaceFile() makes are touched.
+/// Removes temporary files that replaceFile() left beside a file when its process was killed.
+/// Removes no other files.
 void removeLeftovers(Disk &disk, const QString &path);
 
-/// Why a file is kept beside the one that takes its place.
+/// Why a copy of a file is kept.
 enum class KeptAs {
-    Damaged,    ///< a part of it could not be read
-    Unreadable, ///< nothing of it could be read
-    Foreign,    ///< somebody else has written it
+    Damaged,    ///< a part of the file was unreadable
+    Unreadable, ///< the whole file was unreadable
+    Foreign,    ///< another program has written the file
 };
 
-/// Keeps a copy of a file beside it, named after the reason: "NAME.kept-damaged". A copy for the
-/// same reason is replaced, and at most five copies are kept in all. False if no copy could be
-/// made, which is logged.
+/// Keeps a copy of a file beside it, named after the reason: "NAME.kept-damaged". Replaces an older
+/// copy with the same reason, and removes the oldest copies if there are more than five. Returns
+/// false if no copy could be made. The result is logged.
 bool keepCopy(Disk &disk, const QString &path, KeptAs reason);
 
 } // namespace storage

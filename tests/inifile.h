@@ -5,8 +5,8 @@
 #include <QFile>
 #include <QMap>
 
-/// A settings file as it lies on disk, read without the store and its caches: "Group/key" and the
-/// value as it is written there, without quotes.
+/// The content of a settings file on disk, read without the code of the panel: "Group/key" and the
+/// value without quotes.
 using IniContent = QMap<QString, QString>;
 
 inline QByteArray bytesOf(const QString &fileName)
@@ -31,7 +31,7 @@ inline IniContent readIni(const QString &fileName)
     return content;
 }
 
-/// "Group/key=value" of each entry, in their order: for comparisons that show what differs.
+/// "Group/key=value" of each entry, so that a failed comparison shows the difference.
 inline QStringList entriesOf(const IniContent &content)
 {
     QStringList entries;

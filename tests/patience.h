@@ -1,6 +1,6 @@
 #pragma once
 
-/// How much slower this build is than an ordinary one, at most: the sanitizers take their time.
+/// The factor for time limits: builds with sanitizers are slower.
 #if defined(__SANITIZE_THREAD__)
 constexpr int slowness = 15;
 #elif defined(__SANITIZE_ADDRESS__)

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// A short way to write texts, in UTF-8.
+/// A string literal in UTF-8.
 inline QString operator""_s(const char *text, std::size_t length)
 {
     return QString::fromUtf8(text, static_cast<int>(length));

@@ -5,14 +5,14 @@
 #include <QList>
 #include <QString>
 
-/// What a trace file says, line by line.
+/// A line of a trace file.
 struct TraceLine
 {
     QByteArray what; ///< "out", "in", "rate" or "find"
     bool failed;
     QByteArray bytes; ///< in hexadecimal, separated by blanks
 
-    /// The value of the first item with a tag and one byte, -1 without one.
+    /// The value of the first one-byte item with this tag, -1 if there is none.
     int item(const char *tag) const
     {
         const int at = (' ' + bytes).indexOf(' ' + QByteArray(tag) + " 02 ");
@@ -27,7 +27,7 @@ struct TraceLine
     }
 };
 
-/// The whole lines of a trace file, which may still be written.
+/// The complete lines of a trace file, which another process may be writing.
 inline QList<TraceLine> readTrace(const QString &fileName)
 {
     QList<TraceLine> lines;
@@ -40,21 +40,11 @@ inline QList<TraceLine> readTrace(const QString &fileName)
     return lines;
 }
 
-/// Those that set a fader, pan, mute, solo or phase.
+/// The lines that set a fader, pan, mute, solo or phase.
 inline QList<TraceLine> parametersSent(const QString &fileName)
 {
     QList<TraceLine> sent;
     for (const TraceLine &line : readTrace(fileName))
         if (line.setsParameter()) sent += line;
-    return sent;
-}
-
-/// The messages that set an EQ band or a compressor.
-inline QList<QByteArray> sectionsSent(const QString &fileName)
-{
-    QList<QByteArray> sent;
-    for (const TraceLine &line : readTrace(fileName))
-        if (line.what == "out" && (line.item("51") >= 0 || line.item("91") >= 0))
-            sent += line.bytes;
     return sent;
 }

@@ -12,8 +12,8 @@
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
-/// The X display as a user's hands and eyes have it: a pointer that any program takes for the real
-/// one, and the top-level windows of all programs. For displays without a window manager.
+/// The X display: sends real pointer and keyboard input, and finds the top-level windows of all
+/// programs. For displays without a window manager.
 class XDisplay
 {
 public:
@@ -35,10 +35,10 @@ public:
         release();
     }
 
-    /// A key of the standard keyboard, as evdev numbers it plus 8.
+    /// Key codes of a standard keyboard: the evdev code plus 8.
     enum Key : std::uint8_t { Return = 36, Control = 37, Shift = 50, F1 = 67, Left = 113 };
 
-    /// Presses the keys one after the other, and releases them.
+    /// Presses the keys one after the other, then releases all of them.
     void type(const QVector<Key> &chord)
     {
         for (const Key key : chord)
@@ -91,7 +91,7 @@ public:
         return reply ? QSize(reply->width, reply->height) : QSize();
     }
 
-    /// Whether a is nearer to the eye than b.
+    /// Whether window `a` is above window `b`.
     bool isAbove(xcb_window_t a, xcb_window_t b) { return stack().indexOf(a) > stack().indexOf(b); }
 
     void raise(xcb_window_t window)
@@ -101,7 +101,7 @@ public:
         sync();
     }
 
-    /// What a window manager sends when the user closes a window.
+    /// Sends the message of a window manager when the user closes a window.
     void close(xcb_window_t window)
     {
         xcb_client_message_event_t event = {};
@@ -122,7 +122,7 @@ private:
         return {reply(m_connection, cookie, nullptr), &std::free};
     }
 
-    /// Returns when the server has done all that was asked.
+    /// Returns when the server has processed all requests.
     void sync() { wait(xcb_get_input_focus_reply, xcb_get_input_focus(m_connection)); }
 
     void fake(std::uint8_t type, std::uint8_t detail, const QPoint &at = {})

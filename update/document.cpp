@@ -22,7 +22,8 @@ update::Release release(const QJsonObject &object, const QString &versions, cons
         object.value(urls + QStringLiteral("_url_en")).toString()};
 }
 
-/// Cut here, so that what is shown, ticked and compared is the same.
+/// Returns the news, cut to the maximum length. Cutting them here means that the same text is
+/// shown, stored and compared.
 QString news(const QJsonObject &object)
 {
     const QString all = object.value(QStringLiteral("messages")).toString();

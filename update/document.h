@@ -6,16 +6,17 @@
 
 #include <optional>
 
-/// What the maker's service says of updates. Nothing in it is trusted. Pure; any thread.
+/// The update information document of the maker's server. Its content is not trusted. Pure
+/// functions and values; any thread.
 namespace update {
 
-/// A program or firmware that is published.
+/// A published version of the panel or of the firmware.
 struct Release
 {
-    int major = 0; ///< 0 and 0 when the document does not say
-    int minor = 0;
-    QString japanese; ///< address of its download, as the document has it
-    QString international;
+    int major = 0;         ///< 0 if the document does not name it
+    int minor = 0;         ///< 0 if the document does not name it
+    QString japanese;      ///< download address for a Japanese system, as in the document
+    QString international; ///< download address for all other systems, as in the document
 
     QString address(bool inJapanese) const { return inJapanese ? japanese : international; }
 };
@@ -24,17 +25,18 @@ struct Document
 {
     Release software;
     Release firmware;
-    QString news;
+    QString news; ///< at most 4000 characters and an ellipsis; can contain markup
 };
 
-/// None when the text is no JSON object. What is missing, or of another type than it should be,
-/// takes its default: 0 or "". News are cut at 4000 characters.
+/// Returns the content of a document, or nothing if the text is not a JSON object. A value that is
+/// missing or has the wrong type becomes 0 or "".
+// contract: the keys of the document. Its other keys, such as "Tamber_version1", are ignored.
 std::optional<Document> parse(const QByteArray &json);
 
-/// The address that a text stands for. Blanks in it are encoded, those around it are left out.
+/// Converts a text to an address. Removes the blanks around the address and encodes those in it.
 QUrl addressOf(const QString &text);
 
-/// Whether an address may be fetched: https, or http on this machine's own loopback address.
+/// Returns whether an address may be fetched: https to any host, or http to the loopback address.
 bool isAllowed(const QUrl &address);
 
 } // namespace update

@@ -59,7 +59,7 @@ void InformationBox::addNews(const QString &richText)
     area->setWidgetResizable(true);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setWidget(news);
-    news->ensurePolished(); // the style tells the size of the font
+    news->ensurePolished(); // applies the style sheet, which sets the size of the font
     area->setFixedSize(textWidth, qMin(newsHeight, news->heightForWidth(textWidth - 20) + 4));
     m_column->insertWidget(m_column->indexOf(m_buttons), area);
 }
@@ -67,7 +67,7 @@ void InformationBox::addNews(const QString &richText)
 void InformationBox::addProgress()
 {
     m_progress = new QProgressBar;
-    m_progress->setRange(0, 0); // busy, until it is known how much there is
+    m_progress->setRange(0, 0); // shown as "busy"
     m_column->insertWidget(m_column->indexOf(m_buttons), m_progress);
 }
 

@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr int longWord = 24; // characters that every line holds
+constexpr int longWord = 24; // this many characters fit into every line
 
-/// A document that loads nothing that its text names.
+/// A document that does not load the resources named in its text.
 class ClosedDocument final : public QTextDocument
 {
     QVariant loadResource(int, const QUrl &) override { return QVariant(); }
@@ -18,13 +18,13 @@ class ClosedDocument final : public QTextDocument
 
 QString withBreaks(QString text)
 {
-    static const QRegularExpression turned(
+    static const QRegularExpression direction(
         QStringLiteral("[\\x{200E}\\x{200F}\\x{202A}-\\x{202E}\\x{2066}-\\x{2069}]"));
     static const QRegularExpression word(QStringLiteral("(\\S{%1})").arg(longWord));
-    return text.remove(turned).replace(word, QStringLiteral("\\1") + QChar(0x200B));
+    return text.remove(direction).replace(word, QStringLiteral("\\1") + QChar(0x200B));
 }
 
-/// A piece of text of one format, written anew.
+/// Returns a piece of text as rich text that is generated from its format.
 QString written(const QTextFragment &fragment)
 {
     const QTextCharFormat format = fragment.charFormat();
@@ -62,7 +62,7 @@ QString content(const QTextBlock &block)
     return text;
 }
 
-/// Writes the blocks of a document one after the other, items of one list together.
+/// Generates rich text from the blocks of a document. Joins the items of a list.
 class Writer
 {
 public:
@@ -118,7 +118,7 @@ QString update::presentable(const QString &news)
         QRegularExpression::CaseInsensitiveOption);
     ClosedDocument document;
     QString text = news;
-    // Lines stay lines where no markup makes any.
+    // News without block markup are plain lines; the line breaks must stay.
     if (!text.contains(block)) text.replace(QLatin1Char('\n'), QLatin1String("<br>"));
     document.setHtml(text);
     if (document.toPlainText().trimmed().isEmpty()) return QString();

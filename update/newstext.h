@@ -4,11 +4,10 @@
 
 namespace update {
 
-/// News of the maker as they may be shown: rich text that can neither load nor run anything.
-/// Text formatting, lists, headings and links to https addresses stay; of everything else the text
-/// stays without its markup. Characters that turn the direction of text go. Words that are too long
-/// for a line get places to be broken at (U+200B). Empty if nothing is left to be read.
-/// GUI thread only.
+/// Returns the maker's news as rich text that cannot load or run anything. Keeps text formatting,
+/// lists, headings and https links. Replaces all other markup by its text. Removes characters that
+/// change the direction of text. Gives long words places for line breaks (U+200B). Returns an empty
+/// text if there is no visible text. GUI thread only.
 QString presentable(const QString &news);
 
 } // namespace update

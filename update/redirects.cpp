@@ -31,7 +31,7 @@ void update::followAllowedRedirects(QNetworkReply *reply)
             emit reply->redirectAllowed();
             return;
         }
-        qCWarning(log) << "a request must not be led to" << to.toString();
+        qCWarning(log) << "redirect to an address that is not allowed:" << to.toString();
         refuse(reply);
     });
 }

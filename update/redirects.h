@@ -3,24 +3,25 @@
 class QNetworkReply;
 class QNetworkRequest;
 
-/// What every request of the update checker keeps to.
+/// Rules for every request of the update checker. GUI thread only.
 namespace update {
 
-/// Asks for the bytes as they are: what the server compresses would be of any size when it is
-/// unpacked.
+/// Asks the server not to compress the body, because a small compressed body could unpack to any
+/// size.
 void askForPlainBytes(QNetworkRequest &request);
-/// Whether the body of a reply is not compressed.
+/// Returns whether the body of a reply is not compressed.
 bool isPlain(const QNetworkReply *reply);
 
-/// How often a request may be led elsewhere.
+/// The largest number of redirects that a request follows.
 constexpr int maximumRedirects = 5;
 
-/// Ends a reply whatever it was about to bring, as an error that wasRefused() tells from a cancel.
+/// Aborts a reply and marks it as refused, to distinguish it from one that the user cancelled.
 void refuse(QNetworkReply *reply);
+/// Returns whether refuse() was called for a reply.
 bool wasRefused(const QNetworkReply *reply);
 
-/// Lets a reply of the user-verified policy be led on to allowed addresses only, and refuses it
-/// where it would lead elsewhere.
+/// Follows redirects to allowed addresses and refuses the reply at any other redirect. The request
+/// must have UserVerifiedRedirectPolicy.
 void followAllowedRedirects(QNetworkReply *reply);
 
 } // namespace update

@@ -16,9 +16,9 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "tamber.update")
 
-constexpr qint64 largestDocument = 1024 * 1024; // bytes
-constexpr int documentTime = 30000;             // milliseconds
-constexpr int otherBoxTime = 200;               // until it is looked again, milliseconds
+constexpr qint64 largestDocument = qint64{1024} * 1024; // bytes
+constexpr int documentTime = 30000;                     // milliseconds
+constexpr int stepInterval = 200;                       // between retries of a step, milliseconds
 
 } // namespace
 
@@ -28,9 +28,9 @@ UpdateInformation::UpdateInformation(Settings &settings, const Source &source, Q
 {
     m_deadline.setSingleShot(true);
     m_deadline.setInterval(documentTime);
-    m_patience.setSingleShot(true);
-    m_patience.setInterval(otherBoxTime);
-    connect(&m_patience, &QTimer::timeout, this, &UpdateInformation::goOn);
+    m_stepTimer.setSingleShot(true);
+    m_stepTimer.setInterval(stepInterval);
+    connect(&m_stepTimer, &QTimer::timeout, this, &UpdateInformation::runSteps);
     connect(
         this, &UpdateInformation::finishedInformation, this, &UpdateInformation::saveInformation);
     connect(this, &UpdateInformation::readiedDownloadFile, this, &UpdateInformation::downloadFile);
@@ -61,7 +61,7 @@ void UpdateInformation::stop()
 {
     m_stopped = true;
     m_steps.clear();
-    m_patience.stop();
+    m_stepTimer.stop();
     if (m_reply) m_reply->abort();
     m_software.cancelDownload();
     delete m_box;
@@ -78,7 +78,7 @@ void UpdateInformation::check(bool onDemand)
     if (update::isAllowed(address)) {
         fetch(address);
     } else {
-        qCInfo(log) << "no address for update information:" << stored;
+        qCInfo(log) << "no allowed address for update information:" << stored;
         sayUnreachable();
     }
 }
@@ -97,7 +97,8 @@ void UpdateInformation::fetch(const QUrl &address)
     connect(reply, &QNetworkReply::finished, this, [this, reply] { replyFinishedInfo(reply); });
 }
 
-/// Ends a reply that grows too large, takes too long or leads where it must not.
+/// Aborts a reply that is too large, takes too long or is redirected to an address that is not
+/// allowed.
 void UpdateInformation::guard(QNetworkReply *reply)
 {
     update::followAllowedRedirects(reply);
@@ -137,16 +138,16 @@ void UpdateInformation::saveInformation(const QString &document)
     m_steps = {};
     m_steps << &UpdateInformation::offerSoftware << &UpdateInformation::offerFirmware
             << &UpdateInformation::offerNews << &UpdateInformation::conclude;
-    goOn();
+    runSteps();
 }
 
-/// Takes the next step when nothing is open or under way, and no other box of the window waits for
-/// an answer.
-void UpdateInformation::goOn()
+/// Runs the next steps until one opens a box or starts a download. Waits while another box of the
+/// window is open.
+void UpdateInformation::runSteps()
 {
     if (m_stopped) return;
     if (!m_steps.isEmpty() && QApplication::activeModalWidget()) {
-        m_patience.start();
+        m_stepTimer.start();
         return;
     }
     while (!m_steps.isEmpty() && !(m_box && m_box->isVisible()) && !m_software.isBusy())
@@ -200,7 +201,7 @@ void UpdateInformation::offer(
     show(box);
 }
 
-void UpdateInformation::noteTick(
+void UpdateInformation::storeTick(
     const storage::Setting<storage::TextKey> &mark, const QString &value)
 {
     if (m_box->isTicked()) m_settings.write(mark, value);
@@ -215,7 +216,7 @@ void UpdateInformation::decideClickedSoftware()
 void UpdateInformation::cancelSoftware()
 {
     const update::Release &release = m_document.software;
-    noteTick(storage::softwareMark, update::versionText(release.major, release.minor));
+    storeTick(storage::softwareMark, update::versionText(release.major, release.minor));
 }
 
 void UpdateInformation::decideClickedFirmware()
@@ -227,7 +228,7 @@ void UpdateInformation::decideClickedFirmware()
 void UpdateInformation::cancelFirmware()
 {
     const update::Release &release = m_document.firmware;
-    noteTick(storage::firmwareMark, update::versionText(release.major, release.minor));
+    storeTick(storage::firmwareMark, update::versionText(release.major, release.minor));
 }
 
 void UpdateInformation::startDownload(const update::Release &release)
@@ -250,7 +251,7 @@ void UpdateInformation::offerNews()
 
 void UpdateInformation::decideClickedInformation()
 {
-    noteTick(storage::newsMark, m_document.news);
+    storeTick(storage::newsMark, m_document.news);
 }
 
 void UpdateInformation::conclude()
@@ -272,7 +273,7 @@ void UpdateInformation::openDownloadFileInfo()
         box->addButton(tr("Cancel")), &QPushButton::clicked, this,
         &UpdateInformation::stopDownload);
     connect(&m_software, &UpdateSoftware::progressValueChanged, box, &InformationBox::setValue);
-    // An archive that has come is still being unpacked, which may be cancelled.
+    // An archive is unpacked after its download, and the user can still cancel that.
     if (m_software.kind() == UpdateSoftware::Kind::Installer)
         connect(
             &m_software, &UpdateSoftware::progressValueChanged, box,
@@ -300,6 +301,7 @@ void UpdateInformation::showMsgBoxError()
 {
     const bool japanese = m_source.language.language() == QLocale::Japanese;
     const QString site = QLatin1String(japanese ? constants::websiteJapan : constants::website);
+    // contract: the text, including its run of blanks.
     say(tr("The update file could not be downloaded.<br>Please try again after waiting a little "
            "while.<br>                You can also download it manually from the NORVEL "
            "website.<br>") +
@@ -329,8 +331,8 @@ void UpdateInformation::show(InformationBox *box)
 {
     if (m_stopped) return box->deleteLater();
     m_box = box;
-    // What a button does comes first; it may open the next box.
-    connect(box, &QDialog::finished, this, &UpdateInformation::goOn, Qt::QueuedConnection);
+    // Queued, so that the slot of the clicked button runs first. It may open the next box.
+    connect(box, &QDialog::finished, this, &UpdateInformation::runSteps, Qt::QueuedConnection);
     box->open();
-    box->activateWindow(); // the box before it may just have closed
+    box->activateWindow(); // closing the previous box may have activated another window
 }

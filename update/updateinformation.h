@@ -17,25 +17,24 @@ class InformationBox;
 class QWidget;
 class Settings;
 
-/// Looks for newer software of the panel, newer firmware and news, and offers them in boxes, one
-/// after the other; an update that the user wants is downloaded and started. GUI thread only; it
-/// never waits.
+/// Checks for newer panel software, newer firmware and news, and shows them in boxes one after the
+/// other. Downloads and starts an update that the user accepts. GUI thread only; never blocks.
 ///
-/// A box is not shown again for what the user has ticked "Do not show this message again", but
-/// again for a still newer version or other news; a check that the user asked for shows the
-/// versions all the same.
+/// If the user ticks "Do not show this message again", a box appears again only for a still newer
+/// version or for other news. A check that the user asked for ignores the tick for versions.
 class UpdateInformation : public QObject
 {
     Q_OBJECT
 
 public:
+    /// What a check needs to know.
     struct Source
     {
-        QLocale language;        ///< of the user: which addresses are used
-        QString softwareVersion; ///< of this panel, "4.00 0064"
-        /// Where the document is, unless the settings say otherwise; "" to ask nobody.
+        QLocale language;        ///< the user's language; selects the download addresses
+        QString softwareVersion; ///< version of this panel, "4.00 0064"
+        /// Address of the document. The settings can name another one. "" disables the check.
         QString address;
-        /// Of the device, "1.02 0034"; "" while there is none to compare with.
+        /// Returns the version of the device's firmware, "1.02 0034", or "" without a device.
         std::function<QString()> firmwareVersion;
     };
 
@@ -43,20 +42,24 @@ public:
     /// @param window   the parent of the boxes
     UpdateInformation(Settings &settings, const Source &source, QWidget *window);
 
-    /// The check at start: says nothing when there is nothing new or the server does not answer.
+    /// Checks at start. Shows nothing if there is nothing new or the server does not answer.
     void checkQuietly() { check(false); }
-    /// The check that the user asks for: says that, too.
+    /// Checks because the user asked for it. Also reports that there is nothing new or that the
+    /// server does not answer.
     void checkOnDemand() { check(true); }
-    /// Whether a check, a box or a download is under way.
+    /// Returns whether a check or a download is running or a box is open.
     bool isBusy() const;
-    /// Whether the user's check would do anything: it takes over a quiet one that is under way.
+    /// Returns whether checkOnDemand() would do anything. It takes over a quiet check that is still
+    /// waiting for the server.
     bool canCheck() const { return !isBusy() || (m_reply && !m_onDemand); }
 
+    /// The downloads of this checker.
     UpdateSoftware &download() { return m_software; }
 
-    /// Ends what is under way and shows no box any more: the window is being closed.
+    /// Cancels everything and shows no more boxes. Called when the window closes.
     void stop();
 
+    // contract: the names and the argument types of the signals and slots.
 signals:
     void finishedInformation(const QString &document);
     void readiedDownloadFile(const QString &address);
@@ -93,13 +96,13 @@ private:
     void offer(
         const QString &headline, const QString &current, const update::Release &release,
         Decision now, Decision notNow);
-    void noteTick(const storage::Setting<storage::TextKey> &mark, const QString &value);
+    void storeTick(const storage::Setting<storage::TextKey> &mark, const QString &value);
     void startDownload(const update::Release &release);
     void sayExecFailed();
     void sayUnreachable();
     void say(const QString &text);
     void show(InformationBox *box);
-    void goOn();
+    void runSteps();
 
     Settings &m_settings;
     const Source m_source;
@@ -107,12 +110,12 @@ private:
     QNetworkAccessManager m_network;
     UpdateSoftware m_software;
     QPointer<QNetworkReply> m_reply;
-    QTimer m_deadline; ///< of the document, however slowly it comes
-    QTimer m_patience; ///< while another box is open
+    QTimer m_deadline;  ///< limits the whole time of the request for the document
+    QTimer m_stepTimer; ///< retries the next step while another box of the window is open
     update::Document m_document;
-    QQueue<Decision> m_steps; ///< what is still to be offered
+    QQueue<Decision> m_steps; ///< the steps of the check that are left
     QPointer<InformationBox> m_box;
     bool m_stopped = false;
     bool m_onDemand = false;
-    bool m_offered = false; ///< a newer version, since the check began
+    bool m_offered = false; ///< whether this check has offered a newer version
 };

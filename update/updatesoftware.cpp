@@ -18,7 +18,8 @@ Q_LOGGING_CATEGORY(log, "tamber.update")
 constexpr int stallTime = 60000; // milliseconds
 constexpr int statusGood = 200;
 
-/// The shell unpacks; it takes the archive and the folder as its arguments.
+/// A script that lets the Windows shell unpack an archive (first argument) to a folder (second).
+// contract: the text, including the two blanks in the first line.
 constexpr char unzipScript[] = "var shellapp =  new ActiveXObject(\"shell.application\");\n"
                                "var in_zip_path = WScript.Arguments(0);\n"
                                "var out_folder_path = WScript.Arguments(1);\n"
@@ -26,25 +27,25 @@ constexpr char unzipScript[] = "var shellapp =  new ActiveXObject(\"shell.applic
                                "var out_folder = shellapp.NameSpace(out_folder_path);\n"
                                "out_folder.CopyHere(in_zip.Items(), 0);\n";
 
-/// What is read at a time, and the most that waits in memory.
-constexpr qint64 pieceSize = 1024 * 1024; // bytes
+/// The number of bytes read at a time, and the maximum that is buffered in memory.
+constexpr qint64 pieceSize = qint64{1024} * 1024;
 
-/// False, too, when the disk was full at the end.
+/// Writes a file. Returns false if any step fails, even the last one on a full disk.
 bool writeWhole(const QString &fileName, const QByteArray &content)
 {
     QFile file(fileName);
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
 }
 
-/// Whether all has come that the server has announced. Where it has announced nothing, the end of
-/// the connection is the end.
+/// Returns whether all bytes that the server announced have arrived. Without an announcement, any
+/// size but 0 counts as complete.
 bool isWhole(const QNetworkReply *reply, qint64 size)
 {
     const QVariant announced = reply->header(QNetworkRequest::ContentLengthHeader);
     return size > 0 && (!announced.isValid() || announced.toLongLong() == size);
 }
 
-/// A page that tells a person to log in, say.
+/// Returns whether the download is a web page, for example the login page of a network.
 bool isWebPage(const QNetworkReply *reply, QFile &file)
 {
     const QByteArray type = reply->rawHeader("Content-Type").trimmed().toLower();
@@ -55,7 +56,8 @@ bool isWebPage(const QNetworkReply *reply, QFile &file)
 void removeFolder(const QString &folder)
 {
     QDir::setCurrent(QDir::tempPath());
-    if (!QDir(folder).removeRecursively()) qCWarning(log) << "not all was removed:" << folder;
+    if (!QDir(folder).removeRecursively())
+        qCWarning(log) << "the folder cannot be removed:" << folder;
 }
 
 } // namespace
@@ -95,10 +97,10 @@ void UpdateSoftware::download(const QUrl &address)
 {
     if (m_reply || m_unzip) return;
     m_installer.clear();
-    m_folder.clear(); // that of the last one stays: its installer may run
+    m_folder.clear(); // the folder of the last download stays: its installer may be running
     m_kind = kindOf(address);
     if (!update::isAllowed(address) || m_kind == Kind::DiskImage) {
-        qCWarning(log) << "an update must not be downloaded from" << address.toString();
+        qCWarning(log) << "no update can be downloaded from" << address.toString();
         emit errorDownloadFile();
         return;
     }
@@ -106,7 +108,7 @@ void UpdateSoftware::download(const QUrl &address)
     request.setAttribute(
         QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
     request.setMaximumRedirectsAllowed(update::maximumRedirects);
-    update::askForPlainBytes(request); // its length is that of the file
+    update::askForPlainBytes(request); // so that the announced length is that of the file
     QNetworkReply *reply = m_network.get(request);
     reply->setReadBufferSize(pieceSize);
     m_reply = reply;
@@ -127,7 +129,8 @@ void UpdateSoftware::replyDownloadProgress(qint64 received, qint64 total)
     if (total > m_largest) update::refuse(m_reply);
 }
 
-/// The folder stays when the panel has ended: the installer may still run from it.
+/// Creates the file for the download in a new folder. The folder is not removed when the panel
+/// ends, because the installer may still be running from it.
 bool UpdateSoftware::makeFile()
 {
     QTemporaryDir folder;
@@ -140,8 +143,8 @@ bool UpdateSoftware::makeFile()
     return m_file.open(QIODevice::ReadWrite | QIODevice::Truncate);
 }
 
-/// Writes what has come to the file. A download that the disk does not take, or that is too large,
-/// is refused at once.
+/// Writes the received bytes to the file. Refuses the download if the file cannot be written or is
+/// too large.
 void UpdateSoftware::keepBytes()
 {
     if (!m_reply || update::wasRefused(m_reply)) return;
@@ -155,7 +158,7 @@ void UpdateSoftware::keepBytes()
 
 void UpdateSoftware::timeoutDownload()
 {
-    qCWarning(log) << "the download stands still and is given up";
+    qCWarning(log) << "the download has stalled and is cancelled";
     cancelDownload();
 }
 
@@ -167,7 +170,7 @@ void UpdateSoftware::cancelDownload()
     m_unzip = nullptr;
     m_folder.clear();
     process->disconnect(this);
-    // Until then it may have files open.
+    // The folder can only be removed after the process has closed its files.
     connect(
         process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), process, [process] {
             removeFolder(process->workingDirectory());
@@ -206,7 +209,7 @@ bool UpdateSoftware::isGood(const QNetworkReply *reply) const
            isWhole(reply, file.size()) && !isWebPage(reply, file);
 }
 
-/// Goes on with what has come. False when that is not possible.
+/// Processes the complete download. Returns false if the unpacking script cannot be written.
 bool UpdateSoftware::proceed()
 {
     QDir::setCurrent(m_folder);
@@ -230,7 +233,7 @@ void UpdateSoftware::unzip()
         if (error == QProcess::FailedToStart) replyFinishedUnzip(-1, QProcess::CrashExit);
     });
     m_unzip->setWorkingDirectory(m_folder);
-    // By its whole name: one that lies beside the panel would be preferred to the system's.
+    // With its full path, because a program of this name beside the panel would be started instead.
     m_unzip->start(
         QStandardPaths::findExecutable(QStringLiteral("cscript")),
         {QStringLiteral("unzip.js"),
@@ -246,7 +249,7 @@ void UpdateSoftware::replyFinishedUnzip(int exitCode, QProcess::ExitStatus statu
     const QStringList installers =
         folder.entryList({QStringLiteral("*.exe")}, QDir::Files, QDir::Name);
     if (exitCode != 0 || status != QProcess::NormalExit || installers.isEmpty()) {
-        qCWarning(log) << "the update's archive holds nothing to start";
+        qCWarning(log) << "the archive of the update contains no installer";
         fail();
         return;
     }
@@ -268,7 +271,7 @@ void UpdateSoftware::fail()
     emit errorDownloadFile();
 }
 
-/// Leaves nothing behind that somebody could start.
+/// Deletes the files of the download, so that no incomplete installer can be started.
 void UpdateSoftware::discard()
 {
     m_file.close();

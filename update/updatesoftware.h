@@ -10,58 +10,62 @@
 
 class QNetworkAccessManager;
 
-/// Downloads an update whole, unpacks it where it is an archive, and starts the installer in it.
-/// The bytes go to a file as they come. Nothing is kept of a download that did not come whole. GUI
-/// thread only; it never waits, but for the destructor.
+/// Downloads an update, unpacks it if it is an archive, and starts the installer. The bytes go to a
+/// file as they arrive. An incomplete download is deleted. GUI thread only; only the destructor
+/// blocks.
 class UpdateSoftware : public QObject
 {
     Q_OBJECT
 
 public:
-    /// What a download's address says of it, by its ending or that of its path, in any case of
-    /// letters.
+    /// The kind of a download.
     enum class Kind { Installer, DiskImage, Archive };
+    /// Returns the kind of a download from the ending of its address or of the path in it: "exe",
+    /// "dmg" or anything else. Ignores case.
     static Kind kindOf(const QUrl &address);
 
     /// @param network must outlive the object
     explicit UpdateSoftware(QNetworkAccessManager &network, QObject *parent = nullptr);
-    /// Leaves nothing behind of what is being unpacked; waits a second at most for its process to
-    /// end.
+    /// Stops unpacking and deletes its files. Waits for at most one second for the process to end.
     ~UpdateSoftware() override;
 
-    /// How long a download may stand still, in milliseconds; 60000 unless a test says otherwise.
+    /// For tests: sets how long a download may stall, in milliseconds. The default is 60000.
     void setStallTime(int milliseconds) { m_watchdog.setInterval(milliseconds); }
-    /// The largest download, in bytes; 1 GiB unless a test says otherwise.
+    /// For tests: sets the maximum size of a download, in bytes. The default is 1 GiB.
     void setLargest(qint64 bytes) { m_largest = bytes; }
 
-    /// Of the download under way, or of the last.
+    /// Returns the kind of the current download, or of the last one.
     Kind kind() const { return m_kind; }
 
-    /// Whether a download or its unpacking is under way.
+    /// Returns whether a download or unpacking is running.
     bool isBusy() const { return m_reply || m_unzip; }
 
-    /// Begins; one at a time. The address must be allowed, and so must those that it leads to. Disk
-    /// images are of no use here and fail at once. A download fails, too, if it is larger than the
-    /// limit, if it ends before its announced end, if the server answers anything but 200, or if it
-    /// is a web page or compressed once more.
+    /// Starts a download. Does nothing while another one is running. The download fails if the
+    /// address or a redirect is not allowed, if it is a disk image, if it is larger than the limit
+    /// or shorter than announced, if the server's status is not 200, or if the server sends a
+    /// web page or compresses the body.
     void download(const QUrl &address);
 
+    // contract: the names and the argument types of the slots and signals, except executed().
 public slots:
-    /// Ends a download or an unpacking quietly.
+    /// Cancels the download or the unpacking without an error.
     void cancelDownload();
-    /// Starts what was downloaded. It goes on when the panel ends.
+    /// Starts the installer. The installer keeps running when the panel ends.
     void execFile();
 
 signals:
+    /// The request for the download was sent.
     void startedDownloadFile();
+    /// More bytes have arrived. Not emitted if the server does not announce the size.
     void progressValueChanged(int percent);
-    /// The download, or what had to be done with it, is over, well or not. One of the next two, or
-    /// none after a cancel, follows.
+    /// The download and the unpacking have ended. After this comes readiedExec() or
+    /// errorDownloadFile(), or neither if the user cancelled.
     void finishedDownloadFile();
+    /// The download or the unpacking has failed.
     void errorDownloadFile();
-    /// What was downloaded can be started.
+    /// The installer can be started.
     void readiedExec();
-    /// It was started, or could not be.
+    /// execFile() has started the installer, or has failed to.
     void executed(bool started);
 
 private slots:
@@ -86,7 +90,7 @@ private:
     QPointer<QProcess> m_unzip;
     Kind m_kind = Kind::Archive;
     qint64 m_largest = 1024LL * 1024 * 1024;
-    QFile m_file;        ///< what has come so far
-    QString m_folder;    ///< of this download, "" before it has one
-    QString m_installer; ///< what execFile() starts
+    QFile m_file;        ///< the bytes received so far
+    QString m_folder;    ///< the folder of this download, "" before the first bytes
+    QString m_installer; ///< the file that execFile() starts
 };

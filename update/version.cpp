@@ -7,7 +7,7 @@ int firstDigit(const QString &text)
     return text.isEmpty() ? 0 : qMax(text.at(0).digitValue(), 0);
 }
 
-/// The first two digits after the point.
+/// Returns the number formed by the first two digits after the point.
 int minorOf(const QString &version)
 {
     const QString rest = version.section(QLatin1Char('.'), 1, 1);

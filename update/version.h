@@ -2,15 +2,16 @@
 
 #include <QString>
 
-/// The versions of the update document. Pure; any thread.
+/// Version numbers of the panel and the firmware. Pure functions; any thread.
 namespace update {
 
-/// "4.01" for 4 and 1: the minor number has two digits at least.
+/// Returns "4.01" for 4 and 1. The minor number has at least two digits.
 QString versionText(int major, int minor);
 
-/// Whether a published version is newer than another, as in "4.00 0064" or "4.01". Only the first
-/// digit of the major numbers counts, and where they are equal the first two of the minor numbers;
-/// builds do not. A text that is no version is older than any but 0.00.
+/// Returns whether a published version is newer than the version in a text such as "4.00 0064" or
+/// "4.01". A text without a version counts as 0.00.
+// contract: compares only the first digit of the major number and the first two digits of the minor
+// number, and ignores the build.
 bool isNewer(int major, int minor, const QString &than);
 
 } // namespace update

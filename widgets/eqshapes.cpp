@@ -20,7 +20,7 @@ constexpr std::array<int, 64> columns = {
 };
 // clang-format on
 constexpr int highSteps = 32;
-constexpr int highOffset = 22; // the high band's list is the middle one from here on
+constexpr std::size_t highOffset = 22; // the high band's list is the middle one from here on
 static_assert(columns[highOffset] == 73, "the high band starts at column 73");
 
 /// The entries at which a bell is half as high or higher, by Q step.
@@ -157,7 +157,7 @@ int column(int step)
 
 int highColumn(int step)
 {
-    return columns[static_cast<std::size_t>(highOffset + std::min(step, highSteps - 1))];
+    return columns[highOffset + static_cast<std::size_t>(std::min(step, highSteps - 1))];
 }
 
 } // namespace eqshapes

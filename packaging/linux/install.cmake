@@ -1,4 +1,5 @@
-# What the demo's package holds: cmake --install FOLDER --component demo --prefix /usr
+# The files of the demo's package. They are installed by
+#     cmake --install FOLDER --component demo --prefix /usr
 include(GNUInstallDirs)
 set(id example.norvel.TamberDemo)
 set(here "${CMAKE_CURRENT_LIST_DIR}")

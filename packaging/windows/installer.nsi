@@ -1,9 +1,11 @@
-; The installer of the panel. packaging/windows/package gives it
-;   VERSION   "4.00.0064"          NUMBERS   the same as "4.0.64.0"
-;   PROGRAMS  the folder with tamber-panel.exe and licences
-;   PICTURES  the folder with tamber.ico and installer.bmp
-;   COPYRIGHT a line               OUTPUT    the installer to write
-; With /S it installs without a question; it ends with 2 when it could not.
+; The installer of the panel. packaging/windows/package defines
+;   VERSION    "4.00.0064"
+;   NUMBERS    the same version as "4.0.64.0"
+;   PROGRAMS   the folder with tamber-panel.exe and licences
+;   PICTURES   the folder with tamber.ico and installer.bmp
+;   COPYRIGHT  the copyright line
+;   OUTPUT     the installer to write
+; With /S the installer asks no questions. It exits with 2 if the panel is running.
 
 Target amd64-unicode ; like the panel itself
 SetCompressor /SOLID lzma
@@ -39,9 +41,9 @@ VIAddVersionKey "ProductVersion" "${VERSION}"
 !define MUI_ICON "${PICTURES}/tamber.ico"
 !define MUI_UNICON "${PICTURES}/tamber.ico"
 !define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURES}/installer.bmp"
-!define MUI_WELCOMEPAGE_TEXT "This puts version ${VERSION} on your computer.$\r$\n$\r$\nIf an \
-older version is there, it is replaced; your settings and scenes stay as they are.$\r$\n$\r$\n\
-Please close the panel before you go on."
+!define MUI_WELCOMEPAGE_TEXT "This installs version ${VERSION} on your computer.$\r$\n$\r$\n\
+It replaces an older version and keeps your settings and scenes.$\r$\n$\r$\n\
+Please close the panel before you continue."
 !insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -49,7 +51,8 @@ Please close the panel before you go on."
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
 
-; A program that runs cannot be written to. Nothing is changed before this has been passed.
+; Aborts if the panel is running: the file of a running program cannot be opened for writing.
+; Nothing is changed before this check.
 !macro RequireClosedPanel
     ${Do}
         ${IfNot} ${FileExists} "$INSTDIR\${PROGRAM}"
@@ -70,7 +73,7 @@ Please close the panel before you go on."
     ${Loop}
 !macroend
 
-; An upgrade goes where the older version is.
+; An upgrade uses the folder of the older version.
 Function .onInit
     ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
     ${If} $0 != ""
@@ -86,7 +89,7 @@ Section
     File "${PROGRAMS}/${PROGRAM}"
     SetOutPath "$INSTDIR\licences"
     File "${PROGRAMS}/licences/*.txt"
-    SetOutPath "$INSTDIR" ; where the link starts the program
+    SetOutPath "$INSTDIR" ; the working folder of the shortcut
     WriteUninstaller "$INSTDIR\uninstall.exe"
     CreateDirectory "${MENU}"
     CreateShortCut "${LINK}" "$INSTDIR\${PROGRAM}"
@@ -109,7 +112,7 @@ Function un.onInit
     SetShellVarContext all
 FunctionEnd
 
-; The user's settings stay, and so do the programs of other installers in the same folder.
+; The user's settings stay, and so do the files of other installers in the same folder.
 Section "Uninstall"
     !insertmacro RequireClosedPanel
     Delete "$INSTDIR\${PROGRAM}"

@@ -1,5 +1,5 @@
-# Builds Windows programs on this machine, with Qt linked in. TAMBER_QT_WINDOWS in the environment
-# is what packaging/windows/qt has printed.
+# Builds Windows programs on Linux with Qt linked statically. The environment variable
+# TAMBER_QT_WINDOWS must contain the folder that packaging/windows/qt prints.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 
@@ -14,6 +14,6 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# A program is one file that needs nothing beside it, and opens no console.
+# A program is a single file that needs no other libraries, and opens no console.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s")
 set(CMAKE_WIN32_EXECUTABLE ON)

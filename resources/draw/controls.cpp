@@ -30,7 +30,7 @@ void faderCap(QPainter &painter)
         sheet::fill(painter, QRectF(4, row, 12, 1), colour::capEdge);
         sheet::fill(painter, QRectF(4, row + 1, 12, 0.5), colour::tick);
     }
-    // The value is read at row 15: the scale's ticks lie on the same row.
+    // The bright line is centred on row 15, the row of the cap that points to the scale.
     sheet::fill(painter, QRectF(2, 13, 16, 5), colour::capEdge);
     sheet::fill(painter, QRectF(2, 14, 16, 3), colour::text);
 }
@@ -43,7 +43,7 @@ void panMarker(QPainter &painter, bool centred)
 
 void meterBar(QPainter &painter)
 {
-    // Two rows a decibel: the last 2 dB red, amber from -10 dB, green below.
+    // Two rows per decibel: red above -2 dB, amber above about -10 dB, green below.
     QLinearGradient zones(0, 0, 0, 107);
     zones.setColorAt(0.0, QColor::fromRgba(colour::red));
     zones.setColorAt(0.045, QColor::fromRgba(colour::red));

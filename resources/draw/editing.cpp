@@ -17,7 +17,7 @@ using sheet::fill;
 namespace {
 
 constexpr int headHeight = 24;
-constexpr int dividers[] = {184, 278, 372, 466, 560}; // beside the columns of the bands
+constexpr int dividers[] = {184, 278, 372, 466, 560}; // columns between the sections
 constexpr QPoint equalizerPlace(geometry::eqLeft, geometry::eqTop);
 constexpr QPoint compressorPlace(geometry::compressorLeft, geometry::compressorTop);
 constexpr QPoint reductionPlace(geometry::reductionLeft, geometry::reductionTop);
@@ -28,7 +28,7 @@ constexpr qreal legendWidth = 0.86; // narrow enough for "100" and "200" side by
 struct FrequencyMark
 {
     const char *text;
-    int step; ///< of the middle bands
+    int step; ///< frequency step of the high-mid and low-mid bands
 };
 
 constexpr FrequencyMark frequencyMarks[] = {
@@ -44,7 +44,7 @@ void setFont(QPainter &painter, QRgb rgb)
     painter.setPen(QColor::fromRgba(rgb));
 }
 
-/// A dark field with an edge around it.
+/// Draws a dark field with a border.
 void well(QPainter &painter, QSize size)
 {
     const QRectF field(QPoint(), size);
@@ -52,7 +52,7 @@ void well(QPainter &painter, QSize size)
     fill(painter, field, colour::well);
 }
 
-/// Left of a display, in the middle of a row.
+/// Draws a text to the left of a display, vertically centred on a row.
 void rowLegend(QPainter &painter, int row, const QString &text, QRgb rgb)
 {
     setFont(painter, rgb);
@@ -60,7 +60,7 @@ void rowLegend(QPainter &painter, int row, const QString &text, QRgb rgb)
         QRectF(-24, row - 5.5, 20, textHeight), Qt::AlignRight | Qt::AlignVCenter, text);
 }
 
-/// Below a display that ends at `bottom`, in the middle of a column.
+/// Draws a text below a display that ends at `bottom`, centred on a column.
 void columnLegend(QPainter &painter, int column, int bottom, const QString &text)
 {
     setFont(painter, colour::number);
@@ -71,7 +71,7 @@ void columnLegend(QPainter &painter, int column, int bottom, const QString &text
     painter.restore();
 }
 
-/// Pixels of the curve over its 0 dB line where all of it is raised by a gain.
+/// Returns how many pixels a gain moves the curve away from its 0 dB line.
 int heightOf(int gain)
 {
     EqCurve curve;
@@ -84,7 +84,8 @@ QString signedText(int number)
     return (number > 0 ? QStringLiteral("+") : QString()) + QString::number(number);
 }
 
-/// @name The painter's origin is the top-left corner of the display; the legends lie beside it
+/// @name Displays
+/// The origin of the painter is the top-left corner of the display.
 ///@{
 
 void equalizer(QPainter &painter)
@@ -115,7 +116,7 @@ void compressor(QPainter &painter)
         rowLegend(painter, row, QString::number(level), colour::number);
         if (level % 20 == 0) columnLegend(painter, column, side, QString::number(level));
     }
-    // What goes in comes out: a compressed curve leaves this line.
+    // On this diagonal the output level equals the input level.
     painter.setPen(QPen(QColor::fromRgba(colour::line), 1));
     painter.drawLine(QPointF(0.5, side - 0.5), QPointF(side - 0.5, 0.5));
 }

@@ -6,13 +6,13 @@
 
 class QPainter;
 
-/// The panel above the strips.
+/// The image of the editing area above the strips.
 namespace editing {
 
 constexpr QSize size(geometry::editingWidth, geometry::editingHeight);
 
-/// Surface and dividers, and what lies behind the displays: wells, grid lines and legends. The
-/// lines stand where the displays' own arithmetic puts their values.
+/// Draws the surface, the dividers and what is behind the displays: wells, grid lines and legends.
+/// The grid lines are placed by the arithmetic of the displays.
 void background(QPainter &painter);
 
 } // namespace editing

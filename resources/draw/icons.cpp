@@ -10,13 +10,15 @@
 #include <QPainter>
 #include <QVector>
 
+#include <cstdint>
+
 namespace icons {
 
 namespace {
 
 constexpr int sizes[] = {16, 24, 32, 48, 64, 128, 256};
-constexpr int drawnSize = 64; ///< what controls::icon fills
-constexpr int largest = 256;  ///< stands as 0 in the directory of an icon file
+constexpr int drawnSize = 64; ///< the size that controls::icon draws
+constexpr int largest = 256;  ///< written as 0 in the directory of an icon file
 constexpr int largestBitmap = 64;
 constexpr QSize installerSize(164, 314);
 
@@ -26,23 +28,25 @@ QImage picture(int size)
         .convertToFormat(QImage::Format_ARGB32);
 }
 
-/// As icon files have held pictures from the first: a bitmap of twice the height, which ends with
-/// a mask of one bit a pixel. The mask stays empty, since the colours tell what is transparent.
+/// Returns a picture in the original format of icon files: a bitmap of twice the height with a mask
+/// of one bit per pixel at its end. The mask stays empty, because the colours contain the alpha
+/// channel.
 QByteArray bitmap(const QImage &image)
 {
-    constexpr quint32 headerSize = 40;
-    constexpr quint16 planes = 1;
-    constexpr quint16 bits = 32;
+    constexpr std::uint32_t headerSize = 40;
+    constexpr std::uint16_t planes = 1;
+    constexpr std::uint16_t bits = 32;
     const int maskRow = (image.width() + 31) / 32 * 4;
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setByteOrder(QDataStream::LittleEndian);
-    stream << headerSize << qint32(image.width()) << qint32(2 * image.height()) << planes << bits;
+    stream << headerSize << std::int32_t(image.width()) << std::int32_t(2 * image.height())
+           << planes << bits;
     for (int unused = 0; unused < 6; ++unused)
-        stream << quint32(0);
+        stream << std::uint32_t(0);
     for (int y = image.height() - 1; y >= 0; --y)
         for (int x = 0; x < image.width(); ++x)
-            stream << quint32(image.pixel(x, y));
+            stream << std::uint32_t(image.pixel(x, y));
     bytes.append(QByteArray(maskRow * image.height(), '\0'));
     return bytes;
 }
@@ -55,13 +59,13 @@ QByteArray png(const QImage &image)
     return buffer.data();
 }
 
-/// All pictures in one file: the large ones as PNG, which keeps it small, the others as everything
-/// that reads icons understands them.
+/// Returns an icon file with all pictures. The large ones are PNG images, which keeps the file
+/// small. The others are bitmaps, which every program can read.
 QByteArray iconFile()
 {
-    constexpr quint16 typeIcon = 1;
-    constexpr quint16 planes = 1;
-    constexpr quint16 bits = 32;
+    constexpr std::uint16_t typeIcon = 1;
+    constexpr std::uint16_t planes = 1;
+    constexpr std::uint16_t bits = 32;
     constexpr int directorySize = 6;
     constexpr int entrySize = 16;
     QVector<QByteArray> pictures;
@@ -71,18 +75,19 @@ QByteArray iconFile()
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
     stream.setByteOrder(QDataStream::LittleEndian);
-    stream << quint16(0) << typeIcon << quint16(pictures.size());
+    stream << std::uint16_t(0) << typeIcon << static_cast<std::uint16_t>(pictures.size());
     int offset = directorySize + entrySize * pictures.size();
     for (int i = 0; i < pictures.size(); ++i) {
-        const auto side = static_cast<quint8>(sizes[i] % largest);
-        stream << side << side << quint16(0) << planes << bits;
-        stream << quint32(pictures[i].size()) << quint32(offset);
+        const auto side = static_cast<std::uint8_t>(sizes[i] % largest);
+        stream << side << side << std::uint16_t(0) << planes << bits;
+        stream << static_cast<std::uint32_t>(pictures[i].size())
+               << static_cast<std::uint32_t>(offset);
         offset += pictures[i].size();
     }
     return bytes + pictures.toList().join();
 }
 
-/// What stands beside the first and the last words of the installer.
+/// Draws the picture beside the texts of the installer's first and last pages.
 void installerSide(QPainter &painter)
 {
     sheet::fill(painter, QRectF(QPointF(), installerSize), sheet::colour::gap);

@@ -9,8 +9,8 @@ namespace colour = sheet::colour;
 
 namespace {
 
-constexpr qreal firstAngle = -150; // from 12 o'clock, to the right: 7 o'clock
-constexpr qreal angleStep = 15;    // half an hour
+constexpr qreal firstAngle = -150; // degrees clockwise from 12 o'clock; this is 7 o'clock
+constexpr qreal angleStep = 15;    // degrees; half an hour on a clock face
 constexpr qreal arcRadius = 15.5;
 constexpr qreal bodyRadius = 12;
 

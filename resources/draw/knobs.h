@@ -2,15 +2,17 @@
 
 class QPainter;
 
-/// The knobs of the equalizer and the compressor.
+/// Images of the knobs of the equalizer and the compressor.
 namespace knobs {
 
 constexpr int frameCount = 21;
 constexpr int size = 36;
 
-/// The clock position of a frame in hundreds, as it stands in its name: 700, 730, ... 1700.
+/// Returns the number in the file name of a frame, which is the clock position of the pointer: 700
+/// for 7 o'clock, 730, ... 1700.
+// contract: the names of the images.
 int clockOf(int frame);
-/// 36 x 36; the pointer stands at the frame's clock position.
+/// Draws a frame of 36 x 36 pixels. The pointer is at the frame's clock position.
 void knob(QPainter &painter, int frame);
 
 } // namespace knobs

@@ -1,4 +1,5 @@
-// Draws every image of the panel. Run it after a change of its colours or sizes:
+// tamber-draw [--icons] FOLDER: draws all images of the panel, or with --icons the program's icons,
+// into FOLDER. Run it after changing colours or sizes:
 //     QT_QPA_PLATFORM=offscreen tamber-draw resources/track
 //     QT_QPA_PLATFORM=offscreen tamber-draw --icons resources/icons
 

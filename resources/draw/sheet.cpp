@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QVector>
 
+#include <cstdint>
+
 namespace sheet {
 
 void fill(QPainter &painter, const QRectF &area, QRgb rgb)
@@ -15,11 +17,11 @@ void fill(QPainter &painter, const QRectF &area, QRgb rgb)
     painter.setRenderHint(QPainter::Antialiasing, smooth);
 }
 
-/// The same image with a palette where it has few enough colours: it is read in a fraction of the
-/// time, and all images are read while the window opens.
+/// Converts an image to one with a palette, unless it has too many colours. An image with a palette
+/// loads in a fraction of the time, and all images are loaded while the window opens.
 static QImage withPalette(const QImage &image)
 {
-    constexpr int mostColours = 256;
+    constexpr int maxColours = 256;
     const QImage plain = image.convertToFormat(QImage::Format_ARGB32);
     QImage indexed(plain.size(), QImage::Format_Indexed8);
     QHash<QRgb, int> places;
@@ -31,8 +33,8 @@ static QImage withPalette(const QImage &image)
                 places.insert(row[x], colours.size());
                 colours.append(row[x]);
             }
-            if (colours.size() > mostColours) return image;
-            indexed.scanLine(y)[x] = static_cast<uchar>(places.value(row[x]));
+            if (colours.size() > maxColours) return image;
+            indexed.scanLine(y)[x] = static_cast<std::uint8_t>(places.value(row[x]));
         }
     }
     indexed.setColorTable(colours);

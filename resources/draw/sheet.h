@@ -10,10 +10,10 @@ class QImage;
 class QPainter;
 class QRectF;
 
-/// The colours and sizes that all images share, and how an image is written.
+/// The colours of all images, and the functions that draw and write an image.
 namespace sheet {
 
-/// The same values stand in panel.qss for the stock widgets.
+/// panel.qss uses the same values for Qt's own widgets.
 namespace colour {
 constexpr QRgb gap = 0xff0f1214;        ///< between strips
 constexpr QRgb surface = 0xff1c2126;    ///< a strip
@@ -35,14 +35,14 @@ constexpr QRgb amber = 0xfff2c14e;
 constexpr QRgb red = 0xffff4d4f;
 } // namespace colour
 
-/// A filled rectangle with sharp edges, whatever the painter's hints are.
+/// Fills a rectangle with sharp edges, even if the painter uses antialiasing.
 void fill(QPainter &painter, const QRectF &area, QRgb rgb);
 
-/// What `draw`, which counts in pixels of `size`, draws at this scale.
+/// Returns the image that `draw` draws at a scale. `draw` works in pixels of `size` at any scale.
 QImage drawn(QSize size, qreal scale, const std::function<void(QPainter &)> &draw);
 
-/// Draws with `draw`, in pixels of the 1x size, and writes "name.png" and "name@2x.png" into
-/// `folder`. False when a file cannot be written.
+/// Draws an image at the scales 1 and 2 and writes it to "name.png" and "name@2x.png" in `folder`.
+/// `draw` works in pixels of `size` at both scales. Returns false if a file cannot be written.
 bool write(
     const QString &folder, const QString &name, QSize size,
     const std::function<void(QPainter &)> &draw);

@@ -15,7 +15,7 @@ using sheet::fill;
 namespace {
 
 constexpr int headHeight = 32;
-constexpr int capReadingRow = 15; // row of a cap at which its value is read
+constexpr int capPointerRow = 15; // the row of a cap that points to the scale
 constexpr int meterRows = geometry::meterHeight + 1;
 constexpr int meterLevels[] = {0, 10, 20, 30, 40, 50};
 constexpr int panLineRow = 133;
@@ -24,8 +24,8 @@ constexpr int separatorRow = 106;
 struct FaderMark
 {
     const char *text;
-    qreal position; ///< of the cap
-    int size = 8;   ///< of the text, in pixels
+    qreal position; ///< position of the cap
+    int size = 8;   ///< font size in pixels
 };
 
 constexpr FaderMark faderMarks[] = {
@@ -58,12 +58,12 @@ void separator(QPainter &painter, int row, int width)
     fill(painter, QRectF(4, row, width - 9, 1), colour::line);
 }
 
-/// Groove, ticks and numbers of a fader whose cap lies in columns cap to cap + 19.
+/// Draws groove, ticks and numbers of a fader whose cap begins at column `cap`.
 void faderScale(QPainter &painter, int cap)
 {
     const qreal middle = cap + capWidth / 2.0;
     for (const FaderMark &mark : faderMarks) {
-        const qreal row = mark.position + capReadingRow;
+        const qreal row = mark.position + capPointerRow;
         const bool unity = mark.position == 157;
         fill(painter, QRectF(cap + 2, row, capWidth - 4, 1), unity ? colour::text : colour::tick);
         setFont(painter, mark.size, unity ? colour::text : colour::number);
@@ -81,7 +81,7 @@ void meterWell(QPainter &painter, int left)
     fill(painter, QRectF(left, meterTop, meterWidth, meterRows), colour::well);
 }
 
-/// Ticks every 10 dB below full scale, two rows a decibel, to the right of a meter.
+/// Draws ticks to the right of a meter: one every 10 dB from full scale down, two rows per decibel.
 void meterTicks(QPainter &painter, int left)
 {
     for (const int level : meterLevels) {
@@ -99,7 +99,7 @@ void meterNumbers(QPainter &painter, int left)
     }
 }
 
-/// The line that a pan marker travels, its centre tick and the letters of its ends.
+/// Draws the line of a pan marker, the tick at its centre and the letters at its ends.
 void panLine(QPainter &painter, int left)
 {
     setFont(painter, 10, colour::number);

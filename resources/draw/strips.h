@@ -2,7 +2,8 @@
 
 class QPainter;
 
-/// Backgrounds of the strips: surface, grooves, scales and meter wells.
+/// Background images of the strips: surface, grooves, scales and meter wells. All are
+/// geometry::stripHeight high.
 namespace strips {
 
 void mono(QPainter &painter, bool selected); ///< 59 wide

@@ -1,5 +1,5 @@
 # tamber_windows_program(<program> <description>)
-# gives a program the icon, the version of common/constants.h and the manifest.
+# adds the icon, the version from common/constants.h and the manifest to a program.
 function(tamber_windows_program program description)
     file(STRINGS "${PROJECT_SOURCE_DIR}/common/constants.h" line REGEX "char softwareVersion\\[\\]")
     if(NOT line MATCHES "\"([0-9]+)\\.([0-9]+) ([0-9]+)\"")
@@ -7,7 +7,8 @@ function(tamber_windows_program program description)
     endif()
     set(version "${CMAKE_MATCH_1}.${CMAKE_MATCH_2} ${CMAKE_MATCH_3}")
     set(numbers "${CMAKE_MATCH_1},${CMAKE_MATCH_2},${CMAKE_MATCH_3},0")
-    string(REGEX REPLACE "(^|,)0+([0-9])" "\\1\\2" numbers "${numbers}") # else they were octal
+    # A number with a leading 0 would be octal.
+    string(REGEX REPLACE "(^|,)0+([0-9])" "\\1\\2" numbers "${numbers}")
     file(STRINGS "${PROJECT_SOURCE_DIR}/LICENSE" copyright REGEX "^Copyright")
     configure_file("${PROJECT_SOURCE_DIR}/resources/windows/program.rc.in" ${program}.rc @ONLY)
     target_sources(${program} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${program}.rc")

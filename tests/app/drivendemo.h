@@ -3,7 +3,7 @@
 #include "app/simulatedtamberwindow.h"
 #include "tests/app/drivenprogram.h"
 
-/// The real demo, driven by a real pointer and keyboard.
+/// The real demo program, operated through the X display.
 class DrivenDemo : public DrivenProgram
 {
 public:

@@ -6,28 +6,27 @@
 #include "tests/patience.h"
 #include "tests/tracefile.h"
 
-#include <QStackedWidget>
 #include <QtTest>
 
-/// A program with the panel as a process, driven by a real pointer and keyboard.
+/// A process that shows the panel, operated through the X display.
 class DrivenProgram
 {
 public:
     static constexpr int patience = 30000 * slowness;
 
-    /// @param settings where it has its settings file, if not in its home
+    /// @param settings path of its settings file; empty for the usual path in its home
     explicit DrivenProgram(const QStringList &command, const QString &settings = QString())
         : home(settings), m_twin("twin")
     {
         auto *pages = m_twin.find<QStackedWidget>("sW_pages"_s);
         for (int page = pages->count() - 1; page >= 0; --page) {
             pages->setCurrentIndex(page);
-            m_twin.window.grab(); // lays it out
+            m_twin.window.grab(); // lays the page out
         }
         m_program = std::make_unique<UserProgram>(home, command);
     }
 
-    /// Whether its window came up and its device holds what is stored.
+    /// Waits until the window is shown and the device holds what is stored. False after a timeout.
     bool isReady()
     {
         const auto agrees = [this] {
@@ -38,7 +37,7 @@ public:
 
     bool endedWith(int code) const { return m_program->endedWith(code); }
 
-    /// Its window with this title, 0 without one.
+    /// The program's window with this title, 0 if there is none.
     xcb_window_t find(const QString &title) { return display.find(title, m_program->processId()); }
 
     void click(const QString &control) { display.click(placeOf(control)); }
@@ -47,29 +46,24 @@ public:
         const QPoint from = placeOf(control);
         display.movePointer(from);
         display.press();
-        for (int way = 1; way <= qAbs(down); ++way)
-            display.movePointer(from + QPoint(0, down > 0 ? way : -way));
+        for (int step = 1; step <= qAbs(down); ++step)
+            display.movePointer(from + QPoint(0, down > 0 ? step : -step));
         display.release();
     }
 
-    /// What a device holds that agrees with its settings file.
+    /// The device state that agrees with the settings file.
     simulator::MixerState fileState() const
     {
-        storage::IniReader reader;
-        const QByteArray file = bytesOf(home.settingsFile());
-        reader.read(file.constData(), file.size());
-        reader.finish();
-        return storedState(storage::Values(reader.entries()));
+        return storedState(valuesOf(bytesOf(home.settingsFile())));
     }
 
-    /// What its device holds and its settings file does not. Differs until the last change has
-    /// arrived at both.
+    /// The values that differ between the device and the settings file. Not empty until the last
+    /// change has arrived at both.
     QStringList differences() const { return ::differences(deviceState(), fileState()); }
 
-    /// What its settings file says.
     IniContent stored() const { return readIni(home.settingsFile()); }
 
-    /// What its device holds: it has obeyed what was carried to it since it was plugged in.
+    /// The state of a device that has processed the traced messages since it was plugged in.
     simulator::MixerState deviceState() const
     {
         simulator::SteppedClock clock;
@@ -97,6 +91,6 @@ private:
         return display.position(window) + widget->mapTo(&m_twin.window, widget->rect().center());
     }
 
-    Panel m_twin; ///< never shown; its controls lie where the program's do
+    Panel m_twin; ///< never shown; its controls have the same positions as the program's
     std::unique_ptr<UserProgram> m_program;
 };

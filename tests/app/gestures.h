@@ -6,7 +6,7 @@
 #include <QWheelEvent>
 #include <QWidget>
 
-/// What a hand does with a control of a window in this process.
+/// Mouse and wheel events, sent to widgets of this process.
 
 inline void sendMouse(QWidget *widget, QEvent::Type type, const QPointF &screen)
 {
@@ -18,13 +18,13 @@ inline void sendMouse(QWidget *widget, QEvent::Type type, const QPointF &screen)
     QCoreApplication::sendEvent(widget, &event);
 }
 
-/// Presses on a control's middle, moves the pointer by each of the ways in turn, and releases.
-inline void drag(QWidget *widget, const QList<QPoint> &ways)
+/// Presses on the middle of a control, moves the pointer by each step in turn, and releases.
+inline void drag(QWidget *widget, const QList<QPoint> &steps)
 {
     QPoint at = widget->mapToGlobal(widget->rect().center());
     sendMouse(widget, QEvent::MouseButtonPress, at);
-    for (const QPoint &way : ways)
-        sendMouse(widget, QEvent::MouseMove, at += way);
+    for (const QPoint &step : steps)
+        sendMouse(widget, QEvent::MouseMove, at += step);
     sendMouse(widget, QEvent::MouseButtonRelease, at);
 }
 
@@ -33,24 +33,21 @@ inline void doubleClick(QWidget *widget)
     sendMouse(widget, QEvent::MouseButtonDblClick, widget->mapToGlobal(QPoint(5, 5)));
 }
 
-inline void turnWheel(QWidget *widget, int angle)
+/// Returns true if the widget accepts the event.
+inline bool turnWheel(QWidget *widget, int angle, const QPoint &at = QPoint(3, 3))
 {
     QWheelEvent event(
-        QPointF(3, 3), widget->mapToGlobal(QPoint(3, 3)), QPoint(), QPoint(0, angle), Qt::NoButton,
-        Qt::NoModifier, Qt::NoScrollPhase, false);
+        at, widget->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton, Qt::NoModifier,
+        Qt::NoScrollPhase, false);
+    event.ignore();
     QCoreApplication::sendEvent(widget, &event);
+    return event.isAccepted();
 }
 
-/// Turns the wheel at a place of a window: over whatever lies there, or else its parents, as for an
-/// event of the window system.
+/// Turns the wheel at a position of a window. Like the window system, sends the event to the widget
+/// at that position, then to its parents until one accepts it.
 inline void turnWheelAt(QWidget *window, const QPoint &at, int angle)
 {
-    for (QWidget *w = window->childAt(at); w; w = w->parentWidget()) {
-        QWheelEvent event(
-            w->mapFrom(window, at), window->mapToGlobal(at), QPoint(), QPoint(0, angle),
-            Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        event.ignore();
-        QCoreApplication::sendEvent(w, &event);
-        if (event.isAccepted()) return;
-    }
+    for (QWidget *w = window->childAt(at); w; w = w->parentWidget())
+        if (turnWheel(w, angle, w->mapFrom(window, at))) return;
 }

@@ -6,15 +6,23 @@
 #include "storage/settings.h"
 #include "tests/device/lossytransport.h"
 #include "tests/inifile.h"
+#include "tests/mixer/storedstate.h"
+#include "widgets/stepcontrol.h"
 
+#include <QAction>
+#include <QComboBox>
 #include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
 
 #include <memory>
 
 constexpr char testOrganisation[] = "TestPanel";
 constexpr Edition testEdition{testOrganisation, ""};
 
-/// The settings file of a panel of this name.
+/// The path of a panel's settings file.
 inline QString settingsPath(const QByteArray &name)
 {
     return "%1/%2/%3.ini"_s.arg(
@@ -22,7 +30,7 @@ inline QString settingsPath(const QByteArray &name)
         QLatin1String(name));
 }
 
-/// The computer's time, which can be put forward as if it had passed.
+/// The real wall clock, which a test can set forward.
 class LeapingWallClock final : public mixer::WallClock
 {
 public:
@@ -30,11 +38,12 @@ public:
     qint64 leap = 0; ///< milliseconds
 };
 
-/// The main window with a simulated device, on a settings file of its own. The device's waits take
-/// no time.
+/// The main window with a simulated device and a settings file of its own. The waits of the device
+/// take no time.
 struct Panel
 {
-    /// @param stored the content of the settings file beforehand, beside "start box seen"
+    /// @param stored initial content of the settings file, in addition to "start box seen". If it
+    ///               is null, an existing file is kept.
     explicit Panel(const QByteArray &name, const QByteArray &stored = QByteArray())
         : path(prepare(name, stored)), settings(testOrganisation, name.constData()), tamber(clock),
           cable(new LossyTransport(std::make_unique<simulator::SimulatedTransport>(tamber))),
@@ -50,6 +59,7 @@ struct Panel
         if (!widget) qFatal("no %s", qPrintable(name));
         return widget;
     }
+    void trigger(const QString &action) const { find<QAction>(action)->trigger(); }
 
     IniContent file()
     {
@@ -57,13 +67,11 @@ struct Panel
         return readIni(path);
     }
 
-    QString tracePath() const { return path + ".trace"_s; }
-
     const QString path;
     Settings settings;
     simulator::SteppedClock clock;
     simulator::SimulatedTamber tamber;
-    LossyTransport *const cable; ///< the test's own, between the panel and the device
+    LossyTransport *const cable; ///< between the panel and the device
     const std::unique_ptr<Transport> transport;
     CountingClock workerClock{&clock};
     LeapingWallClock wallClock;
@@ -83,3 +91,30 @@ private:
         return file;
     }
 };
+
+/// The values that differ between the device and the panel's settings.
+inline QStringList differences(const Panel &panel)
+{
+    return differences(panel.tamber.state(), storedState(panel.settings.values()));
+}
+
+/// Everything that the window shows, one line for each control.
+inline QStringList shown(const Panel &panel)
+{
+    QStringList lines;
+    for (const auto *label : panel.window.findChildren<QLabel *>())
+        if (!label->objectName().isEmpty()) lines += label->objectName() + label->text();
+    for (const auto *control : panel.window.findChildren<StepControl *>())
+        lines += "%1 %2 %3"_s.arg(control->accessibleName()).arg(control->x()).arg(control->y());
+    for (const auto *button : panel.window.findChildren<QAbstractButton *>())
+        lines +=
+            button->objectName() + " %1 %2"_s.arg(button->isChecked()).arg(button->isEnabled());
+    for (const auto *list : panel.window.findChildren<QComboBox *>())
+        lines += list->objectName() + list->currentText();
+    for (const auto *edit : panel.window.findChildren<QLineEdit *>())
+        lines += edit->objectName() + edit->text();
+    for (const auto *pages : panel.window.findChildren<QStackedWidget *>())
+        lines += pages->objectName() + QString::number(pages->currentIndex());
+    lines.sort();
+    return lines;
+}

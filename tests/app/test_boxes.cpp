@@ -7,15 +7,11 @@
 #include "update/newstext.h"
 #include "widgets/scenememorydialog.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QDesktopServices>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QtTest>
 
-/// Every box of the panel under a window manager: whether its texts have the space that they need.
+/// Every box of the panel under a window manager: no text may be cut off.
 class TestBoxes : public QObject
 {
     Q_OBJECT
@@ -29,17 +25,12 @@ private slots:
 
 namespace {
 
-/// A box and how it is opened over a panel.
+/// A box, and a function that opens it over a panel.
 struct Box
 {
     const char *name;
     void (*open)(Panel &);
 };
-
-void trigger(Panel &panel, const char *action)
-{
-    panel.find<QAction>(QLatin1String(action))->trigger();
-}
 
 InformationBox *updateBox(Panel &panel)
 {
@@ -57,19 +48,19 @@ InformationBox *updateBox(Panel &panel)
 
 const Box boxesOfThePanel[] = {
     {"start", [](Panel &p) { boxes::showStartInformation(&p.window, [] {}); }},
-    {"initialize memory", [](Panel &p) { trigger(p, "actionInitialize_Memory"); }},
-    {"initialize scenes", [](Panel &p) { trigger(p, "actionInitialize_SceneMemory"); }},
-    {"no scene", [](Panel &p) { trigger(p, "actionLoad4"); }},
-    {"rename", [](Panel &p) { trigger(p, "actionRename4"); }},
+    {"initialize memory", [](Panel &p) { p.trigger("actionInitialize_Memory"_s); }},
+    {"initialize scenes", [](Panel &p) { p.trigger("actionInitialize_SceneMemory"_s); }},
+    {"no scene", [](Panel &p) { p.trigger("actionLoad4"_s); }},
+    {"rename", [](Panel &p) { p.trigger("actionRename4"_s); }},
     {"no name",
      [](Panel &p) {
          auto *dialog = new SceneMemoryDialog(QString(), &p.window);
          dialog->open();
          dialog->accept();
      }},
-    {"no browser", [](Panel &p) { trigger(p, "actionFAQs"); }},
+    {"no browser", [](Panel &p) { p.trigger("actionFAQs"_s); }},
     {"unplugged", [](Panel &p) { p.tamber.setPlugged(false); }},
-    {"product information", [](Panel &p) { trigger(p, "actionProduct_Information"); }},
+    {"product information", [](Panel &p) { p.trigger("actionProduct_Information"_s); }},
     {"update", [](Panel &p) { updateBox(p)->open(); }},
     {"download",
      [](Panel &p) {
@@ -87,13 +78,13 @@ const Box boxesOfThePanel[] = {
      }},
 };
 
-/// The box that is open over the panel.
+/// The open box.
 QDialog *openBox()
 {
     return qobject_cast<QDialog *>(QApplication::activeModalWidget());
 }
 
-/// What a text needs and has, where that is not enough.
+/// Describes a text widget that is too small for its text. Empty if it is large enough.
 QString shortage(const QWidget *widget)
 {
     QSize needed = widget->minimumSizeHint();
@@ -104,11 +95,9 @@ QString shortage(const QWidget *widget)
                    : label->sizeHint();
     }
     if (widget->width() >= needed.width() && widget->height() >= needed.height()) return QString();
-    return "%1 has %2 x %3, needs %4 x %5"_s.arg(widget->objectName())
-        .arg(widget->width())
-        .arg(widget->height())
-        .arg(needed.width())
-        .arg(needed.height());
+    QString report;
+    QDebug(&report) << widget->objectName() << "has" << widget->size() << "needs" << needed;
+    return report;
 }
 
 } // namespace
@@ -131,7 +120,7 @@ void TestBoxes::textsAreWhole()
     static QString installed = "en_US"_s;
     if (language != installed) installTranslations(QLocale(installed = language));
     QDesktopServices::setUrlHandler("https"_s, nullptr, "");
-    qputenv("PATH", "/nowhere"); // no browser
+    qputenv("PATH", "/nowhere"); // so that no browser is found
     Panel panel("boxes", "");
     panel.window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&panel.window));
@@ -164,7 +153,7 @@ void TestBoxes::noHelpButtons()
 {
     Panel panel("help", "");
     InformationBox update("title"_s, "text"_s, &panel.window);
-    trigger(panel, "actionProduct_Information");
+    panel.trigger("actionProduct_Information"_s);
     QVERIFY(!(update.windowFlags() & Qt::WindowContextHelpButtonHint));
     QVERIFY(!(openBox()->windowFlags() & Qt::WindowContextHelpButtonHint));
 }

@@ -1,76 +1,34 @@
+#include "app/boxes.h"
+#include "app/language.h"
 #include "app/program.h"
 #include "tests/app/demo.h"
-#include "tests/app/panel.h"
 #include "tests/patience.h"
-#include "tests/tracefile.h"
 #include "tests/update/httpserver.h"
 
+#include <QMessageBox>
 #include <QtTest>
 
-/// The demo as a user meets it: a process of its own, moved by a real pointer.
+/// The demo as a user starts and ends it: a process of its own.
 class TestFirstLight : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void killedDemoLosesNothing();
+    void initTestCase() { applyLook(); }
     void closedWindowEndsTheDemo();
     void closingEverythingEndsTheDemo();
-    void cleanupTestCase();
+    void demoSpeaksJapanese();
 
 private:
-    QPoint placeOf(const QString &control, const Demo &demo);
+    QSize sizeOfBox();
+    QSize sizeOfDemosBox(const QString &language);
 
     XDisplay m_display;
-    std::unique_ptr<Panel> m_twin; ///< never shown; its controls lie where the demo's do
 };
 
 static constexpr int patience = 20000 * slowness;
 
-void TestFirstLight::initTestCase()
-{
-    applyLook();
-    m_twin = std::make_unique<Panel>("twin");
-    m_twin->window.grab(); // lays it out
-}
-
-void TestFirstLight::cleanupTestCase()
-{
-    m_twin.reset();
-}
-
-/// The middle of a control on the screen. Brings the demo's window to the front.
-QPoint TestFirstLight::placeOf(const QString &control, const Demo &demo)
-{
-    const xcb_window_t window = demo.window(m_display);
-    m_display.raise(window);
-    const auto *widget = m_twin->find(control);
-    return m_display.position(window) + widget->mapTo(&m_twin->window, widget->rect().center());
-}
-
-/// Two mutes clicked in a row are on disk when the program dies right after.
-void TestFirstLight::killedDemoLosesNothing()
-{
-    const PrivateHome home;
-    Demo demo(home);
-    QTRY_VERIFY_WITH_TIMEOUT(demo.window(m_display), patience);
-    // Every channel's four bands and compressor: the start is over.
-    QTRY_VERIFY_WITH_TIMEOUT(sectionsSent(home.traceFile()).size() >= 16 * 5, patience);
-    const QPoint first = placeOf("pB_Mute2"_s, demo);
-    const QPoint second = placeOf("pB_masterMute"_s, demo);
-    m_display.click(first);
-    m_display.click(second);
-    const auto isStored = [&](const char *mute) {
-        return readIni(home.settingsFile()).value(QLatin1String(mute)) == "true"_s;
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(isStored("Track2/Mute") && isStored("Master/Mute"), patience);
-    demo.kill();
-    QVERIFY(demo.waitForFinished());
-    QVERIFY(isStored("Track2/Mute") && isStored("Master/Mute"));
-}
-
-/// Whatever other window is open: the device's own stands beside the panel.
+/// Closing the panel ends the demo although the window of the simulated device is still open.
 void TestFirstLight::closedWindowEndsTheDemo()
 {
     const PrivateHome home;
@@ -80,7 +38,7 @@ void TestFirstLight::closedWindowEndsTheDemo()
         return m_display.find("Simulated Tamber"_s, demo.processId());
     };
     QTRY_VERIFY_WITH_TIMEOUT(deviceWindow(), patience);
-    // Side by side on a screen of 1366 x 768.
+    // Both windows fit side by side on a screen of 1366 x 768.
     const auto placeOf = [&](xcb_window_t window) {
         return QRect(m_display.position(window), m_display.size(window));
     };
@@ -93,7 +51,7 @@ void TestFirstLight::closedWindowEndsTheDemo()
     QVERIFY(demo.endedWith(0));
 }
 
-/// No box stays behind without a panel, in whatever order the windows are closed.
+/// No box stays open without the panel, whichever window is closed first.
 void TestFirstLight::closingEverythingEndsTheDemo()
 {
     HttpServer server;
@@ -117,6 +75,42 @@ void TestFirstLight::closingEverythingEndsTheDemo()
     }
 }
 
-QTEST_MAIN(TestFirstLight)
+/// The size of the start box in this process.
+QSize TestFirstLight::sizeOfBox()
+{
+    QWidget parent;
+    boxes::showStartInformation(&parent, [] {});
+    auto *box = parent.findChild<QMessageBox *>();
+    return QTest::qWaitForWindowExposed(box) ? box->size() : QSize();
+}
 
+/// The size of the start box in the real demo under a locale.
+QSize TestFirstLight::sizeOfDemosBox(const QString &language)
+{
+    PrivateHome home;
+    home.language = language;
+    QFile settings(home.settingsFile());
+    settings.open(QIODevice::WriteOnly);
+    settings.write("[Update]\nJsonUrl=http://127.0.0.1:9/\n"); // no server listens there
+    settings.close();
+    const Demo demo(home);
+    xcb_window_t box = 0;
+    const auto appears = [&] {
+        box = m_display.find("NORVEL Tamber Information"_s, demo.processId());
+        return box != 0;
+    };
+    return QTest::qWaitFor(appears, patience) ? m_display.size(box) : QSize();
+}
+
+void TestFirstLight::demoSpeaksJapanese()
+{
+    const QSize english = sizeOfBox();
+    QCOMPARE(sizeOfDemosBox("fr_FR.UTF-8"_s), english); // this box is translated to Japanese only
+    installTranslations(QLocale("ja_JP"_s));
+    const QSize japanese = sizeOfBox();
+    QVERIFY(japanese != english);
+    QCOMPARE(sizeOfDemosBox("ja_JP.UTF-8"_s), japanese);
+}
+
+QTEST_MAIN(TestFirstLight)
 #include "test_firstlight.moc"

@@ -1,8 +1,8 @@
 #include "app/program.h"
 #include "tests/app/drivendemo.h"
 
-/// A minute of a musician's use of the real demo: at its end the device holds exactly what the
-/// settings file says.
+/// Uses the real demo for about a minute. Afterwards the device holds exactly what the settings
+/// file says.
 class TestMinute : public QObject
 {
     Q_OBJECT
@@ -36,6 +36,21 @@ void TestMinute::deviceAndFileAgree()
     QTRY_COMPARE_WITH_TIMEOUT(stored("Track12/Pan_pos"), "67"_s, demo.patience);
     QTRY_COMPARE_WITH_TIMEOUT(demo.differences(), QStringList(), demo.patience);
 
+    // Save scene 1, change some values and load the scene again.
+    const QFileInfo settings(demo.home.settingsFile());
+    const QString scene = settings.dir().filePath("Tamber_sm1.ini"_s);
+    demo.display.type({XDisplay::Control, XDisplay::Shift, XDisplay::F1});
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(scene), demo.patience);
+    const QByteArray saved = bytesOf(scene);
+    demo.drag("faderKnob16"_s, 48);
+    demo.drag("highFreqKnob"_s, -20);
+    demo.click("pB_LinkOff3_4"_s);
+    demo.click("pB_masterMute"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(stored("Master/Mute"), "true"_s, demo.patience);
+    demo.display.type({XDisplay::Control, XDisplay::F1});
+    QTRY_COMPARE_WITH_TIMEOUT(bytesOf(settings.filePath()), saved, demo.patience);
+    QTRY_COMPARE_WITH_TIMEOUT(demo.differences(), QStringList(), demo.patience);
+
     demo.toggleCable();
     xcb_window_t box = 0;
     QTRY_VERIFY_WITH_TIMEOUT((box = demo.find("USB Disconnected"_s)), demo.patience);
@@ -47,7 +62,7 @@ void TestMinute::deviceAndFileAgree()
     demo.toggleCable();
     const auto isBack = [&] { return demo.deviceState().inputs[0].mute; };
     QTRY_VERIFY_WITH_TIMEOUT(isBack(), demo.patience);
-    demo.click("pB_Solo11"_s); // while everything is being sent again
+    demo.click("pB_Solo11"_s); // during the full resend
     demo.drag("masterFaderKnob"_s, 15);
     QTRY_COMPARE_WITH_TIMEOUT(stored("Master/Fader_pos"), "172"_s, demo.patience);
     QTRY_COMPARE_WITH_TIMEOUT(demo.differences(), QStringList(), demo.patience);

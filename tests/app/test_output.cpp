@@ -3,14 +3,9 @@
 #include "app/simulatedtamberwindow.h"
 #include "tests/app/panel.h"
 #include "tests/patience.h"
-#include "widgets/fader.h"
 #include "widgets/lineout.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QtTest>
 
@@ -25,10 +20,9 @@ private slots:
     void initTestCase() { applyLook(); }
     void firstStart();
     void listsRouteTheirOutput();
-    void stereoBus();
-    void bypassRestsTheMixer();
+    void bypassDisablesTheMixer();
     void storedStateAtTheStart();
-    void pictureFollows();
+    void pictureShowsTheRoutes();
     void cableAndSampleRateOfTheDemo();
 };
 
@@ -48,7 +42,7 @@ bool plays(const Panel &panel, const Outs &outs)
     return QTest::qWaitFor([&] { return panel.tamber.state().lineOuts == outs; }, patience);
 }
 
-/// Whether every control of the strips and the editing area is enabled, or none is.
+/// Whether all controls of the strips and the editing area are enabled, or all are disabled.
 bool mixerIs(const Panel &panel, bool enabled)
 {
     int count = 0;
@@ -70,13 +64,19 @@ void TestOutput::firstStart()
     Panel panel("outputs-first", "");
     QVERIFY(plays(panel, firstOuts));
     QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().stereoBus, patience);
-    QVERIFY(panel.find<QCheckBox>("cB_ToStereoBus"_s)->isChecked());
-    QVERIFY(panel.find<QPushButton>("pB_ToStereoBus"_s)->isChecked());
     QVERIFY(panel.find<QRadioButton>("rB_MixerTrueBypass_off"_s)->isChecked());
-    // Showing is not choosing.
+    // Showing the defaults does not store them.
     const QStringList stored = entriesOf(panel.file());
     QCOMPARE(stored.filter("LineOut"_s), QStringList());
     QCOMPARE(stored.filter("Bus"_s), QStringList());
+    auto *box = panel.find<QCheckBox>("cB_ToStereoBus"_s);
+    const auto *button = panel.find<QPushButton>("pB_ToStereoBus"_s); // shows the same option
+    QVERIFY(box->isChecked() && button->isChecked() && !button->isEnabled());
+    for (const bool on : {false, true}) {
+        box->click();
+        QCOMPARE(button->isChecked(), on);
+        QCOMPARE(panel.settings.read(storage::stereoBus), on);
+    }
 }
 
 void TestOutput::listsRouteTheirOutput()
@@ -94,19 +94,7 @@ void TestOutput::listsRouteTheirOutput()
     QVERIFY(plays(panel, expected));
 }
 
-void TestOutput::stereoBus()
-{
-    Panel panel("stereo-bus", "");
-    auto *twin = panel.find<QPushButton>("pB_ToStereoBus"_s);
-    for (const bool on : {false, true}) {
-        panel.find<QCheckBox>("cB_ToStereoBus"_s)->click();
-        QCOMPARE(twin->isChecked(), on);
-        QVERIFY(!twin->isEnabled());
-        QCOMPARE(panel.settings.read(storage::stereoBus), on);
-    }
-}
-
-void TestOutput::bypassRestsTheMixer()
+void TestOutput::bypassDisablesTheMixer()
 {
     Panel panel("bypass", "[Track2]\nSelect=true\nFader_pos=187\nFader_value=-16\n");
     QVERIFY(mixerIs(panel, true));
@@ -125,7 +113,7 @@ void TestOutput::bypassRestsTheMixer()
     QVERIFY(!panel.settings.read(storage::trueBypass));
 }
 
-/// Foreign sources play their default, and are not corrected in the file.
+/// An output with an invalid stored source plays its default. The file keeps the stored source.
 void TestOutput::storedStateAtTheStart()
 {
     Panel panel(
@@ -144,25 +132,24 @@ void TestOutput::storedStateAtTheStart()
     QCOMPARE(panel.file().value("LineOutSettings/LineOut2"_s), "10"_s);
 }
 
-/// A picture with another route looks different along that arrow, and only there.
-void TestOutput::pictureFollows()
+/// Another route changes the colour of its arrow, and of no other arrow.
+void TestOutput::pictureShowsTheRoutes()
 {
     OutputPage page;
     auto *picture = page.findChild<LineOut *>();
     picture->setStyleSheet("LineOut { qproperty-master: #ff0000; qproperty-computer: #00ff00; }"_s);
     picture->setRoutes({0, 1, 4, 5, 6, 7, 8, 9});
-    page.grab(); // lays it out
-    const auto colourBefore = [&](int output) {
-        // where the head of the output's arrow lies
+    page.grab();                            // lays the page out
+    const auto colourOf = [&](int output) { // at the head of the output's arrow
         const QImage image = picture->grab().toImage();
         const int x = image.width() - (104 + 8) * image.width() / picture->width();
         return image.pixelColor(x, (2 * output + 1) * image.height() / 16);
     };
-    QCOMPARE(colourBefore(0), QColor(Qt::red));
-    QCOMPARE(colourBefore(2), QColor(Qt::green));
+    QCOMPARE(colourOf(0), QColor(Qt::red));
+    QCOMPARE(colourOf(2), QColor(Qt::green));
     picture->setRoutes({2, 1, 0, 5, 6, 7, 8, 9});
-    QCOMPARE(colourBefore(0), QColor(Qt::green));
-    QCOMPARE(colourBefore(2), QColor(Qt::red));
+    QCOMPARE(colourOf(0), QColor(Qt::green));
+    QCOMPARE(colourOf(2), QColor(Qt::red));
     QVERIFY(picture->accessibleDescription().contains("Line out 3 plays MASTER L"_s));
 }
 
@@ -184,7 +171,7 @@ void TestOutput::cableAndSampleRateOfTheDemo()
     QVERIFY(tamber.isPlugged());
     rate->setCurrentIndex(rate->findText("192000 Hz"_s));
     QCOMPARE(tamber.sampleRate(), 192000U);
-    tamber.setPlugged(false); // by somebody else
+    tamber.setPlugged(false); // not through this window
     QTRY_VERIFY(!cable->isChecked());
 }
 

@@ -24,41 +24,51 @@ private slots:
     void startsAtTheSameMoment();
 
 private:
+    bool shows(const Demo &demo)
+    {
+        return QTest::qWaitFor([&] { return demo.window(m_display) != 0; }, patience);
+    }
+    /// Starts the demo again. True if the new process ends with this code in time.
+    static bool secondStartEnds(const PrivateHome &home, int code = 0, int time = patience)
+    {
+        const Demo second(home);
+        return QTest::qWaitFor([&] { return !second.isUp(); }, time) && second.endedWith(code);
+    }
+
+    static constexpr int patience = 20000 * slowness;
     XDisplay m_display;
 };
 
-namespace {
-
-constexpr int patience = 20000 * slowness;
-
-} // namespace
+/// Covers the whole screen, above all other windows.
+struct Cover : QWidget
+{
+    explicit Cover(XDisplay &display)
+    {
+        setGeometry(0, 0, 1366, 768);
+        show();
+        if (!QTest::qWaitForWindowExposed(this)) qFatal("no window");
+        display.raise(id());
+    }
+    xcb_window_t id() const { return static_cast<xcb_window_t>(winId()); }
+};
 
 void TestSingleInstance::secondStartShowsTheFirst()
 {
     const PrivateHome home;
     const Demo first(home);
-    QTRY_VERIFY_WITH_TIMEOUT(first.window(m_display), patience);
+    QVERIFY(shows(first));
     const xcb_window_t window = first.window(m_display);
-
-    QWidget cover;
-    cover.setGeometry(0, 0, 1366, 768);
-    cover.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&cover));
-    const auto coverWindow = static_cast<xcb_window_t>(cover.winId());
-    m_display.raise(coverWindow);
-    QVERIFY(m_display.isAbove(coverWindow, window));
-
+    const Cover cover(m_display);
     for (int start = 0; start < 2; ++start) {
-        const Demo second(home);
-        QTRY_VERIFY_WITH_TIMEOUT(!second.isUp(), 4000 * slowness);
-        QVERIFY(second.endedWith(0));
-        QTRY_VERIFY_WITH_TIMEOUT(m_display.isAbove(window, coverWindow), patience);
+        QVERIFY(m_display.isAbove(cover.id(), window));
+        QVERIFY(secondStartEnds(home, 0, 4000 * slowness));
+        QTRY_VERIFY_WITH_TIMEOUT(m_display.isAbove(window, cover.id()), patience);
         QVERIFY(first.isUp());
-        m_display.raise(coverWindow);
+        m_display.raise(cover.id());
     }
 }
 
-/// Nothing minimises without a window manager, so this looks at what the window asks for.
+/// Without a window manager no window is minimised, so this checks the requested window state.
 void TestSingleInstance::minimisedWindowComesBack()
 {
     auto &application = *qobject_cast<QtSingleApplication *>(qApp);
@@ -78,7 +88,7 @@ void TestSingleInstance::minimisedWindowComesBack()
     QVERIFY(window.isMinimized());
 }
 
-/// A box that is open comes to the front with its window, and has the keyboard.
+/// An open box comes to the front with its window and gets the keyboard focus.
 void TestSingleInstance::boxComesWithItsWindow()
 {
     auto &application = *qobject_cast<QtSingleApplication *>(qApp);
@@ -88,19 +98,15 @@ void TestSingleInstance::boxComesWithItsWindow()
     QDialog box(&window);
     box.open();
     application.setActivationWindow(&window, true);
-    QWidget cover;
-    cover.setGeometry(0, 0, 1366, 768);
-    cover.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&cover));
+    const Cover cover(m_display);
     const auto idOf = [](const QWidget &w) { return static_cast<xcb_window_t>(w.winId()); };
-    m_display.raise(idOf(cover));
     emit application.messageReceived("any"_s);
     QTRY_VERIFY(m_display.isAbove(idOf(box), idOf(window)));
-    QTRY_VERIFY(m_display.isAbove(idOf(window), idOf(cover)));
+    QTRY_VERIFY(m_display.isAbove(idOf(window), cover.id()));
     QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget *>(&box));
 }
 
-/// A process that was killed while it made its lock stops no later start.
+/// The demo starts although a process that was killed left an unreadable lock file.
 void TestSingleInstance::unreadableLock()
 {
     for (const QByteArray &content : {QByteArray(), QByteArray("garbage\n\n")}) {
@@ -110,7 +116,7 @@ void TestSingleInstance::unreadableLock()
         };
         {
             const Demo killed(home);
-            QTRY_VERIFY_WITH_TIMEOUT(killed.window(m_display), patience);
+            QVERIFY(shows(killed));
         }
         QCOMPARE(locks().size(), 1);
         QFile lock(locks().first().filePath());
@@ -118,46 +124,37 @@ void TestSingleInstance::unreadableLock()
         lock.write(content);
         lock.close();
         const Demo demo(home);
-        QTRY_VERIFY_WITH_TIMEOUT(demo.window(m_display), patience);
-        const Demo second(home);
-        QTRY_VERIFY_WITH_TIMEOUT(!second.isUp(), patience);
-        QVERIFY(second.endedWith(0));
+        QVERIFY(shows(demo));
+        QVERIFY(secondStartEnds(home));
     }
 }
 
-/// Without a run-time folder of the user's own the lock lies elsewhere.
+/// Without a run-time folder of the user the lock is in another folder.
 void TestSingleInstance::noRuntimeFolder()
 {
     PrivateHome home;
     home.runtime = "/proc/none"_s;
     const Demo first(home);
-    QTRY_VERIFY_WITH_TIMEOUT(first.window(m_display), patience);
-    const Demo second(home);
-    QTRY_VERIFY_WITH_TIMEOUT(!second.isUp(), patience);
-    QVERIFY(second.endedWith(0));
+    QVERIFY(shows(first));
+    QVERIFY(secondStartEnds(home));
     QVERIFY(first.isUp());
 }
 
+/// The second start waits a while for an instance that does not answer, then fails.
 void TestSingleInstance::hungFirst()
 {
     const PrivateHome home;
     const Demo first(home);
-    QTRY_VERIFY_WITH_TIMEOUT(first.window(m_display), patience);
+    QVERIFY(shows(first));
     first.signal(SIGSTOP);
     QElapsedTimer time;
     time.start();
-    const Demo second(home);
-    QTRY_VERIFY_WITH_TIMEOUT(!second.isUp(), 60000);
-    const qint64 waited = time.elapsed();
-    QVERIFY2(second.endedWith(1), qPrintable(QString::number(second.exitCode())));
-    QVERIFY2(
-        waited >= 4500 && waited <= 15000 + 2000 * slowness, qPrintable(QString::number(waited)));
+    QVERIFY(secondStartEnds(home, 1, 15000 + 2000 * slowness));
+    QVERIFY2(time.elapsed() >= 4500, qPrintable(QString::number(time.elapsed())));
 
-    // Awake again, the first serves as before.
+    // The first instance answers again when it continues.
     first.signal(SIGCONT);
-    const Demo third(home);
-    QTRY_VERIFY_WITH_TIMEOUT(!third.isUp(), patience);
-    QVERIFY(third.endedWith(0));
+    QVERIFY(secondStartEnds(home));
     QVERIFY(first.isUp());
 }
 
@@ -174,7 +171,7 @@ void TestSingleInstance::startsAtTheSameMoment()
     const PrivateHome home;
     if (afterCrash) {
         const Demo crashing(home);
-        QTRY_VERIFY_WITH_TIMEOUT(crashing.window(m_display), patience);
+        QVERIFY(shows(crashing));
     }
     std::vector<std::unique_ptr<Demo>> demos;
     for (int i = 0; i < 5; ++i)

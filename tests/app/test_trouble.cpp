@@ -3,13 +3,11 @@
 #include "tests/app/panel.h"
 #include "tests/patience.h"
 
-#include <QLabel>
 #include <QMessageBox>
 #include <QProcess>
-#include <QPushButton>
 #include <QtTest>
 
-/// What the window says and does when the device or the settings file fails.
+/// The window when the device or the settings file fails.
 class TestTrouble : public QObject
 {
     Q_OBJECT
@@ -37,7 +35,7 @@ int boxes(const Panel &panel)
     return open;
 }
 
-/// The text of the notice, none while it is hidden.
+/// The text of the notice, empty while it is hidden.
 QString notice(const Panel &panel)
 {
     const auto *label = panel.find<QLabel>("label_Notice"_s);
@@ -46,7 +44,7 @@ QString notice(const Panel &panel)
 
 constexpr char hangingVariable[] = "TAMBER_TEST_HANGING";
 
-/// Never returns from a transfer once it is told so, and cannot be cancelled.
+/// Once `endless` is set, a transfer never returns and cannot be cancelled.
 class EndlessTransport final : public RecordedTransport
 {
 public:
@@ -67,7 +65,7 @@ private:
     std::mutex m_never;
 };
 
-/// The child process of the test below: a panel whose device hangs, closed after a second.
+/// The child process of closingWhileATransferHangs(): a panel whose device hangs after a second.
 int runHanging(int argc, char **argv)
 {
     static Settings settings(testOrganisation, "hanging-child");
@@ -87,7 +85,7 @@ int runHanging(int argc, char **argv)
 
 } // namespace
 
-/// One box and the notice each time, however long it lasts.
+/// Each disconnection shows one box and the notice. The box is not shown again while it lasts.
 void TestTrouble::unplugAndPlugAgain()
 {
     Panel panel("cable", "");
@@ -103,7 +101,7 @@ void TestTrouble::unplugAndPlugAgain()
         for (int tick = 0; tick < 20; ++tick)
             panel.window.timerInterrupt_100ms();
         QCOMPARE(boxes(panel), 0);
-        panel.find<QPushButton>("pB_Mute5"_s)->click(); // kept for it
+        panel.find<QPushButton>("pB_Mute5"_s)->click(); // sent after the reconnection
         panel.tamber.setPlugged(true);
         QTRY_COMPARE_WITH_TIMEOUT(panel.tamber.state().inputs[4].mute, round == 0, patience);
     }
@@ -116,7 +114,7 @@ void TestTrouble::startWithoutADevice()
     panel.window.show();
     QTRY_COMPARE_WITH_TIMEOUT(boxes(panel), 1, patience);
     panel.tamber.setPlugged(true);
-    QTRY_COMPARE_WITH_TIMEOUT(boxes(panel), 0, patience); // it goes with its reason
+    QTRY_COMPARE_WITH_TIMEOUT(boxes(panel), 0, patience); // the box closes by itself
 }
 
 void TestTrouble::refusedSetting()
@@ -126,7 +124,7 @@ void TestTrouble::refusedSetting()
     QTRY_COMPARE_WITH_TIMEOUT(notice(panel), QString(), patience);
     panel.cable->lose(vxctl::tagTrueBypass);
     panel.find<QAbstractButton>("rB_MixerTrueBypass_on"_s)->click();
-    // It is sent again after 1, 2 and 4 seconds. A step that is too long would look like sleep.
+    // The resends follow after 1, 2 and 4 seconds. A longer step would count as a suspended system.
     const auto later = [&] {
         panel.wallClock.leap += 300;
         panel.window.timerInterrupt_100ms();
@@ -138,7 +136,7 @@ void TestTrouble::refusedSetting()
     QTRY_COMPARE_WITH_TIMEOUT(notice(panel), QString(), patience);
 }
 
-/// The box takes the release of the mouse button away.
+/// The control does not get the release of the mouse button because the box is modal.
 void TestTrouble::boxEndsADrag()
 {
     Panel panel("held", "");
@@ -156,8 +154,8 @@ void TestTrouble::boxEndsADrag()
     QCOMPARE(knob->x(), column);
 }
 
-/// A broken settings file must not open channels that are muted: nothing is sent until the user
-/// takes the defaults.
+/// If the settings file cannot be read, nothing is sent until the user accepts the defaults. The
+/// defaults would open channels that are muted on the device.
 void TestTrouble::unreadableSettings()
 {
     Panel("unreadable", ""); // makes the folder
@@ -171,7 +169,7 @@ void TestTrouble::unreadableSettings()
     auto *button = panel.find<QPushButton>("pB_Notice"_s);
     QVERIFY(!notice(panel).isEmpty() && !button->isVisible());
     QTRY_VERIFY_WITH_TIMEOUT(button->isVisible(), patience);
-    panel.find<QPushButton>("pB_Mute3"_s)->click(); // kept, not sent
+    panel.find<QPushButton>("pB_Mute3"_s)->click(); // stored, but not sent
     QVERIFY(panel.tamber.state() == untouched);
     button->click();
     QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().inputs[2].mute, patience);
@@ -191,10 +189,10 @@ void TestTrouble::metersShowTheDevice()
     QTRY_VERIFY_WITH_TIMEOUT(!shown("7") && !shown("5_6_L") && !shown("Master_R"), patience);
 }
 
-/// The program ends normally though a transfer never does.
+/// The program ends normally although a transfer never returns.
 void TestTrouble::closingWhileATransferHangs()
 {
-    Panel("hanging-child", ""); // its settings, with the start box seen
+    Panel("hanging-child", ""); // makes its settings file
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QLatin1String(hangingVariable), "1"_s);
     QProcess child;

@@ -4,18 +4,15 @@
 #include "common/constants.h"
 #include "tests/app/panel.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDesktopServices>
-#include <QLabel>
-#include <QProcess>
-#include <QPushButton>
+#include <QMessageBox>
 #include <QScreen>
 #include <QSettings>
 #include <QtTest>
 
-/// The window's frame: menus, boxes, help links and its place on the screen.
+/// The main window's menus, boxes, help links and position on the screen.
 class TestWindow : public QObject
 {
     Q_OBJECT
@@ -29,11 +26,10 @@ private slots:
     void startInformation();
     void productInformation();
     void helpLinks();
-    void placeOnAScreenThatIsGone();
-    void fitsTheSmallestScreen();
+    void fitsTheScreen();
 
 private:
-    QStringList m_pages; ///< what the browser was asked for
+    QStringList m_pages; ///< the addresses that the browser should open
 };
 
 void TestWindow::menus()
@@ -53,27 +49,21 @@ void TestWindow::menus()
 void TestWindow::startInformation()
 {
     Panel("start", "").settings.write(storage::informationSeen, false);
-    {
-        Panel escaped("start");
-        QMessageBox *box = nullptr;
-        QTRY_VERIFY((box = escaped.window.findChild<QMessageBox *>()) != nullptr);
-        QTest::keyClick(box, Qt::Key_Escape);
-        QVERIFY(!box->isVisible());
-        QVERIFY(!escaped.settings.read(storage::informationSeen));
-    }
-    for (const bool ticked : {false, true}) {
+    const std::function<void(QMessageBox *)> ways[] = {
+        [](auto *box) { QTest::keyClick(box, Qt::Key_Escape); },
+        [](auto *box) { box->button(QMessageBox::Ok)->click(); },
+        [](auto *box) { box->template findChild<QCheckBox *>()->click(); }};
+    for (const auto &close : ways) {
         Panel started("start");
         started.window.show();
         QMessageBox *box = nullptr;
         QTRY_VERIFY((box = started.window.findChild<QMessageBox *>()) != nullptr);
         QCOMPARE(box->windowTitle(), "NORVEL Tamber Information"_s);
         QVERIFY(box->text().contains("Tamber FAQS</a>"_s));
-        auto *tick = box->findChild<QCheckBox *>();
-        QCOMPARE(tick->text(), "Do not show again"_s);
-        // A tick closes the box as the button does.
-        ticked ? tick->click() : box->button(QMessageBox::Ok)->click();
+        QCOMPARE(box->findChild<QCheckBox *>()->text(), "Do not show again"_s);
+        close(box);
         QVERIFY(!box->isVisible());
-        QCOMPARE(started.settings.read(storage::informationSeen), ticked);
+        QCOMPARE(started.settings.read(storage::informationSeen), &close == std::end(ways) - 1);
     }
     Panel again("start");
     again.window.show();
@@ -85,7 +75,7 @@ void TestWindow::productInformation()
 {
     Panel panel("product", "");
     panel.window.show();
-    panel.find<QAction>("actionProduct_Information"_s)->trigger();
+    panel.trigger("actionProduct_Information"_s);
     auto *dialog = panel.window.findChild<QDialog *>();
     QVERIFY(dialog && dialog->isVisible());
     const auto copied = [&] {
@@ -95,7 +85,7 @@ void TestWindow::productInformation()
     QTRY_VERIFY(copied().contains("Sample Rate ： 48.0 kHz"_s));
     QVERIFY(copied().contains("Software Version ： 4.00 0064\n"_s));
     QVERIFY(copied().contains("Firmware Version ： 1.02 0034\n"_s));
-    panel.tamber.setPlugged(false); // it does not go on saying what was
+    panel.tamber.setPlugged(false); // the dialog does not keep the old version
     QTRY_VERIFY(copied().contains("Firmware Version ： No Device\n"_s));
 }
 
@@ -103,8 +93,8 @@ void TestWindow::helpLinks()
 {
     QDesktopServices::setUrlHandler("https"_s, this, "browse");
     const Panel panel("links", "");
-    panel.find<QAction>("actionFAQs"_s)->trigger();
-    panel.find<QAction>("actionNORVEL_Website"_s)->trigger();
+    panel.trigger("actionFAQs"_s);
+    panel.trigger("actionNORVEL_Website"_s);
     QDesktopServices::unsetUrlHandler("https"_s);
     QCOMPARE(
         m_pages, (QStringList{
@@ -112,33 +102,26 @@ void TestWindow::helpLinks()
                      "https://www.norvel.example/product/tamber/top"_s}));
 }
 
-void TestWindow::placeOnAScreenThatIsGone()
+/// The window is on the screen also if the stored position is on a screen that no longer exists.
+void TestWindow::fitsTheScreen()
 {
     QWidget far;
     far.setFixedSize(1000, 500);
     far.move(6000, 4000);
-    QSettings(QLatin1String(testOrganisation), QLatin1String(constants::applicationName))
-        .setValue("Window/geometry"_s, far.saveGeometry());
-    Panel panel("far", "");
-    panel.window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&panel.window));
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    QVERIFY(screen.contains(panel.window.geometry().topLeft()));
-    QVERIFY((screen & panel.window.geometry()).width() > 900);
-}
-
-void TestWindow::fitsTheSmallestScreen()
-{
-    QSettings(QLatin1String(testOrganisation), QLatin1String(constants::applicationName))
-        .remove("Window/geometry"_s);
-    Panel panel("fits", "");
-    panel.window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&panel.window));
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    QVERIFY(screen.contains(panel.window.frameGeometry()));
-    // 1366 x 768 without a task bar of 40 rows and a title bar of 32.
-    QVERIFY(panel.window.width() <= 1366 && panel.window.height() <= 768 - 72);
-    QCOMPARE(panel.window.minimumSize(), panel.window.maximumSize());
+    for (const QByteArray &geometry : {far.saveGeometry(), QByteArray()}) {
+        QSettings(QLatin1String(testOrganisation), QLatin1String(constants::applicationName))
+            .setValue("Window/geometry"_s, geometry);
+        Panel panel("fits", "");
+        panel.window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&panel.window));
+        QVERIFY(screen.contains(panel.window.geometry().topLeft()));
+        QVERIFY((screen & panel.window.geometry()).width() > 900);
+        if (geometry.isEmpty()) QVERIFY(screen.contains(panel.window.frameGeometry()));
+        // 1366 x 768 pixels without a task bar of 40 rows and a title bar of 32 rows.
+        QVERIFY(panel.window.width() <= 1366 && panel.window.height() <= 768 - 72);
+        QCOMPARE(panel.window.minimumSize(), panel.window.maximumSize());
+    }
 }
 
 QTEST_MAIN(TestWindow)

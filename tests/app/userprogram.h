@@ -11,15 +11,14 @@
 #include <csignal>
 #include <sys/prctl.h>
 
-/// A user's home that is empty but for settings with "start box seen", for a program that is
-/// started as a process.
+/// A temporary home folder for a process. It contains only a settings file with "start box seen".
 class PrivateHome
 {
-    QTemporaryDir m_folder; ///< before what depends on it
+    QTemporaryDir m_folder; ///< first, because other members are initialised from it
 
 public:
-    /// @param settings where the program has its settings file, if not in this home
-    /// @param updates  where it looks for updates; nobody listens there by default
+    /// @param settings path of the program's settings file; empty for the usual path in this home
+    /// @param updates  address of the update document; by default no server listens there
     explicit PrivateHome(
         const QString &settings = QString(), const QString &updates = "http://127.0.0.1:9/"_s)
         : runtime(m_folder.filePath("run"_s)),
@@ -40,7 +39,7 @@ public:
     QString settingsFile() const { return m_settings; }
     QString traceFile() const { return m_folder.filePath("trace"_s); }
 
-    /// What the environment says of the user's language, as in "ja_JP.UTF-8"; C without it.
+    /// The user's locale in the environment, such as "ja_JP.UTF-8".
     QString language = QStringLiteral("C");
 
     QProcessEnvironment environment() const
@@ -63,8 +62,7 @@ private:
     QString m_settings;
 };
 
-/// A program with such a home as a process, which ends with this object, or with the test whatever
-/// happens.
+/// A process with such a home. It ends with this object, and at the latest with the test process.
 class UserProgram : public QProcess
 {
 public:
@@ -90,7 +88,7 @@ public:
     }
     void signal(int number) const { ::kill(static_cast<pid_t>(processId()), number); }
 
-    /// Its main window, 0 until it is shown.
+    /// The program's main window, 0 until it is shown.
     xcb_window_t window(XDisplay &display) const
     {
         return display.find(QLatin1String(constants::windowTitle), processId());

@@ -13,7 +13,7 @@
 #include <mutex>
 #include <unistd.h>
 
-/// Counts the waits instead of waiting; a simulated device's time passes with them.
+/// Counts the waits instead of waiting. The time of a simulated device advances with them.
 class CountingClock final : public Clock
 {
 public:
@@ -36,31 +36,32 @@ private:
     simulator::DeviceClock *m_device;
 };
 
-/// Keeps what was sent and hands out scripted answers, or those of the transport behind it. It can
-/// fail from its n-th transfer on, and hold every request up. Any thread, the members while held.
+/// Records what is sent. Returns scripted answers, or those of the transport behind it. Can fail
+/// from the n-th transfer on, and can delay requests. All functions can be called from any thread;
+/// the data members only while hold() is in effect.
 class RecordedTransport : public Transport
 {
 public:
     explicit RecordedTransport(Transport *behind = nullptr) : m_behind(behind) {}
 
-    std::deque<QByteArray> answers; ///< one a read
-    QByteArray steady;              ///< the answer when those are used up
-    int failFrom = 0;               ///< the first transfer that fails, from 1
-    int failures = 1 << 30;         ///< how many do
-    QByteArray calls;               ///< a letter a request: Find, Out, In, Rate
-    QList<QByteArray> sent;         ///< in hexadecimal, what was accepted
+    std::deque<QByteArray> answers; ///< one for each read
+    QByteArray steady;              ///< the answer after the last of `answers`
+    int failFrom = 0;               ///< the first transfer that fails, counted from 1
+    int failures = 1 << 30;         ///< the number of transfers that fail
+    QByteArray calls;               ///< the first letter of each request: Find, Out, In, Rate
+    QList<QByteArray> sent;         ///< accepted messages in hexadecimal
     int unexpected = 0;             ///< transfers that no command makes
 
-    /// The next so many transfers fail.
+    /// The next `count` transfers fail.
     void failNext(int count)
     {
         const auto lock = hold();
         failFrom = m_transfers + 1;
         failures = count;
     }
-    /// While this is held, all requests wait.
+    /// All requests wait while the returned lock exists.
     std::unique_lock<std::mutex> hold() { return std::unique_lock(m_mutex); }
-    /// What was sent since the last time.
+    /// The messages since the last call.
     QList<QByteArray> takeSent()
     {
         const auto lock = hold();
@@ -124,7 +125,7 @@ private:
     std::mutex m_mutex;
 };
 
-/// What is written to standard output meanwhile.
+/// The standard output of a function.
 inline QByteArray capturedOutput(const std::function<void()> &act)
 {
     std::FILE *const file = std::tmpfile();

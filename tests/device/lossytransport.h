@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-/// Loses all messages with one tag, as long as it is told to.
+/// Loses all messages that contain a chosen tag.
 class LossyTransport final : public RecordedTransport
 {
 public:
@@ -21,7 +21,7 @@ public:
         m_left = 1 << 30;
         m_tag = tag;
     }
-    /// Loses one command with a tag, however often it is tried to be sent.
+    /// Loses one command with this tag, including its repeated transfers.
     void loseOne(int tag)
     {
         m_left = 10;

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// A transfer over a recorder, to a simulated device or to answers that are always the same.
+/// A firmware transfer to a simulated device, or to a transport with constant answers.
 struct Transfer
 {
     explicit Transfer(std::size_t size) : image(size)
@@ -46,7 +46,7 @@ class TestFirmwareTransfer : public QObject
 
 private slots:
     void wholeImageArrives();
-    void stalledForEver();
+    void stalledForever();
     void flashNeverDone();
     void failsAtAnyCall();
 };
@@ -55,7 +55,7 @@ void TestFirmwareTransfer::wholeImageArrives()
 {
     for (int size : {1, 60, 61, 62, 122, 488, 5000}) {
         Transfer transfer(static_cast<std::size_t>(size));
-        transfer.device.say("erasing"); // a developer's text comes between
+        transfer.device.say("erasing"); // a debug text between the answers
         transfer.run(transfer.recorder);
         QCOMPARE(transfer.result, 0);
         QCOMPARE(transfer.progress, static_cast<std::uint32_t>(size));
@@ -70,7 +70,7 @@ void TestFirmwareTransfer::wholeImageArrives()
     }
 }
 
-void TestFirmwareTransfer::stalledForEver()
+void TestFirmwareTransfer::stalledForever()
 {
     for (const bool credit : {false, true}) {
         RecordedTransport transport;
@@ -79,7 +79,7 @@ void TestFirmwareTransfer::stalledForEver()
         transfer.run(transport);
         QCOMPARE(transfer.result, 1);
         QCOMPARE(transfer.progress, 0u);
-        QCOMPARE(transport.sent.count("22 01 00 00"), 2001); // and nothing but the start
+        QCOMPARE(transport.sent.count("22 01 00 00"), 2001); // and the start message only
         QCOMPARE(transport.sent.size(), 2002);
         QCOMPARE(transfer.clock.waited, 2000 * 5);
         QVERIFY(transfer.output.endsWith(credit ? "timeout line:274\n" : "timeout line:272\n"));

@@ -1,5 +1,6 @@
 #include "device/platformtransport.h"
 #include "device/qvxdevice.h"
+#include "device/qvxdeviceunit.h"
 #include "simulator/simulatedtransport.h"
 #include "tests/device/faketransports.h"
 #include "tests/shorthand.h"
@@ -14,16 +15,16 @@ constexpr int input = vxctl::channelInput;
 constexpr int master = vxctl::channelMaster;
 constexpr int lineOut = vxctl::channelLineOut;
 
-/// The facade with its worker thread, on a simulated device with a recorder on its cable.
+/// The facade with its worker thread and a simulated device. A recorder sees all transfers.
 struct Panel
 {
-    /// Waits take no time, unless it is with a clock of its own.
+    /// @param clock the clock for waits; without one, waits take no time
     explicit Panel(Clock *clock = nullptr) : device(transport, clock ? *clock : quick)
     {
         transport.takeSent();
     }
 
-    /// Everything that was sent until all requests were worked off, but for the mark put in for it.
+    /// Waits until all requests are done. Returns all messages except this function's own marks.
     QByteArray sent()
     {
         const QByteArray mark("44 02 01 00 00");
@@ -38,7 +39,7 @@ struct Panel
             if (!marked) return "The worker hangs.";
             last.removeOne(mark);
             all += last;
-            QCoreApplication::processEvents(); // the answers may let more go out
+            QCoreApplication::processEvents(); // an answer may release the next command
         } while (!last.isEmpty());
         return all.join('|');
     }
@@ -69,8 +70,8 @@ class TestQVXDevice : public QObject
 private slots:
     void onlyTheNewestValueFollows();
     void resultsOfSetters();
-    void failuresAreToldAndSentAgain_data();
-    void failuresAreToldAndSentAgain();
+    void failuresAreReportedAndResent_data();
+    void failuresAreReportedAndResent();
     void answersFromOutside();
     void hangingTransfer();
     void identityThatFails();
@@ -82,6 +83,9 @@ private slots:
     void withoutADevice();
     void stopsWhileTheDeviceIsSlow();
     void stopsWhileTheDeviceIsBusy();
+    void workerOfASilentDevice();
+    void workerSignalsCarryNumbers();
+    void workerPacesCommands();
 };
 
 void TestQVXDevice::onlyTheNewestValueFollows()
@@ -91,7 +95,7 @@ void TestQVXDevice::onlyTheNewestValueFollows()
         panel.device.set_fader(input, 3, step / 10);
     QCOMPARE(panel.sent(), parameter(input, 3, "81", 0) + '|' + parameter(input, 3, "81", 4));
 
-    // Of several that wait the lowest goes first, the master last.
+    // Pending commands are sent in the order of the inputs, the master last.
     QByteArray wanted = parameter(input, 9, "81", 1);
     panel.device.set_fader(input, 9, 1);
     panel.device.set_fader(master, 1, 3);
@@ -105,10 +109,10 @@ void TestQVXDevice::onlyTheNewestValueFollows()
 void TestQVXDevice::resultsOfSetters()
 {
     Panel panel;
-    panel.device.set_pan(input, 1, 0); // the middle is a value like any other
+    panel.device.set_pan(input, 1, 0); // the centre is sent, too
     QVERIFY(panel.device.set_pan(input, 1, 0));
     QCOMPARE(panel.sent(), parameter(input, 1, "82", 0));
-    QVERIFY(panel.device.set_pan(input, 1, 2)); // the last one succeeded
+    QVERIFY(panel.device.set_pan(input, 1, 2)); // the result of the previous command
     panel.sent();
     panel.device.set_pan(input, 1, 0x80); // the device refuses -128
     panel.sent();
@@ -120,7 +124,7 @@ void TestQVXDevice::resultsOfSetters()
     QVERIFY(panel.device.set_pan(input, 1, 4));
 }
 
-void TestQVXDevice::failuresAreToldAndSentAgain_data()
+void TestQVXDevice::failuresAreReportedAndResent_data()
 {
     using Request = std::function<void(QVXDevice &, unsigned char)>;
     QTest::addColumn<Request>("request");
@@ -143,8 +147,8 @@ void TestQVXDevice::failuresAreToldAndSentAgain_data()
     row("true bypass", Kind::TrueBypass, 0, [](auto &d, auto v) { d.set_truebypass(v); });
 }
 
-/// Of every kind, for the value that failed, and also when a reset comes in between.
-void TestQVXDevice::failuresAreToldAndSentAgain()
+/// For commands of every kind: a failure is reported and can be resent, also after a reset.
+void TestQVXDevice::failuresAreReportedAndResent()
 {
     using Request = std::function<void(QVXDevice &, unsigned char)>;
     QFETCH(Request, request);
@@ -153,26 +157,27 @@ void TestQVXDevice::failuresAreToldAndSentAgain()
     const QVXDevice::Target target{static_cast<Kind>(kind), index};
     const bool hasNoAnswer = target.kind == Kind::StereoBus || target.kind == Kind::TrueBypass;
     Panel panel;
-    QStringList told;
+    QStringList results;
     connect(&panel.device, &QVXDevice::setFinished, this, [&](const auto &of, bool ret) {
-        told += of == target ? (ret ? "done"_s : "failed"_s) : "another"_s;
+        results += of == target ? (ret ? "done"_s : "failed"_s) : "another"_s;
     });
     unsigned char mark = 0;
     const auto wait = [&] {
         if (!hasNoAnswer) {
             panel.sent();
-            return std::exchange(told, {});
+            return std::exchange(results, {});
         }
-        // The worker keeps the order, so the option is done when a later command has its answer.
+        // The worker keeps the order: the answer to a later command shows that the option is done.
         panel.device.set_mute(input, 16, mark ^= 1);
-        if (!QTest::qWaitFor([&] { return told.contains("another"_s); })) return QStringList{"?"_s};
-        told.clear();
+        if (!QTest::qWaitFor([&] { return results.contains("another"_s); }))
+            return QStringList{"?"_s};
+        results.clear();
         const std::optional<bool> result = panel.device.takeBusResult(target.kind);
         return QStringList{!result ? "none"_s : *result ? "done"_s : "failed"_s};
     };
     panel.transport.failNext(1000);
     request(panel.device, 1);
-    panel.device.reset(); // what fails from before it is not told
+    panel.device.reset(); // earlier failures are not reported
     request(panel.device, 1);
     panel.transport.failNext(0);
     wait();
@@ -181,11 +186,11 @@ void TestQVXDevice::failuresAreToldAndSentAgain()
     QCOMPARE(wait(), QStringList{"failed"_s});
     QCOMPARE(panel.device.resend(target), !hasNoAnswer);
     QCOMPARE(wait(), QStringList{hasNoAnswer ? "none"_s : "done"_s});
-    QVERIFY(!panel.device.resend(target)); // nothing has failed any more
+    QVERIFY(!panel.device.resend(target)); // no failed command is left
     QCOMPARE(panel.device.setsWaiting(), 0);
 }
 
-/// What stands in for the worker reaches the facade by the names of its slots.
+/// A replacement of the worker can call the slots of the facade by name.
 void TestQVXDevice::answersFromOutside()
 {
     Panel panel;
@@ -200,7 +205,7 @@ void TestQVXDevice::answersFromOutside()
     QCOMPARE(gain, 16422U);
 }
 
-/// A transfer that does not return does not look like a working device.
+/// The age of a transfer that does not return grows.
 void TestQVXDevice::hangingTransfer()
 {
     Panel panel;
@@ -254,7 +259,7 @@ void TestQVXDevice::resetForgets()
     QCOMPARE(panel.sent(), once);
 
     send(5);
-    panel.device.reset(); // also in the midst of a request nothing sticks
+    panel.device.reset(); // while a request is under way
     send(4);
     send(3);
     panel.sent();
@@ -284,14 +289,14 @@ void TestQVXDevice::meters()
     QCOMPARE(int(list[1].ch_no), 9);
 
     panel.sent();
-    for (int i = 0; i < 30; ++i) // while one is under way they make one more
+    for (int i = 0; i < 30; ++i) // at most one request under way and one pending
         get(18);
     QCOMPARE(panel.sent(), QByteArray("71 01 00 00|71 01 00 00"));
 
     panel.tamber.setPlugged(false);
     QTRY_COMPARE(get(18), -1);
     panel.device.reset();
-    QCOMPARE(get(18), -1); // that they failed is not forgotten
+    QCOMPARE(get(18), -1); // a reset keeps the failure
 }
 
 void TestQVXDevice::identityRequestsDoNotPileUp()
@@ -306,17 +311,17 @@ void TestQVXDevice::identityRequestsDoNotPileUp()
         panel.device.get_build(number);
         panel.device.get_sample_rate(hertz);
         panel.device.is_selected();
-        if (i == 50) QTRY_VERIFY(panel.device.transferAge() > 0); // it has begun with the first
+        if (i == 50) QTRY_VERIFY(panel.device.transferAge() > 0); // the first request is under way
     }
     QCOMPARE(presence.count(), 1);
     held.unlock();
     const int identities = panel.sent().count("31 01 00 00");
-    QVERIFY(identities == 2 || identities == 3); // the one begun may be asked for anew
+    QVERIFY(identities == 2 || identities == 3); // the first one may be requested again
     held.lock();
     QCOMPARE(panel.transport.calls.count('R'), 1);
 }
 
-/// What the device said once is not known any more when it refuses to say it again.
+/// When the device refuses to repeat its identity, the earlier answer is discarded.
 void TestQVXDevice::identityThatFails()
 {
     Panel panel;
@@ -363,7 +368,7 @@ void TestQVXDevice::withoutADevice()
     QCOMPARE(int(version), 0);
     vxctl::MeterRecord list[vxctl::meterCount];
     int count = 0;
-    QVERIFY(device.get_meter(list, vxctl::meterCount, count)); // nothing has failed so far
+    QVERIFY(device.get_meter(list, vxctl::meterCount, count)); // no request has failed yet
     QTRY_VERIFY(!device.get_meter(list, vxctl::meterCount, count));
     QVERIFY(!device.set_fader(input, 1, 1));
     QVERIFY(!device.is_selected());
@@ -384,7 +389,7 @@ void TestQVXDevice::stopsWhileTheDeviceIsSlow()
     timer.start();
     device.reset();
     QVERIFY(timer.elapsed() < 1500);
-    QVERIFY(tamber.taken() <= before + 2); // with the one that was just on its way
+    QVERIFY(tamber.taken() <= before + 2); // the transfer under way is completed
 }
 
 void TestQVXDevice::stopsWhileTheDeviceIsBusy()
@@ -392,7 +397,7 @@ void TestQVXDevice::stopsWhileTheDeviceIsBusy()
     QElapsedTimer timer;
     for (const int polls : {0, 3}) {
         Panel panel(&WorkerClock::instance());
-        panel.tamber.setFault(simulator::Fault::Busy); // every command polls half a second
+        panel.tamber.setFault(simulator::Fault::Busy); // every command polls for half a second
         for (unsigned char number = 1; number <= 16; ++number)
             panel.device.set_mute(input, number, 1);
         const auto asked = [&] {
@@ -404,6 +409,43 @@ void TestQVXDevice::stopsWhileTheDeviceIsBusy()
         timer.start();
     }
     QVERIFY(timer.elapsed() < 300);
+}
+
+void TestQVXDevice::workerOfASilentDevice()
+{
+    simulator::SteppedClock time;
+    simulator::SimulatedTamber device(time);
+    simulator::SimulatedTransport transport(device);
+    device.setFault(simulator::Fault::ShortRead);
+    const QVXDeviceUnit unit(transport, WorkerClock::instance());
+    QVERIFY(unit.foundAtStart());
+    QCOMPARE(int(unit.version), 0);
+    QCOMPARE(unit.productNameAtStart(), QString());
+}
+
+/// A signal spy sees the numbers although no test has registered their types.
+void TestQVXDevice::workerSignalsCarryNumbers()
+{
+    Panel panel;
+    QVXDeviceUnit unit(panel.transport, panel.quick);
+    const QSignalSpy versions(&unit, &QVXDeviceUnit::ret_get_version);
+    const QSignalSpy rates(&unit, &QVXDeviceUnit::ret_get_sample_rate);
+    unit.get_version();
+    unit.get_sample_rate();
+    QCOMPARE(versions.first(), (QVariantList{true, QVariant::fromValue(std::uint16_t{102})}));
+    QCOMPARE(rates.first(), (QVariantList{true, 48000U}));
+}
+
+void TestQVXDevice::workerPacesCommands()
+{
+    RecordedTransport transport;
+    CountingClock clock;
+    QVXDeviceUnit unit(transport, clock);
+    const int before = clock.waited;
+    for (int i = 0; i < 20; ++i)
+        unit.set_fader(input, 1, static_cast<unsigned char>(i));
+    unit.set_truebypass(1); // paced, too, although it has no answer
+    QCOMPARE(clock.waited - before, 21 * 10);
 }
 
 QTEST_GUILESS_MAIN(TestQVXDevice)

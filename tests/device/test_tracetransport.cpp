@@ -12,7 +12,7 @@ class TestTraceTransport : public QObject
 private slots:
     void cleanup() { qunsetenv("TAMBER_TRACE"); }
     void aLineForEveryRequest();
-    void notAsked();
+    void noTrace();
 };
 
 void TestTraceTransport::aLineForEveryRequest()
@@ -20,7 +20,7 @@ void TestTraceTransport::aLineForEveryRequest()
     const QTemporaryDir folder;
     const QString name = folder.filePath(QStringLiteral("trace"));
     qputenv("TAMBER_TRACE", QFile::encodeName(name));
-    for (int round = 0; round < 2; ++round) { // the second one appends
+    for (int round = 0; round < 2; ++round) { // the second round appends
         auto recorded = std::make_unique<RecordedTransport>();
         RecordedTransport &device = *recorded;
         const std::unique_ptr<Transport> traced = tracedWhereAsked(std::move(recorded));
@@ -65,13 +65,13 @@ void TestTraceTransport::aLineForEveryRequest()
     QCOMPARE(lines, once + once);
 }
 
-void TestTraceTransport::notAsked()
+void TestTraceTransport::noTrace()
 {
     for (int round = 0; round < 2; ++round) {
         auto recorded = std::make_unique<RecordedTransport>();
         const Transport *const same = recorded.get();
         QCOMPARE(tracedWhereAsked(std::move(recorded)).get(), same);
-        qputenv("TAMBER_TRACE", "/nowhere/at/all"); // for the second one
+        qputenv("TAMBER_TRACE", "/nowhere/at/all"); // for the second round
     }
 }
 

@@ -16,7 +16,7 @@ QByteArray bytes(const char *hex)
 const QByteArray busy = bytes("A1 02 00");
 const QByteArray ready = bytes("A1 02 01");
 
-/// A device at the other end of a script, and a clock that does not wait.
+/// A link to a device with scripted answers, and a clock that does not wait.
 struct Bench
 {
     Bench(std::initializer_list<std::vector<QByteArray>> answers = {})
@@ -31,7 +31,7 @@ struct Bench
     Link link{transport, context, clock};
 };
 
-/// A message with the levels of count channels from the first (0 to 17): inputs, then the master.
+/// A message with the levels of `count` channels. Channels 0 to 15 are inputs, then the master.
 QByteArray meters(int first, int count)
 {
     QByteArray message;
@@ -41,7 +41,7 @@ QByteArray meters(int first, int count)
     return message;
 }
 
-/// A query's answer as text.
+/// The answer to a query as text.
 template <typename Number>
 QByteArray answer(const Link &link, int (*query)(const Link &, Number &))
 {
@@ -76,8 +76,8 @@ struct Command
 {
     const char *name;
     QByteArray (*run)(const Link &);
-    const char *request;             ///< what goes out, empty when nothing does
-    std::vector<QByteArray> answers; ///< the first to the question whether it is ready
+    const char *request;             ///< the message that is sent, may be empty
+    std::vector<QByteArray> answers; ///< the first answers the question whether the device is ready
     const char *result;
     const char *calls; ///< Out, In, Rate
 };
@@ -159,7 +159,7 @@ void TestVxctl::everyCommand()
     QCOMPARE(good.transport.calls, calls);
     QCOMPARE(good.transport.unexpected + good.clock.waits, 0);
 
-    for (int n = 1; n <= calls.size(); ++n) { // only a send gets a second chance, and nine more
+    for (int n = 1; n <= calls.size(); ++n) { // only a send is repeated, nine times
         const bool sending = calls.at(n - 1) == 'O';
         Bench dead{command.answers}, hiccup{command.answers};
         dead.transport.failFrom = hiccup.transport.failFrom = n;
@@ -171,7 +171,7 @@ void TestVxctl::everyCommand()
     }
 
     const bool asks = good.transport.sent.size() > 0;
-    for (int waits : {0, 1, 7}) { // told to stop
+    for (int waits : {0, 1, 7}) { // after a request to stop
         Bench bench;
         bench.clock.stopAfter = waits;
         bench.transport.steady = busy;
@@ -245,12 +245,12 @@ void TestVxctl::queriesPickTheirItems_data()
                         const char *result) {
         QTest::newRow(row) << QByteArray(command) << QByteArray(reads) << QByteArray(result);
     };
-    add("another channel's", "reduction",
+    add("of another channel", "reduction",
         "61 02 04 62 02 06 b2 03 01 00|61 02 02 62 02 05 b2 03 02 00|62 02 05 61 02 04 b2 03 03 01",
         "259");
     add("two in one read", "reduction", "61 02 04 62 02 04 b2 03 01 00 62 02 05 b2 03 02 00", "2");
     add("channel in the read before", "reduction", "61 02 04 62 02 05|b2 03 07 00", "7");
-    add("nobody's", "reduction", "b2 03 01 00|61 02 04 62 02 05 b2 03 02 00", "2");
+    add("without a channel", "reduction", "b2 03 01 00|61 02 04 62 02 05 b2 03 02 00", "2");
     add("no name yet", "product name", "34 05 00|34 05 01 54", "T");
     add("name cut off", "product name", "34 05 ff 41|34 05 02 42 43", "BC");
     add("version as text", "version", "32 05 03 66 01 09", "358");
@@ -275,7 +275,7 @@ void TestVxctl::queriesPickTheirItems()
 
 void TestVxctl::meterList()
 {
-    // Records that go over reads, a read without any, and more than 18.
+    // A record in two reads, a read without a record, and more than 18 records.
     const QByteArray cut = meters(15, 1);
     Bench bench{
         {ready, meters(0, 1), {}, meters(1, 6), meters(7, 6), meters(13, 2)},

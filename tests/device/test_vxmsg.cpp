@@ -10,7 +10,7 @@ using namespace vxmsg;
 
 namespace {
 
-/// A buffer on the heap, exactly as large as it says, so that a step beyond its end is noticed.
+/// A buffer on the heap without spare bytes, so that sanitizers see an access beyond its end.
 struct HeapBuffer
 {
     explicit HeapBuffer(int size) : HeapBuffer(QByteArray(size, 0)) {}
@@ -69,7 +69,7 @@ void TestVxmsg::numbers()
         const bool fits = capacity >= size;
         QCOMPARE(append(made.buffer, 0xA1, code, number), fits ? 0 : 1);
         QCOMPARE(made.written(), fits ? wire : QByteArray());
-        // The end item is left out where it finds no room.
+        // The end item is left out if it does not fit.
         const bool ended = capacity - made.buffer.position >= 2;
         QCOMPARE(append(made.buffer, tagEnd, formatEnd), 0);
         QCOMPARE(int(made.buffer.position), (fits ? size : 0) + (ended ? 2 : 0));
@@ -90,7 +90,7 @@ void TestVxmsg::numbers()
 void TestVxmsg::bytes()
 {
     for (int capacity = 0; capacity <= 64; ++capacity) {
-        HeapBuffer filled(capacity); // a length of 0 takes all the room
+        HeapBuffer filled(capacity); // a length of 0 fills the buffer
         QCOMPARE(append(filled.buffer, 0x34, text.data(), 0), capacity < 3 ? 1 : 0);
         QCOMPARE(int(filled.buffer.position), capacity < 3 ? 0 : capacity);
     }
@@ -117,7 +117,7 @@ void TestVxmsg::refusedItems()
     QCOMPARE(int(whole.buffer.position), 0);
 }
 
-/// They end the message, and are logged; where a message may end, nothing is.
+/// A cut-off item ends the message and is logged. A regular end of the message is not logged.
 void TestVxmsg::cutOffItems()
 {
     struct
@@ -139,7 +139,7 @@ void TestVxmsg::cutOffItems()
         {"81 ff 01", "ERROR 0xff\n"},
     };
     for (const auto &end : ends) {
-        // Behind a good item, which must still be handed out.
+        // A valid item before the end is still returned.
         HeapBuffer part("\x71\x01" + QByteArray::fromHex(end.wire));
         Item item;
         QCOMPARE(next(part.buffer, item), 0);

@@ -11,7 +11,7 @@
 
 using namespace driver;
 
-/// The steps of the buffer size, and what a choice leaves in the driver's store.
+/// The steps of the buffer size, and the values in the driver's store.
 class TestBufferSize : public QObject
 {
     Q_OBJECT
@@ -28,11 +28,11 @@ constexpr char organisation[] = "TestDriver";
 
 QString storePath()
 {
-    const QSettings store(QLatin1String(organisation), QLatin1String(constants::applicationName));
+    const QSettings store{QLatin1String(organisation), QLatin1String(constants::applicationName)};
     return store.fileName();
 }
 
-/// Puts a line into the driver's group, as somebody else would.
+/// Writes a line into the driver's group, as another program would.
 void putLine(const QByteArray &line)
 {
     QDir().mkpath(QFileInfo(storePath()).path());
@@ -40,7 +40,7 @@ void putLine(const QByteArray &line)
     file.open(QIODevice::WriteOnly);
     file.write("[ASIODRIVER]\nother=kept\n" + line + "\n");
     file.flush();
-    // As time goes by between two changes of somebody else's; the store looks at size and time.
+    // The store detects changes by size and time, so each change gets another time.
     static int changes = 0;
     file.setFileTime(
         QDateTime::currentDateTime().addSecs(++changes), QFileDevice::FileModificationTime);
@@ -52,7 +52,7 @@ QString storedFrames()
 }
 
 /// The rule and the panel's settings.
-struct Desk
+struct Bench
 {
     Settings settings{organisation, "panel"};
     BufferSizeRule rule{settings, QLatin1String(organisation)};
@@ -100,22 +100,22 @@ void TestBufferSize::loads_data()
     QTest::newRow("a list") << QByteArray("blockFrames=512, 64") << defaults;
 }
 
-/// Whatever is stored, both stores agree afterwards.
+/// Both stores agree after loading, for valid and invalid values.
 void TestBufferSize::loads()
 {
     QFETCH(QByteArray, line);
     QFETCH(QString, state);
     putLine(line);
-    Desk desk;
-    QCOMPARE(desk.load(), state);
+    Bench bench;
+    QCOMPARE(bench.load(), state);
     QCOMPARE(readIni(storePath()).value("ASIODRIVER/other"_s), "kept"_s);
 
-    // The next load finds all as it should be, and writes nothing.
+    // The next load writes nothing.
     const QByteArray settled = bytesOf(storePath()) + "\n";
     QFile store(storePath());
     QVERIFY(store.open(QIODevice::Append) && store.write("\n") == 1);
     store.close();
-    QCOMPARE(desk.load(), state);
+    QCOMPARE(bench.load(), state);
     QCOMPARE(bytesOf(storePath()), settled);
 }
 

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-/// The texts of the sample rate: of the device's, and of the one that the audio driver reports.
+/// The texts for the sample rates of the device and of the audio driver.
 class TestRates : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ namespace {
 
 const QString none = "No  ASIO  Driver"_s;
 
-/// A computer with these drivers, which keeps a list of what it is asked.
+/// A host with these drivers that records the requests.
 class RecordedHost : public AsioHost
 {
 public:
@@ -114,7 +114,7 @@ void TestRates::findsTheDriver()
     QCOMPARE(host.asked, found ? whole : QStringList{"list"_s});
 }
 
-/// A driver that cannot be loaded, or refuses, is tried again by the next question.
+/// After a failure to load or initialise the driver, the next request tries again.
 void TestRates::refusals()
 {
     RecordedHost host(withOurs(0, 1));

@@ -6,14 +6,6 @@
 
 namespace {
 
-storage::Values valuesOf(const QByteArray &ini)
-{
-    storage::IniReader reader;
-    reader.read(ini.constData(), ini.size());
-    reader.finish();
-    return storage::Values(reader.entries());
-}
-
 QString inWords(const QByteArray &hex)
 {
     const QByteArray bytes = QByteArray::fromHex(hex);
@@ -32,10 +24,16 @@ Console::Console(const QByteArray &ini)
     takeCommands();
 }
 
+/// The facade searches the device when it is created, so the device is unplugged before that.
+Console::Console(Start)
+    : cable((tamber.setPlugged(false), std::make_unique<simulator::SimulatedTransport>(tamber)))
+{
+}
+
 Console::~Console() = default;
 
-/// The worker answers in the order of the requests, so what was asked before the name is done when
-/// the name comes. The last stage of a change set may be handed over after the name was asked.
+/// The worker answers requests in order, so the answer to a request for the name shows that all
+/// earlier requests are done. Repeats this if commands were still waiting in the facade.
 void Console::settle()
 {
     bool busy = true;
@@ -60,7 +58,7 @@ void Console::pass(int milliseconds)
 
 void Console::setPlugged(bool plugged)
 {
-    constexpr int noticed = 500; // milliseconds; after some ticks for requests that fail first
+    constexpr int noticed = 500; // milliseconds; several requests must fail first
     tamber.setPlugged(plugged);
     pass(noticed);
 }

@@ -6,7 +6,7 @@
 #include "tests/device/lossytransport.h"
 #include "tests/mixer/storedstate.h"
 
-/// A wall clock that stands still until it is stepped.
+/// A wall clock that advances only when a test steps it.
 class SteppedWallClock final : public mixer::WallClock
 {
 public:
@@ -14,33 +14,35 @@ public:
     qint64 milliseconds = 0;
 };
 
-/// The mixer without a window: store, rules, sender and presence, with the real facade and worker
-/// over a simulated device. No wait of the worker or the device takes time.
+/// The mixer without a window: store, rules, sender and presence with the real facade and worker
+/// over a simulated device. The waits of the worker and the device take no time.
 class Console
 {
 public:
-    /// A state as in a settings file, and a device that is plugged in but holds its defaults.
+    /// @param ini the stored state, as in a settings file. The device holds this state at the end.
     explicit Console(const QByteArray &ini = QByteArray());
+    /// The default state, and a device that is not plugged in. Nothing has been sent.
+    enum Start { Unplugged };
+    explicit Console(Start);
     ~Console();
 
-    /// Lets everything arrive at the device that is on its way.
+    /// Waits until the device has received everything that is pending.
     void settle();
 
-    /// Lets so many milliseconds pass for the panel, which ticks every 100, and settles after each
-    /// tick.
+    /// Advances the wall clock, with a tick of the presence every 100 milliseconds. Settles after
+    /// each tick.
     void pass(int milliseconds);
 
-    /// Unplugs the device, or plugs it in, and lets the panel notice.
+    /// Unplugs the device or plugs it in, and waits until the presence has noticed.
     void setPlugged(bool plugged);
 
-    /// The values that differ between the device and what is stored: none if all is well.
+    /// The values that differ between the device and the store.
     QStringList differences() const;
 
-    /// The messages since the last time that set something, in words: "Mute of input 3
-    /// on".
+    /// The commands sent since the last call, in words: "Mute of input 3 on". Leaves queries out.
     QStringList takeCommands();
 
-    /// A stored value as the file has it: "Track3/Mute" gives "true". Null if it is missing.
+    /// A stored value as in the file: "Track3/Mute" gives "true". Null if it is missing.
     QByteArray stored(const QByteArray &entry) const;
 
     simulator::Input input(int number) const;

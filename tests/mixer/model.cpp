@@ -17,7 +17,7 @@ std::size_t at(int place)
     return static_cast<std::size_t>(place);
 }
 
-/// The stored position, or the default if there is none; -1 if the text is another position's.
+/// The stored position, or the default if there is none. -1 if the text does not match it.
 int storedFader(const storage::Values &values, storage::Group group)
 {
     const int position = values.read(group, key::fader.position);
@@ -160,7 +160,7 @@ QStringList Model::differences(const Model &expected) const
     return different;
 }
 
-/// Above the screen's row 0 the position wraps, and ends at the bottom.
+/// A position below 0 wraps around and ends at the bottom of the scale.
 void Model::dragFader(int strip, int down)
 {
     int &fader = strips[at(strip)].fader;

@@ -7,8 +7,8 @@
 
 #include <array>
 
-/// The mixer once more, in the simplest words: what is stored after each gesture. It shares scales
-/// and parameters with the mixer, but none of its rules.
+/// A second, simple implementation of the mixer's rules: the stored values after each gesture. It
+/// uses the scales and parameters of the mixer, but none of its rules.
 struct Model
 {
     struct Strip
@@ -39,14 +39,14 @@ struct Model
     bool bypassed = false;
 
     Model() = default;
-    /// What is stored; a text that does not belong to its position makes the position -1.
+    /// The stored values. If a text does not match its position, the position is -1.
     explicit Model(const storage::Values &values);
     bool operator==(const Model &o) const;
-    /// Each value that is not the same, in words.
+    /// Each strip, input or output that differs, in words.
     QStringList differences(const Model &expected) const;
 
     /// @name Gestures
-    /// strip and input count from 0.
+    /// `strip` and `input` count from 0.
     ///@{
     void dragFader(int strip, int down);
     void stepFader(int strip, int steps);
@@ -55,7 +55,7 @@ struct Model
     void setSolo(int strip, bool on);
     void select(int strip, bool on);
     void setLinked(int pair, bool on);
-    /// The strip whose knobs are turned, -1 without one.
+    /// The strip that the knobs edit, -1 if there is none.
     int edited() const;
     void recall(const Model &scene);
     ///@}

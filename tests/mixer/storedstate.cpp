@@ -71,7 +71,7 @@ simulator::Compressor storedComp(const Values &settings, Group group, bool linke
     return comp;
 }
 
-/// Pan and phase are always the channel's own, all else is the pair's when it is linked.
+/// Pan and phase come from the channel. If the pair is linked, all other values come from the pair.
 simulator::Input storedInput(const Values &settings, int number)
 {
     const Group own = mixer::track(number).group();
@@ -141,7 +141,7 @@ Listed listed(const simulator::MixerState &state)
     return values;
 }
 
-/// Writes values that seem to be chosen at random.
+/// Writes pseudo-random values.
 class Variety
 {
 public:
@@ -180,7 +180,7 @@ private:
         const int position = mixer::faderTop + below(mixer::faderBottom - mixer::faderTop + 1);
         m_transaction.write(group, key::fader, position, mixer::faderText(position));
     }
-    /// What a channel has on its strip and on its side of the pair's alike.
+    /// Stores pan and phase for the track and for its side of the pair.
     void storeSide(const mixer::StripId &track)
     {
         const int position = mixer::nearestPanPosition(track.kind, below(100));
@@ -196,6 +196,14 @@ private:
 };
 
 } // namespace
+
+Values valuesOf(const QByteArray &ini)
+{
+    storage::IniReader reader;
+    reader.read(ini.constData(), ini.size());
+    reader.finish();
+    return Values(reader.entries());
+}
 
 simulator::MixerState storedState(const Values &settings)
 {

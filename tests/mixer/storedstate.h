@@ -5,13 +5,16 @@
 
 #include <QStringList>
 
-/// What a device holds when it agrees with these settings. It is worked out by the scales alone,
-/// without any of the code that sends.
+/// The values in the text of a settings file.
+storage::Values valuesOf(const QByteArray &ini);
+
+/// The state of a device that agrees with these settings. Uses the scales, but none of the code
+/// that sends.
 simulator::MixerState storedState(const storage::Values &settings);
 
-/// Each value that is not the same in both, as "input 3 fader: -127, expected -16".
+/// Each value that differs, as "input 3 fader: -127, expected -16".
 QStringList differences(const simulator::MixerState &state, const simulator::MixerState &expected);
 
-/// Stores a value for everything that a device holds. All seem to be chosen at random, and are the
-/// same each time; two pairs are linked, one strip is selected and the mixer is in use.
+/// Stores a pseudo-random value for everything that a device holds, the same values on each call.
+/// Two pairs are linked, one strip is selected and the mixer is not bypassed.
 void storeVariety(storage::Store &store);

@@ -6,18 +6,16 @@
 
 using namespace mixer;
 
-/// The level meters and the gain-reduction bar: their arithmetic, and what they take from the
-/// device.
+/// The level meters and the gain-reduction bar: their arithmetic and the values from the device.
 class TestMeters : public QObject
 {
     Q_OBJECT
 
 private slots:
     void gaps();
-    void levelRisesAtOnceAndSinks();
+    void levelRisesAtOnceAndFallsSlowly();
     void peakMark();
-    void reductionTargets();
-    void reductionFalls();
+    void reduction();
     void metersShowTheDevice();
     void levelsOutOfRange();
     void barBelongsToItsStrip();
@@ -37,7 +35,7 @@ void TestMeters::gaps()
     }
 }
 
-void TestMeters::levelRisesAtOnceAndSinks()
+void TestMeters::levelRisesAtOnceAndFallsSlowly()
 {
     LevelMeter meter;
     QCOMPARE(meter.reading().gap, 106);
@@ -67,12 +65,12 @@ void TestMeters::peakMark()
     QVERIFY(!meter.reading().peak);
 
     meter.update(32768);
-    meter.clear(); // nobody answers any more
+    meter.clear(); // after a disconnection
     QVERIFY(!meter.reading().peak);
     QCOMPARE(meter.reading().gap, 106);
 }
 
-void TestMeters::reductionTargets()
+void TestMeters::reduction()
 {
     const int targets[][2] = {
         {0, 63},    {1000, 63}, {2066, 63}, {2067, 60},  {16421, 15}, {16422, 12}, {29203, 2},
@@ -80,20 +78,16 @@ void TestMeters::reductionTargets()
     };
     for (const auto &[gain, length] : targets)
         QCOMPARE(reductionTarget(static_cast<std::uint16_t>(gain)), length);
-}
-
-void TestMeters::reductionFalls()
-{
     QList<int> lengths;
     for (int length = 63; length > 0; length = fallenReduction(length))
         lengths += length;
     QCOMPARE(lengths, (QList<int>{63, 55, 47, 39, 31, 23, 15, 7, 3, 1}));
-    QCOMPARE(fallenReduction(8), 4);
-    QCOMPARE(fallenReduction(4), 2);
-    QCOMPARE(fallenReduction(2), 1);
+    const int falls[][2] = {{8, 4}, {4, 2}, {2, 1}};
+    for (const auto &[length, fallen] : falls)
+        QCOMPARE(fallenReduction(length), fallen);
 }
 
-/// A pair's meters show its channels' levels, linked or not.
+/// The meters of a pair show the levels of its channels, whether it is linked or not.
 void TestMeters::metersShowTheDevice()
 {
     Console console("[Track5_6]\nLink=true\n");
@@ -105,17 +99,17 @@ void TestMeters::metersShowTheDevice()
         for (const int side : {0, 1})
             QCOMPARE(isLit(4 * left + side), isLit(4 * left + 2 + side));
     QVERIFY(isLit(8) && isLit(9)); // inputs 5 and 6
-    QVERIFY(!isLit(4 * 7 + 1));    // nothing is plugged into the last one
+    QVERIFY(!isLit(4 * 7 + 1));    // nothing is connected to input 16
     QVERIFY(isLit(32) && isLit(33));
     console.mixer.setMute(master(), true);
-    console.pass(7000); // bars sink slowly
+    console.pass(7000); // the bars fall slowly
     QVERIFY(!isLit(32) && !isLit(33) && isLit(8));
     console.setPlugged(false);
     for (int meter = 0; meter < Meters::count; ++meter)
         QVERIFY(!isLit(meter));
 }
 
-/// A reading beyond full scale is a fault, and shows silence.
+/// A reading beyond full scale is invalid and shows silence.
 void TestMeters::levelsOutOfRange()
 {
     Console console;
@@ -125,7 +119,7 @@ void TestMeters::levelsOutOfRange()
         {4, 4, 0, 32768},
         {2, 2, 0, 32768},
         {4, 17, 0, 32768}, // no such input
-        {1, 1, 0, 32768},  // nor a meter of an output
+        {1, 1, 0, 32768},  // no such channel type
     }};
     const QByteArray answer(reinterpret_cast<const char *>(list.data()), sizeof list);
     const auto gapOf = [&](int meter) {
@@ -140,8 +134,8 @@ void TestMeters::levelsOutOfRange()
     QCOMPARE(gapOf(0), 106);
 }
 
-/// What one strip reduced is not shown of the next, nor again when it is selected later. It goes
-/// when the compressor is off.
+/// The bar shows only the reduction of the edited strip: not that of the strip edited before, and
+/// not an earlier one of the same strip. It disappears when the compressor is off.
 void TestMeters::barBelongsToItsStrip()
 {
     Console console("[Track5]\nSelect=true\nComp=true\nCompRatioText=inf:1\n"
@@ -152,9 +146,8 @@ void TestMeters::barBelongsToItsStrip()
     console.mixer.select(track(16), true);
     console.pass(100);
     QCOMPARE(length(), 0);
-    console.takeCommands();
     console.mixer.select(track(5), true);
-    console.presence.tick(); // no answer of its own is there yet
+    console.presence.tick(); // before the first answer for this strip
     QCOMPARE(length(), 0);
     console.pass(300);
     QVERIFY(length() > 40);
@@ -162,7 +155,7 @@ void TestMeters::barBelongsToItsStrip()
     console.pass(2000);
     QCOMPARE(length(), 0);
 
-    // Without a strip nothing is asked.
+    // Without an edited strip no reduction is requested.
     console.mixer.select(track(5), false);
     console.settle();
     console.cable.takeSent();

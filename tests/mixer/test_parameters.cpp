@@ -96,7 +96,7 @@ void TestParameters::lists_data()
     row(ParameterId::MakeUpGain, numbers(0, 20), "0"_s);
 }
 
-/// Every position gives a step, both ways, and the step is what is sent.
+/// Each position maps to a step and the text of that step back to it. The step is sent.
 void TestParameters::lists()
 {
     QFETCH(int, id);
@@ -161,7 +161,7 @@ void TestParameters::storedValues_data()
         QTest::newRow(name) << static_cast<int>(id) << position << QString::fromLatin1(text)
                             << expectedPosition << QString::fromLatin1(expectedText);
     };
-    row("as it was left", ParameterId::LowFreq, 30, "100", 30, "100");
+    row("valid", ParameterId::LowFreq, 30, "100", 30, "100");
     row("nothing stored", ParameterId::LowFreq, 157, "", 28, "100");
     row("text in no list", ParameterId::LowFreq, 3, "1.7k", 28, "100");
     row("text decides", ParameterId::LowFreq, 3, "1.6k", 124, "1.6k");
@@ -184,7 +184,7 @@ void TestParameters::storedValues()
     QTEST(value.text, "expectedText");
 }
 
-/// Every step shows another text, from any position, and leads to both ends.
+/// From any position, a step shows the next text. Many steps lead to either end.
 void TestParameters::steps()
 {
     for (const Parameter &each : parameters()) {
@@ -201,7 +201,7 @@ void TestParameters::steps()
         QCOMPARE(valueAt(each, steppedKnob(each, 0, 1000)).step, each.steps - 1);
         QCOMPARE(steppedKnob(each, topPosition(each), -1000), 0);
     }
-    // The nearest position that shows it.
+    // A step goes to the nearest position that shows the text.
     QCOMPARE(steppedKnob(parameter(ParameterId::HighMidQ), 40, 1), 55);
     QCOMPARE(steppedKnob(parameter(ParameterId::HighMidQ), 40, -1), 36);
 }

@@ -12,8 +12,8 @@
 
 using namespace mixer;
 
-/// A musician without aim or mercy. After every gesture the store equals the model, and the device
-/// holds what is stored.
+/// Performs random gestures. After each gesture the store equals the model, and the device holds
+/// what is stored.
 class TestRandom : public QObject
 {
     Q_OBJECT
@@ -25,9 +25,9 @@ private slots:
 namespace {
 
 constexpr int gestureCount = 20000;
-constexpr char seedVariable[] = "TAMBER_TEST_SEED"; // repeats a run
+constexpr char seedVariable[] = "TAMBER_TEST_SEED"; // to repeat a run
 
-/// The mixer and its model, given the same gestures.
+/// Performs the same gestures on the mixer and on its model.
 class Musician
 {
 public:
@@ -35,8 +35,8 @@ public:
 
     void gesture();
 
-    /// What is wrong; nothing if all is well. The device is looked at when nothing is on its way
-    /// any more, which is not waited for every time.
+    /// The differences between mixer, model and device. Compares the device only after two of three
+    /// gestures, because this waits until nothing is pending. So commands of several gestures mix.
     QStringList faults()
     {
         const Model found(m_console.store.values());
@@ -60,8 +60,8 @@ private:
     int below(int end) { return static_cast<int>(m_random() % static_cast<unsigned>(end)); }
     int between(int first, int last) { return first + below(last - first + 1); }
     bool toss() { return below(2) == 1; }
-    /// Small mostly, and beyond every scale now and then.
-    int way() { return below(8) == 0 ? between(-400, 400) : between(-30, 30); }
+    /// Usually small, sometimes beyond every scale.
+    int distance() { return below(8) == 0 ? between(-400, 400) : between(-30, 30); }
     Model::Strip &strip(int place) { return m_model.strips[static_cast<std::size_t>(place)]; }
     void note(const QString &what)
     {
@@ -114,9 +114,9 @@ void Musician::dragFader()
     QPointF pointer(between(0, 1000), between(0, 700));
     m_console.mixer.pressFader(stripAt(place), pointer);
     for (int moves = between(1, 4); moves > 0; --moves) {
-        const int down = way();
+        const int down = distance();
         note("fader of strip %1 dragged by %2"_s.arg(place).arg(down));
-        m_console.mixer.moveFader(stripAt(place), pointer += QPointF(way(), down));
+        m_console.mixer.moveFader(stripAt(place), pointer += QPointF(distance(), down));
         if (!m_model.bypassed) m_model.dragFader(place, down);
     }
 }
@@ -127,7 +127,7 @@ void Musician::dragPan()
     QPointF pointer(between(0, 1000), between(0, 700));
     m_console.mixer.pressPan(input + 1, pointer);
     for (int moves = between(1, 4); moves > 0; --moves) {
-        const QPoint step(way(), way());
+        const QPoint step(distance(), distance());
         note("pan of input %1 dragged by %2, %3"_s.arg(input).arg(step.x()).arg(step.y()));
         m_console.mixer.movePan(input + 1, pointer += step);
         if (!m_model.bypassed) m_model.dragPan(input, step.x() + step.y());
@@ -141,9 +141,9 @@ void Musician::dragKnob()
     QPointF pointer(between(0, 1000), between(0, 700));
     m_console.mixer.pressKnob(id, pointer);
     for (int moves = between(1, 4); moves > 0; --moves) {
-        const int up = way();
+        const int up = distance();
         note("knob %1 dragged by %2"_s.arg(number).arg(up));
-        m_console.mixer.moveKnob(id, pointer -= QPointF(way(), up));
+        m_console.mixer.moveKnob(id, pointer -= QPointF(distance(), up));
         if (m_model.edited() < 0) continue;
         int &knob = strip(m_model.edited()).knobs[static_cast<std::size_t>(number)];
         knob = std::clamp(knob + up, 0, topPosition(parameter(id)));
@@ -154,7 +154,7 @@ void Musician::step()
 {
     const int place = below(25);
     const int input = below(16);
-    const int steps = way();
+    const int steps = distance();
     note("steps of %1: fader of strip %2, pan of input %3"_s.arg(steps).arg(place).arg(input));
     m_console.mixer.stepFader(stripAt(place), steps);
     m_console.mixer.stepPan(input + 1, -steps);
@@ -209,7 +209,7 @@ void Musician::toggle()
     }
 }
 
-/// Often the end of one, so that there are few at a time, and none again and again.
+/// Often ends a solo, so that few solos are on at a time and often none.
 void Musician::solo()
 {
     int place = below(24);
@@ -246,7 +246,7 @@ void Musician::output()
     m_model.stereoBus = bus;
 }
 
-/// On mostly for one gesture only: nothing but the outputs can be changed meanwhile.
+/// Usually on for one gesture only, because it disables everything except the outputs.
 void Musician::bypass()
 {
     note("bypass"_s);

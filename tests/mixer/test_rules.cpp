@@ -8,7 +8,7 @@
 
 using namespace mixer;
 
-/// What the gestures store, and what the device is sent then.
+/// What each gesture stores and sends.
 class TestRules : public QObject
 {
     Q_OBJECT
@@ -17,14 +17,13 @@ private slots:
     void knobSendsItsSection_data();
     void knobSendsItsSection();
     void switchSendsAllThatDependsOnIt();
-    void dragGoesOnFromTheStoredValue();
+    void dragContinuesFromTheStoredValue();
     void knobBelongsToItsStrip();
-    void stepsEndAtTheScale();
     void onlyOneStripIsSelected();
     void bypassedMixerTakesNoGesture();
     void foreignValues();
     void routes();
-    void recallKeepsThePanelsOwn();
+    void recallKeepsThePanelsOwnValues();
     void initialize();
 };
 
@@ -32,7 +31,7 @@ namespace {
 
 using storage::Entries;
 
-/// "Group/key=value" of what has changed since `before`.
+/// "Group/key=value" of each value that differs from `before`.
 QByteArrayList changesSince(const Entries &before, const Console &console)
 {
     const Entries now = console.store.values().entries();
@@ -103,8 +102,8 @@ void TestRules::knobSendsItsSection_data()
         "91 02 20 92 02 00 93 02 63 94 02 5a 95 02 00 96 02 00");
 }
 
-/// Dragging a knob stores its pair of keys and sends the whole command, of the edited strip alone.
-/// A pair sends it to both of its channels, the compressor's with its link flag.
+/// A knob drag stores two keys of the edited strip and sends the whole section. A pair sends it to
+/// both channels, with the link flag of the compressor.
 void TestRules::knobSendsItsSection()
 {
     QFETCH(QString, stem);
@@ -136,12 +135,12 @@ void TestRules::knobSendsItsSection()
         }
         console.settle();
         QList<QByteArray> found = console.cable.takeSent();
-        found.removeAll("31 01 00 00"); // the question for the name
+        found.removeAll("31 01 00 00"); // the query for the name
         QCOMPARE(found, sent);
     }
 }
 
-/// The EQ's switch is in the commands of all its bands, the low cut in that of the low band.
+/// The EQ switch is part of the commands of all bands, the low cut of that of the low band.
 void TestRules::switchSendsAllThatDependsOnIt()
 {
     Console console("[Track2]\nSelect=true\nEqHighGainPos=127\nCompRatioText=4.0:1\n");
@@ -163,13 +162,15 @@ void TestRules::switchSendsAllThatDependsOnIt()
     QVERIFY(console.input(2).comp.on);
 }
 
-/// Undo, a recall or the wheel may move what is being dragged.
-void TestRules::dragGoesOnFromTheStoredValue()
+/// Undo, a recall or the wheel may change the value during a drag.
+void TestRules::dragContinuesFromTheStoredValue()
 {
     Console console("[Track1]\nSelect=true\n");
     const auto is = [&](const char *entry, const char *value) {
         return console.stored(entry) == value;
     };
+    console.mixer.stepKnob(ParameterId::Ratio, 1);
+    QVERIFY(is("Track1/CompRatioText", "1.1:1"));
     dragFader(console, track(1), 5);
     console.mixer.stepFader(track(1), 4);
     console.mixer.moveFader(track(1), QPointF(290, 406));
@@ -181,12 +182,12 @@ void TestRules::dragGoesOnFromTheStoredValue()
     console.mixer.resetPan(2);
     console.mixer.movePan(2, QPointF(296, 400));
     QVERIFY(is("Track2/Pan_pos", "78"));
-    // A recall takes the selection away, so the knob is nobody's.
+    // The recall has deselected the strip, so the knob edits no strip.
     console.mixer.moveKnob(ParameterId::LowGain, QPointF(300, 300));
     QVERIFY(is("Track1/EqLowGainPos", ""));
 }
 
-/// The values of one strip never reach another one that is selected in the middle of a drag.
+/// A drag never changes another strip that is selected during the drag.
 void TestRules::knobBelongsToItsStrip()
 {
     Console console("[Track3]\nSelect=true\nEqLowGainPos=127\n");
@@ -209,27 +210,6 @@ void TestRules::knobBelongsToItsStrip()
     QCOMPARE(console.differences(), QStringList());
 }
 
-void TestRules::stepsEndAtTheScale()
-{
-    Console console("[Track5]\nSelect=true\n");
-    const auto positions = [&](int steps) {
-        console.mixer.stepFader(track(1), steps);
-        console.mixer.stepPan(3, steps);
-        console.mixer.stepPan(4, steps);
-        console.mixer.stepKnob(ParameterId::Ratio, steps);
-        QByteArrayList all;
-        for (const char *entry :
-             {"Track1/Fader_pos", "Track3/Pan_pos", "Track4/Pan_pos", "Track5/CompRatioText"})
-            all += console.stored(entry);
-        return all.join(' ');
-    };
-    QCOMPARE(positions(1), QByteArray("158 21 80 1.1:1"));
-    QCOMPARE(positions(1000), QByteArray("245 40 99 inf:1"));
-    QCOMPARE(positions(-1000), QByteArray("144 0 59 1.0:1"));
-    console.settle();
-    QCOMPARE(console.differences(), QStringList());
-}
-
 void TestRules::onlyOneStripIsSelected()
 {
     Console console("[Track2]\nSelect=true\n[Track5]\nSelect=true\n[Track7_8]\nSelect=true\n");
@@ -248,7 +228,7 @@ void TestRules::onlyOneStripIsSelected()
     QVERIFY(!console.mixer.edited());
 }
 
-/// Only the outputs can be changed.
+/// While the mixer is bypassed, only the outputs can be changed.
 void TestRules::bypassedMixerTakesNoGesture()
 {
     Console console("[Track1]\nSelect=true\n[Misc]\nMixerTrueBypass=true\n");
@@ -282,8 +262,8 @@ void TestRules::bypassedMixerTakesNoGesture()
     QCOMPARE(console.differences(), QStringList());
 }
 
-/// What no control can show reads as the default, and stays in the file until the first touch,
-/// which does not jump.
+/// A stored value that no control can show reads as the default. It stays in the file until the
+/// first gesture, which starts from the default.
 void TestRules::foreignValues()
 {
     const QByteArray ini = "[Track1]\nFader_pos=300\nPan_pos=50\nEqLowGainPos=300\n"
@@ -294,7 +274,7 @@ void TestRules::foreignValues()
     QCOMPARE(console.input(1).fader, -127);
     QCOMPARE(console.input(1).pan, 0);
     QCOMPARE(int(console.input(1).eq.bands[1].freq), 23);
-    QCOMPARE(console.input(2).fader, 0); // no number: the default of all numbers
+    QCOMPARE(console.input(2).fader, 0); // not a number: the default number
     QCOMPARE(console.stored("Track1/EqHighFreqText"), QByteArray("9.9k"));
     dragFader(console, track(1), -1);
     dragPan(console, 1, 1);
@@ -332,7 +312,7 @@ void TestRules::routes()
     QCOMPARE(console.stored("LineOutSettings/LineOut4"), QByteArray("6"));
 }
 
-void TestRules::recallKeepsThePanelsOwn()
+void TestRules::recallKeepsThePanelsOwnValues()
 {
     Console console("[Panel]\nMainWindowPanel=2\n[Interface]\nAudioPeformanceIndex=1\n"
                     "[Update]\nJsonUrl=mine\n[Misc]\nInformation_Dialog=true\n"
@@ -371,7 +351,7 @@ void TestRules::initialize()
     const Entries expected = {{"Misc/Information_Dialog", "false"}};
     QCOMPARE(console.store.values().entries(), expected);
     QCOMPARE(console.differences(), QStringList());
-    // The mutes from before the solo are forgotten too.
+    // The mutes from before the solo are discarded, too.
     console.mixer.setSolo(track(9), true);
     console.mixer.setSolo(track(9), false);
     QVERIFY(!isOn(console.store.values(), track(1), storage::strip::mute));

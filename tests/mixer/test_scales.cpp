@@ -22,16 +22,16 @@ private slots:
 
 namespace {
 
-/// A stretch of the fader's travel on which the level falls evenly.
+/// A range of fader positions on which the level falls in equal steps.
 struct Run
 {
     int first;           ///< position
     int level;           ///< dB, of that position
     int step;            ///< dB to the next level
-    const char *lengths; ///< how many positions each level has, a digit each
+    const char *lengths; ///< the number of positions of each level, one digit each
 };
 
-// -42, -47, -52 and -57 are left out.
+// The scale skips -42, -47, -52 and -57 dB.
 constexpr Run faderRuns[] = {
     {144, 6, 1, "222222"},        {156, 0, 1, "3"},
     {159, -1, 1, "22222222222"},  {181, -12, 1, "1212121212122121221"},
@@ -68,7 +68,7 @@ void TestScales::faderTexts()
     }
 }
 
-/// Texts that someone wrote into the file.
+/// Texts in the file that the panel has not written.
 void TestScales::foreignTexts()
 {
     for (const char *text : {"", "loud", "-12 dB", "infinity"})
@@ -94,7 +94,7 @@ void TestScales::panTextsAndValues()
     }
 }
 
-/// Stored positions that a control cannot have: silence for a fader, the centre for a pan knob.
+/// A stored position outside the scale gives silence for a fader and the centre for a pan knob.
 void TestScales::positionsOutsideTheScales()
 {
     for (int stored = -300; stored <= 70000; ++stored) {

@@ -5,21 +5,19 @@
 
 using namespace mixer;
 
-/// What goes over the wire, and in which order.
+/// The commands that are sent, and their order.
 class TestSender : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void safeForEars();
-    void linkingIsSafeForEars();
-    void linkingSendsNothingInBetween();
-    void everythingOnce();
+    void mutesBeforeLevels();
+    void linkingMutesBeforeLevels();
+    void linkingSendsNoIntermediateValues();
     void mutesFirstInAFullSend();
-    void clicksDoNotWaitForAFullSend();
-    void unmutingTakesItsChannelAlong();
+    void clicksOvertakeAFullSend();
+    void unmutingSendsTheChannelFirst();
     void recallSendsDifferencesOnly();
-    void hiddenStripIsNotSent();
     void newestValueOnly();
     void busOptionsAreSentBeforeTheyAreStored();
     void heldSenderSendsNothing();
@@ -27,7 +25,7 @@ private slots:
 
 namespace {
 
-/// Those of the commands that concern levels and mutes of the channels.
+/// The commands that set levels and mutes of inputs.
 QStringList levels(const QStringList &commands)
 {
     return commands.filter(QRegularExpression("^(Mute|Fader) of input"_s));
@@ -40,9 +38,9 @@ void recall(Console &console, const storage::Entries &scene)
 
 } // namespace
 
-/// First the mutes that come on, then everything else, then the mutes that go off and the bus
-/// options. The values of a change set do not decide.
-void TestSender::safeForEars()
+/// Mutes that go on are sent first, mutes that go off and the bus options last. So no channel is
+/// heard with an outdated level.
+void TestSender::mutesBeforeLevels()
 {
     Console console("[Track1]\nMute=true\nFader_pos=200\n[Misc]\nComputerOutToStereoBus=false\n"
                     "MixerTrueBypass=true\n");
@@ -61,8 +59,8 @@ void TestSender::safeForEars()
     QCOMPARE(console.differences(), QStringList());
 }
 
-/// The right channel, at full level from now on, is silent before it gets there.
-void TestSender::linkingIsSafeForEars()
+/// The right channel gets the left channel's higher level. It is muted before that.
+void TestSender::linkingMutesBeforeLevels()
 {
     Console console("[Track5]\nMute=true\nFader_pos=157\n[Track6]\nFader_pos=230\n");
     console.mixer.setLinked(pair(5), true);
@@ -71,7 +69,7 @@ void TestSender::linkingIsSafeForEars()
         levels(console.takeCommands()),
         (QStringList{"Mute of input 6 on"_s, "Fader of input 6 to 0 dB"_s}));
 
-    // Parted, it stays muted until its own level is there.
+    // When the pair is unlinked, the channel stays muted until its own level is sent.
     recall(console, {{"Track6/Fader_pos", "230"}, {"Track5/Mute", "true"}});
     console.settle();
     QCOMPARE(
@@ -79,35 +77,17 @@ void TestSender::linkingIsSafeForEars()
         (QStringList{"Fader of input 6 to -54 dB"_s, "Mute of input 6 off"_s}));
 }
 
-void TestSender::linkingSendsNothingInBetween()
+void TestSender::linkingSendsNoIntermediateValues()
 {
     Console console("[Track5]\nMute=true\nFader_pos=187\n[Track6]\nMute=true\nFader_pos=187\n");
     console.mixer.setLinked(pair(5), true);
     console.settle();
-    // Only the compressors' link flag is another one.
+    // Only the link flag of the compressors changes.
     const QStringList expected = {"Compressor of input 5 off"_s, "Compressor of input 6 off"_s};
     QCOMPARE(console.takeCommands(), expected);
 }
 
-/// The whole state, each command once.
-void TestSender::everythingOnce()
-{
-    Console console;
-    storeVariety(console.store);
-    console.settle();
-    QCOMPARE(console.differences(), QStringList());
-    console.takeCommands();
-    console.setPlugged(false);
-    console.tamber.setPlugged(true);
-    console.pass(500);
-    QStringList commands = console.takeCommands();
-    QCOMPARE(commands.size(), static_cast<int>(allCommands().size()));
-    // The words do not say all of an EQ's band.
-    QCOMPARE(commands.removeDuplicates(), 0);
-    QCOMPARE(console.differences(), QStringList());
-}
-
-/// A device that starts with open channels is silent before it gets its levels.
+/// A device whose channels are open after its start gets the mutes before the levels.
 void TestSender::mutesFirstInAFullSend()
 {
     Console console("[Track3]\nMute=true\n[Track9]\nMute=true\n[Master]\nMute=true\n");
@@ -120,12 +100,12 @@ void TestSender::mutesFirstInAFullSend()
         first, (QStringList{
                    "Mute of input 3 on"_s, "Mute of input 9 on"_s, "Mute of master left on"_s,
                    "Mute of master right on"_s}));
-    // Both bus options are among those that are sent last.
+    // The last 16 commands are the mutes that go off and the two bus options.
     QCOMPARE(commands.mid(commands.size() - 16).filter("Mute of input"_s).size(), 14);
 }
 
-/// They are among the next few commands.
-void TestSender::clicksDoNotWaitForAFullSend()
+/// A click during a full send is among the next few commands.
+void TestSender::clicksOvertakeAFullSend()
 {
     for (const int progress : {0, 20, 70, 150}) {
         Console console;
@@ -146,8 +126,8 @@ void TestSender::clicksDoNotWaitForAFullSend()
     }
 }
 
-/// A channel that is unmuted by hand during a full send must not be heard with values that wait.
-void TestSender::unmutingTakesItsChannelAlong()
+/// If the user unmutes a channel during a full send, its pending values are sent before the mute.
+void TestSender::unmutingSendsTheChannelFirst()
 {
     Console console("[Track16]\nMute=true\nFader_pos=200\nPhase=true\n");
     console.presence.sendEverything();
@@ -161,7 +141,7 @@ void TestSender::unmutingTakesItsChannelAlong()
     QCOMPARE(console.differences(), QStringList());
 }
 
-/// Neither what the device has already nor anything twice.
+/// A recall sends each changed value once, and no other value.
 void TestSender::recallSendsDifferencesOnly()
 {
     Console console;
@@ -179,20 +159,7 @@ void TestSender::recallSendsDifferencesOnly()
     QCOMPARE(console.differences(), QStringList());
 }
 
-void TestSender::hiddenStripIsNotSent()
-{
-    Console console("[Track1_2]\nLink=true\n");
-    console.mixer.stepFader(track(2), 30);
-    console.mixer.setMute(track(2), true);
-    console.mixer.stepFader(pair(5), 30);
-    console.mixer.setEq(pair(5), true);
-    console.settle();
-    QCOMPARE(console.takeCommands(), QStringList());
-    QCOMPARE(console.stored("Track2/Fader_pos"), QByteArray("187"));
-    QCOMPARE(console.stored("Track5_6/Eq"), QByteArray("true"));
-}
-
-/// A drag that is faster than the device sends its last position, and few of those before.
+/// A drag that is faster than the device sends the last position and few others.
 void TestSender::newestValueOnly()
 {
     Console console;
@@ -208,16 +175,16 @@ void TestSender::newestValueOnly()
     QCOMPARE(console.differences(), QStringList());
 }
 
-/// The mixer's controls rest before the device is told, and it is told before the file is written.
+/// The bypass first disables the mixer's controls, then sends the option, then stores it.
 void TestSender::busOptionsAreSentBeforeTheyAreStored()
 {
     Console console;
     QStringList steps;
     connect(&console.mixer, &Mixer::bypassChanging, this, [&](bool bypassed) {
-        steps += bypassed ? "rest"_s : "use"_s;
+        steps += bypassed ? "disable"_s : "enable"_s;
     });
     const auto note = [&](const char *what, unsigned char on, bool stored) {
-        steps += "%1 told %2, stored %3"_s.arg(QLatin1String(what)).arg(on).arg(stored);
+        steps += "%1 sent %2, stored %3"_s.arg(QLatin1String(what)).arg(on).arg(stored);
     };
     const auto &store = console.store;
     connect(&console.device, &QVXDevice::sig_set_truebypass, this, [&](unsigned char on) {
@@ -230,14 +197,14 @@ void TestSender::busOptionsAreSentBeforeTheyAreStored()
     console.mixer.setTrueBypass(false);
     console.mixer.setStereoBus(false);
     const QStringList expected = {
-        "rest"_s, "bypass told 1, stored 0"_s, "use"_s, "bypass told 0, stored 1"_s,
-        "bus told 0, stored 1"_s};
+        "disable"_s, "bypass sent 1, stored 0"_s, "enable"_s, "bypass sent 0, stored 1"_s,
+        "bus sent 0, stored 1"_s};
     QCOMPARE(steps, expected);
     console.settle();
     QCOMPARE(console.differences(), QStringList());
 }
 
-/// As long as the settings file cannot be read only queries go to the device.
+/// While the sender is held, only queries are sent. It is held while the settings are unreadable.
 void TestSender::heldSenderSendsNothing()
 {
     Console console;

@@ -6,16 +6,15 @@
 #include <QStandardPaths>
 #include <QtTest>
 
-/// The demo's Debian package, made of what is built, installed below a folder of its own and
-/// started from there.
+/// The demo's Debian package: built, installed below a folder of its own and started there.
 class TestDebianPackage : public QObject
 {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void saysWhatItIsAndNeeds();
-    void holdsOnlyWhatBelongsToRootAndUsr();
+    void controlFields();
+    void files();
     void desktopFindsProgramAndIcons();
     void sameBuildGivesSamePackage();
     void installedDemoOpensAndEnds();
@@ -32,7 +31,7 @@ namespace {
 constexpr int patience = 30000 * slowness;
 const QString applicationId = QStringLiteral("example.norvel.TamberDemo");
 
-/// What a program prints, without the last line's end; nothing when it fails.
+/// The trimmed output of a program, empty if it fails.
 QString outputOf(const QString &program, const QStringList &arguments)
 {
     QProcess process;
@@ -49,8 +48,8 @@ QString buildInto(const QString &folder)
         {"--from"_s, QStringLiteral(BUILD_FOLDER), "--to"_s, folder});
 }
 
-/// Below a root of its own, whose packages are those of this machine: what the package depends on
-/// has to be there.
+/// Installs the package below a root of its own. That root has this machine's list of installed
+/// packages, so the dependencies must be installed here.
 bool install(const QString &package)
 {
     const QString root = QStringLiteral(INSTALLED);
@@ -103,7 +102,7 @@ QString TestDebianPackage::field(const QString &name) const
     return outputOf("dpkg-deb"_s, {"-f"_s, m_package, name});
 }
 
-void TestDebianPackage::saysWhatItIsAndNeeds()
+void TestDebianPackage::controlFields()
 {
     QCOMPARE(field("Package"_s), "tamber-demo"_s);
     QCOMPARE(field("Maintainer"_s), "NORVEL <panel@norvel.example>"_s);
@@ -119,7 +118,7 @@ void TestDebianPackage::saysWhatItIsAndNeeds()
         QVERIFY2(needed.contains(name), qPrintable(name));
 }
 
-void TestDebianPackage::holdsOnlyWhatBelongsToRootAndUsr()
+void TestDebianPackage::files()
 {
     const QStringList lines =
         outputOf("dpkg-deb"_s, {"--contents"_s, m_package}).split(QLatin1Char('\n'));

@@ -10,16 +10,16 @@ using vxctl::channelMaster;
 namespace {
 
 constexpr int bass = 5;      // a steady tone
-constexpr int keysLeft = 7;  // two,
-constexpr int keysRight = 8; // the same
+constexpr int keysLeft = 7;  // the same signal
+constexpr int keysRight = 8; // on both inputs
 constexpr double bassPeak = 0.45;
 constexpr double keysPeak = 0.40;
 constexpr double center = 0.70710678; // constant power
 
-/// A device, and what commands need to reach it. Time stands still but for transfers and waits.
+/// A device and a link to it. Its time passes only in transfers and waits.
 struct Bench
 {
-    /// With the master open and these inputs up.
+    /// Sets the master and these inputs to 0 dB.
     explicit Bench(std::initializer_list<int> inputs = {})
     {
         for (int side : {1, 2})
@@ -39,7 +39,7 @@ struct Bench
         failed |= vxctl::set_parameter(
             link, type, static_cast<std::uint8_t>(number), tag, static_cast<std::uint8_t>(value));
     }
-    /// Whether these are the highest levels of the next two seconds, as parts of full scale.
+    /// Whether these are the peak levels of the next two seconds, as fractions of full scale.
     bool peaks(double left, double right)
     {
         std::array<double, 2> highest{};
@@ -133,6 +133,7 @@ private slots:
     void fadersAndMutes();
     void soloAndPan();
     void phaseCancels();
+    void describesTheLastCommand();
 };
 
 void TestSimulatedTamber::refusedCommands()
@@ -175,7 +176,7 @@ void TestSimulatedTamber::unplugging()
     QVERIFY(!bench.take("2605 01 42 0000"));       // no transfer
 }
 
-/// What nobody asked for comes before each answer, and is passed over.
+/// Unrequested items before an answer are ignored.
 void TestSimulatedTamber::foreignItems()
 {
     Bench bench;
@@ -199,14 +200,14 @@ void TestSimulatedTamber::fadersAndMutes()
     QVERIFY(bench.peaks(bassPeak * center / 2, 0));
     bench.set(bass, vxctl::tagMute, 1);
     QVERIFY(bench.peaks(0));
-    QVERIFY(bench.device.levels().inputs[bass - 1] > 0); // the strip's own meter goes on
-    QCOMPARE(int(bench.device.levels().inputs[15]), 0);  // nothing is plugged in
+    QVERIFY(bench.device.levels().inputs[bass - 1] > 0); // a strip's own meter ignores its mute
+    QCOMPARE(int(bench.device.levels().inputs[15]), 0);  // no signal on this input
     bench.set(bass, vxctl::tagMute, 0);
     bench.set(bass, vxctl::tagFader, silentFader);
     QVERIFY(bench.peaks(0));
     for (int number = 1; number <= 16; ++number)
         bench.set(number, vxctl::tagFader, 6);
-    QVERIFY(bench.peaks(1, 0)); // full scale is the most
+    QVERIFY(bench.peaks(1, 0)); // limited to full scale
     QVERIFY(bench.take("4502 01 0000"));
     QVERIFY(bench.peaks(0)); // bypassed
 }
@@ -218,7 +219,7 @@ void TestSimulatedTamber::soloAndPan()
     QVERIFY(bench.peaks(bassPeak * center));
     bench.set(keysLeft, vxctl::tagSolo, 1);
     QVERIFY(bench.peaks((bassPeak + keysPeak) * center));
-    bench.set(bass, vxctl::tagMute, 1); // wins over the solo
+    bench.set(bass, vxctl::tagMute, 1); // overrides the solo
     QVERIFY(bench.peaks(keysPeak * center));
     bench.set(keysLeft, vxctl::tagPan, -127);
     QVERIFY(bench.peaks(keysPeak, 0));
@@ -232,9 +233,32 @@ void TestSimulatedTamber::phaseCancels()
     QVERIFY(bench.peaks(2 * keysPeak * center));
     bench.set(keysRight, vxctl::tagPhase, 1);
     QVERIFY(bench.peaks(0));
-    bench.set(keysRight, vxctl::tagPan, 127); // apart there is less to cancel
+    bench.set(keysRight, vxctl::tagPan, 127); // opposite sides do not cancel each other
     bench.set(keysLeft, vxctl::tagPan, -127);
     QVERIFY(bench.peaks(keysPeak));
+}
+
+/// test_sender and test_rules compare the words for the other commands.
+void TestSimulatedTamber::describesTheLastCommand()
+{
+    Bench bench;
+    const auto words = [&] { return QByteArray::fromStdString(bench.device.lastCommand()); };
+    QCOMPARE(words(), QByteArray());
+    const char *const commands[][2] = {
+        {"610204 620210 820281 0000", "Pan of input 16 to 100 % left"},
+        {"610204 620201 820200 0000", "Pan of input 1 to the centre"},
+        {"610204 620201 850201 0000", "Phase of input 1 inverted"},
+        {"610204 620208 910220 92020E 930263 940262 950214 960201 970201 0000",
+         "Compressor of input 8 on"}};
+    for (const auto &[message, expected] : commands) {
+        QVERIFY(bench.take(message));
+        QCOMPARE(words(), QByteArray(expected));
+    }
+    QVERIFY(bench.take("7101 0000"));                  // a query
+    QVERIFY(!bench.take("610204 620211 830201 0000")); // refused: there is no input 17
+    QCOMPARE(words(), QByteArray("Compressor of input 8 on"));
+    bench.device.setPlugged(false);
+    QCOMPARE(words(), QByteArray());
 }
 
 QTEST_APPLESS_MAIN(TestSimulatedTamber)

@@ -2,28 +2,26 @@
 
 #include "storage/disk.h"
 
-/// The real disk, of which the n-th operation fails.
+/// The real disk, except that the n-th operation fails.
 class FailingDisk final : public storage::Disk
 {
 public:
     enum class Way {
-        NoSpace, ///< nothing is written, and the operation says so
-        Short,   ///< half of it is written, and the operation says so
-        Silent,  ///< half of it is written, and the operation says that all is
+        NoSpace, ///< nothing is written, and the operation reports failure
+        Short,   ///< half is written, and the operation reports failure
+        Silent,  ///< half is written, and the operation reports success
     };
 
-    /// @param n the operation that fails, from 1; those after it work again. 0 for none
+    /// @param n the operation that fails, counted from 1; 0 for none. Later operations succeed.
     void failAt(int n, Way way = Way::NoSpace)
     {
         m_failing = n;
         m_way = way;
         m_count = 0;
     }
-    /// How many operations were asked for since then.
+    /// The number of operations since the last failAt().
     int count() const { return m_count; }
-    /// Whether a file can be read.
-    bool readable = true;
-    /// How often it was tried.
+    bool readable = true; ///< whether reads succeed
     int reads() const { return m_reads; }
 
     Read read(const QString &path, const Sink &sink) override

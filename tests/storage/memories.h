@@ -2,7 +2,7 @@
 
 #include "storage/scenememories.h"
 
-/// The settings and the scenes of a folder, as the panel opens them.
+/// The settings and the scenes of a folder, opened as the panel does.
 struct Memories
 {
     explicit Memories(const QByteArray &organisation, storage::Disk &disk = storage::realDisk())
@@ -11,7 +11,7 @@ struct Memories
     {
     }
 
-    /// Replaces the live settings by others.
+    /// Replaces all live settings by these values.
     void take(const storage::Values &values)
     {
         storage::Transaction transaction(live.store());
@@ -29,7 +29,7 @@ struct Memories
         transaction.commit();
     }
 
-    /// Takes a scene. False if there is none.
+    /// Loads a scene. Returns false if it does not exist.
     bool load(int slot)
     {
         const auto scene = scenes.read(slot);

@@ -2,7 +2,7 @@
 
 #include "storage/keys.h"
 
-/// A key of a group, as a setting that can be read and written.
+/// The setting for a key of a group.
 template <typename TypedKey>
 constexpr storage::Setting<TypedKey> in(storage::Group group, TypedKey key)
 {

@@ -1,10 +1,9 @@
-#include "tests/inifile.h"
 #include "tests/patience.h"
 #include "tests/storage/failingdisk.h"
+#include "tests/storage/folder.h"
 #include "tests/storage/memories.h"
 #include "tests/storage/settingin.h"
 
-#include <QDir>
 #include <QProcess>
 #include <QtTest>
 
@@ -23,40 +22,24 @@ const QStringList files = {
     "Tamber_Setting.ini"_s, "Tamber_sm1.ini"_s, "Tamber_sm2.ini"_s, "Tamber_SceneMemory.ini"_s};
 
 /// A folder with settings, two scenes and their names.
-struct Folder
+struct FullFolder : Folder
 {
-    explicit Folder(const QByteArray &name) : organisation(name)
+    FullFolder() : Folder("[Track1]\nFader_pos=187\nName=live\n")
     {
-        QDir(path()).removeRecursively();
-        QDir().mkpath(path());
-        write(files[0], "[Track1]\nFader_pos=187\nName=live\n");
         write(files[1], "[Track1]\nFader_pos=150\nName=one\n");
         write(files[2], "[Track1]\nFader_pos=160\nName=two\n");
         write(files[3], "[SceneMemory]\nSceneMemory1=Intro\n");
-    }
-    QString path() const
-    {
-        return qEnvironmentVariable("XDG_CONFIG_HOME") + "/"_s + QLatin1String(organisation);
-    }
-    QString file(const QString &name) const { return path() + "/"_s + name; }
-    void write(const QString &name, const QByteArray &content) const
-    {
-        QFile out(file(name));
-        out.open(QIODevice::WriteOnly);
-        out.write(content);
     }
     QList<QByteArray> contents() const
     {
         QList<QByteArray> all;
         for (const QString &name : files)
-            all += bytesOf(file(name));
+            all += bytes(name);
         return all;
     }
-
-    const QByteArray organisation;
 };
 
-/// Something that the user does.
+/// An action of the user.
 struct Act
 {
     const char *name;
@@ -87,7 +70,7 @@ const Act acts[] = {
 
 } // namespace
 
-/// A disk that fails at any of its operations: each file is the old one or the new one.
+/// A disk that fails at any operation. Each file keeps its old or gets its new content.
 class TestFaults : public QObject
 {
     Q_OBJECT
@@ -96,7 +79,7 @@ private slots:
     void everyOperation_data();
     void everyOperation();
     void unreadableAtTheStart();
-    void unreadableForGood();
+    void unreadableForever();
     void fullDisk();
     void copiesArePruned();
     void linksAndPermissions();
@@ -112,7 +95,7 @@ void TestFaults::everyOperation_data()
 void TestFaults::everyOperation()
 {
     QFETCH(int, act);
-    const Folder wanted("FaultsWanted");
+    const FullFolder wanted;
     const QList<QByteArray> old = wanted.contents();
     FailingDisk disk;
     {
@@ -127,7 +110,7 @@ void TestFaults::everyOperation()
     for (const auto way :
          {FailingDisk::Way::NoSpace, FailingDisk::Way::Short, FailingDisk::Way::Silent}) {
         for (int n = 1; n <= operations; ++n) {
-            const Folder folder("Faults");
+            const FullFolder folder;
             {
                 Memories store(folder.organisation, disk);
                 disk.failAt(n, way);
@@ -139,17 +122,17 @@ void TestFaults::everyOperation()
                         qPrintable("operation %1: %2"_s.arg(n).arg(files[i])));
                 QCOMPARE(QDir(folder.path()).entryList({"*.new"_s}, QDir::Files), QStringList());
             }
-            // The settings are written with the next chance, which is the end here.
+            // The next attempt, at the latest in the destructor, writes the settings.
             QCOMPARE(folder.contents().first(), done.first());
         }
     }
 }
 
-/// A virus scanner holds the file: nothing is written, and what is set meanwhile is not lost.
+/// Another program blocks the file for a while. Nothing is written then, and no change is lost.
 void TestFaults::unreadableAtTheStart()
 {
-    const Folder folder("Locked");
-    const QByteArray before = bytesOf(folder.file(files[0]));
+    const FullFolder folder;
+    const QByteArray before = folder.bytes();
     FailingDisk disk;
     disk.readable = false;
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("cannot be read, trying again"_s));
@@ -160,7 +143,7 @@ void TestFaults::unreadableAtTheStart()
     live.flush();
     const int reads = disk.reads();
     QTRY_VERIFY_WITH_TIMEOUT(disk.reads() > reads, 5000 * slowness);
-    QCOMPARE(bytesOf(folder.file(files[0])), before);
+    QCOMPARE(folder.bytes(), before);
     disk.readable = true;
     QTRY_COMPARE_WITH_TIMEOUT(replaced.count(), 1, 5000 * slowness);
     QCOMPARE(live.reading(), Settings::Reading::Done);
@@ -168,12 +151,12 @@ void TestFaults::unreadableAtTheStart()
     live.flush();
     const QStringList expected = {
         "Panel/MainWindowPanel=2"_s, "Track1/Fader_pos=187"_s, "Track1/Name=live"_s};
-    QCOMPARE(entriesOf(readIni(folder.file(files[0]))), expected);
+    QCOMPARE(folder.entries(), expected);
 }
 
-/// After five seconds the defaults hold; the file is moved aside before the first write. A pipe
-/// that nobody writes to does not keep the start waiting.
-void TestFaults::unreadableForGood()
+/// After five seconds the panel uses the defaults. The first write keeps a copy of the unreadable
+/// file. A pipe without a writer does not block the start.
+void TestFaults::unreadableForever()
 {
     const QList<QByteArray> contents = {
         QByteArray("\0\1garbage\n", 10), "", "Dear diary,\ntoday it rained.\n",
@@ -181,20 +164,17 @@ void TestFaults::unreadableForGood()
     std::vector<std::unique_ptr<Folder>> folders;
     std::vector<std::unique_ptr<Settings>> all;
     for (const QByteArray &content : contents) {
-        folders.push_back(
-            std::make_unique<Folder>("Garbage" + QByteArray::number(static_cast<int>(all.size()))));
-        const QString file = folders.back()->file(files[0]);
-        folders.back()->write(files[0], content);
+        folders.push_back(std::make_unique<Folder>(content));
+        const QString file = folders.back()->file();
         if (content == "pipe")
             QVERIFY(QFile::remove(file) && QProcess::execute("mkfifo"_s, {file}) == 0);
-        all.push_back(
-            std::make_unique<Settings>(folders.back()->organisation.constData(), "Tamber_Setting"));
+        all.push_back(folders.back()->open());
         QCOMPARE(all.back()->reading(), Settings::Reading::Retrying);
     }
     for (std::size_t i = 0; i < all.size(); ++i) {
         Settings &live = *all[i];
         const QByteArray &content = contents[static_cast<int>(i)];
-        const QString file = folders[i]->file(files[0]);
+        const QString file = folders[i]->file();
         const QSignalSpy replaced(&live, &Settings::replaced);
         QTRY_COMPARE_WITH_TIMEOUT(live.reading(), Settings::Reading::Failed, 10000 * slowness);
         live.flush();
@@ -210,14 +190,14 @@ void TestFaults::unreadableForGood()
     }
 }
 
-/// The child process of the test below: a disk without room for one more byte.
+/// The child process of fullDisk(): files cannot grow.
 static int runOnAFullDisk(const QByteArray &organisation)
 {
-    rlimit room;
-    getrlimit(RLIMIT_FSIZE, &room);
-    room.rlim_cur = 16;
+    rlimit limit;
+    getrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = 16;
     signal(SIGXFSZ, SIG_IGN); // a write fails as on a full disk
-    setrlimit(RLIMIT_FSIZE, &room);
+    setrlimit(RLIMIT_FSIZE, &limit);
     Settings live(organisation.constData(), "Tamber_Setting");
     SceneMemories scenes(live, organisation.constData());
     live.write(mute, true);
@@ -228,7 +208,7 @@ static int runOnAFullDisk(const QByteArray &organisation)
 
 void TestFaults::fullDisk()
 {
-    const Folder folder("Full");
+    const FullFolder folder;
     const QList<QByteArray> before = folder.contents();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QLatin1String(childVariable), QLatin1String(folder.organisation));
@@ -243,11 +223,12 @@ void TestFaults::fullDisk()
 
 void TestFaults::copiesArePruned()
 {
-    const Folder folder("Copies");
+    const FullFolder folder;
     for (int i = 0; i < 9; ++i)
         folder.write(files[0] + ".kept-2026010%1-101010-001"_s.arg(i), "old");
     folder.write(files[0] + ".before-gig.new"_s, "mine");
-    Settings live(folder.organisation.constData(), "Tamber_Setting");
+    const auto settings = folder.open();
+    Settings &live = *settings;
     const QSignalSpy foreign(&live, &Settings::foreignChangeReplaced);
     for (int i = 0; i < 20; ++i) {
         const QByteArray theirs = "[Track1]\nName=theirs" + QByteArray::number(i) + '\n';
@@ -263,7 +244,7 @@ void TestFaults::copiesArePruned()
 
 void TestFaults::linksAndPermissions()
 {
-    const Folder folder("Links");
+    const FullFolder folder;
     const QString real = folder.file("elsewhere/mix.ini"_s);
     QVERIFY(QDir(folder.path()).mkdir("elsewhere"_s));
     QVERIFY(QFile::rename(folder.file(files[0]), real));
@@ -271,7 +252,8 @@ void TestFaults::linksAndPermissions()
     const QFile::Permissions own =
         QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
     QVERIFY(QFile::setPermissions(real, own));
-    Settings live(folder.organisation.constData(), "Tamber_Setting");
+    const auto settings = folder.open();
+    Settings &live = *settings;
     live.write(mute, true);
     live.flush();
     QVERIFY(QFileInfo(folder.file(files[0])).isSymLink());

@@ -10,7 +10,7 @@
 
 using namespace storage;
 
-/// The text of settings files, against Qt's own settings and against damage.
+/// The text of settings files: compatibility with Qt's settings, and damaged files.
 class TestIniText : public QObject
 {
     Q_OBJECT
@@ -30,14 +30,14 @@ namespace {
 Entries parsed(const QByteArray &content, bool *damaged = nullptr)
 {
     IniReader reader;
-    for (int i = 0; i < content.size(); i += 7) // in pieces that end anywhere
+    for (int i = 0; i < content.size(); i += 7) // in pieces of 7 bytes
         reader.read(content.constData() + i, qMin(7, content.size() - i));
     reader.finish();
     if (damaged) *damaged = reader.isDamaged();
     return reader.entries();
 }
 
-/// A text of characters that need care.
+/// A text of characters that need escapes or quotes.
 QString randomText(QRandomGenerator &random)
 {
     static const QString pool = "ab09 ,;=\"\\@%[]#/\t\n\r\a\x1f\x7f()xäß左🎸"_s;
@@ -53,7 +53,7 @@ void TestIniText::textsRoundTrip()
 {
     QRandomGenerator random(7);
     for (int i = 0; i < 20000; ++i) {
-        const QString text = randomText(random); // unpaired halves of characters among them
+        const QString text = randomText(random); // may contain unpaired surrogates
         const Entries values = {{"Track1/Name", encodeText(text)}, {"Track1/Z", "1"}};
         bool damaged = true;
         QCOMPARE(parsed(toIni(values), &damaged), values);
@@ -62,7 +62,7 @@ void TestIniText::textsRoundTrip()
     }
 }
 
-/// Each reads what the other has written.
+/// Each side reads what the other side has written.
 void TestIniText::agreesWithQtsSettings()
 {
     const QTemporaryDir folder;
@@ -70,7 +70,7 @@ void TestIniText::agreesWithQtsSettings()
     QMap<QString, QString> texts;
     while (texts.size() < 300) {
         const QString text = QString::fromUtf8(randomText(random).toUtf8()).remove(QChar(0xFFFD));
-        // Its writer loses characters beyond 16 bits.
+        // The writer of Qt loses characters beyond 16 bits.
         if (text.toUcs4().size() == text.size())
             texts.insert("Group%1/Key%2"_s.arg(texts.size() % 9).arg(texts.size()), text);
     }
@@ -136,19 +136,19 @@ void TestIniText::handWrittenFile()
     QCOMPARE(decodeText(values.value("Track1/Name")).value_or(QString()), "Kick, in, out"_s);
     QCOMPARE(values.value("Track1/Mute"), QByteArray("false"));
     QVERIFY(!values.value("Track1/Pan_value").isNull());
-    // Latin-1, as old editors write.
+    // Latin-1, as some old editors write.
     const Entries latin = parsed(
         "[Track1]\nName=Gr\xF6\xDF"
         "e\nMute=true\n",
         &damaged);
     QVERIFY(damaged);
     QCOMPARE(decodeText(latin.value("Track1/Name")).value_or(QString()), "Größe"_s);
-    // The last line without its end counts, and is damage.
+    // A last line without a line end is used, but counts as damage.
     QCOMPARE(parsed("[Track1]\nMute=true", &damaged).value("Track1/Mute"), QByteArray("true"));
     QVERIFY(damaged);
 }
 
-/// What only others understand is no text, and is written back as it was.
+/// A value that only other programs can read is not a text. It is written back unchanged.
 void TestIniText::foreignValuesAreKept()
 {
     for (const char *value :
@@ -160,7 +160,7 @@ void TestIniText::foreignValuesAreKept()
     }
 }
 
-/// A file that is no settings file costs a moment at most, and what is good at its end is found.
+/// A huge file that is not a settings file is read quickly, and a setting at its end is found.
 void TestIniText::hugeFiles()
 {
     QElapsedTimer time;

@@ -9,24 +9,23 @@
 #include <QTimer>
 #include <QUrl>
 
-/// A web server on this machine's loopback address that answers each path as it is told to, well
-/// or badly.
+/// A web server on the loopback address. Tests choose its answer for each path, valid or not.
 class HttpServer : public QTcpServer
 {
 public:
-    /// What tells the client that it has all.
+    /// How the client knows the end of the body.
     enum class End { Length, Chunks, Connection };
 
     struct Answer
     {
         QByteArray body;
         QByteArray status = "200 OK";
-        QByteArray location = QByteArray(); ///< where it redirects to
-        int announced = -1;                 ///< the length that it claims, if not the body's own
-        int chunk = 1 << 30;                ///< bytes at a time ...
-        int pause = 0;                      ///< ... with so many milliseconds in between
-        int sent = 1 << 30;                 ///< bytes of the body, after which ...
-        bool stalls = false;                ///< ... nothing more comes, or else it hangs up
+        QByteArray location = QByteArray(); ///< target of a redirect
+        int announced = -1;                 ///< Content-Length; -1 for the real length
+        int chunk = 1 << 30;                ///< bytes that are sent at a time
+        int pause = 0;                      ///< milliseconds between them
+        int sent = 1 << 30;                 ///< bytes of the body that are sent at all
+        bool stalls = false;                ///< whether the connection then stays open
         End end = End::Length;
     };
 
@@ -41,7 +40,7 @@ public:
     }
 
     QMap<QString, Answer> answers; ///< by path
-    QStringList asked;             ///< paths
+    QStringList asked;             ///< requested paths
 
     QString address(const QString &path) const
     {

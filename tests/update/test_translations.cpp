@@ -6,7 +6,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-/// The translations: each language has every text of its room, and the markup in it.
+/// Each language has a translation of every text, with the same markup.
 class TestTranslations : public QObject
 {
     Q_OBJECT
@@ -25,10 +25,10 @@ void TestTranslations::complete_data()
     for (const QString &language : {"de"_s, "es"_s, "fr"_s, "it"_s, "ja"_s, "zh"_s})
         QTest::newRow(qPrintable("update_"_s + language)) << QStringList{update.path()};
     QTest::newRow("panel_ja") << QStringList{app.path()};
-    QCOMPARE(folder.entryList({"*.ts"_s}).size(), 7); // and no other
+    QCOMPARE(folder.entryList({"*.ts"_s}).size(), 7); // no other file
 }
 
-/// What the sources have now is compared with what was translated.
+/// Extracts the texts from the sources and checks that each one has a translation.
 void TestTranslations::complete()
 {
     QFETCH(QStringList, sources);
@@ -49,12 +49,12 @@ void TestTranslations::complete()
         QVERIFY2(!all.contains(QLatin1String(state)), state);
     for (const QString &message : all.split("</message>"_s)) {
         const QString source = message.section("<source>"_s, 1).section("</source>"_s, 0, 0);
-        const QString said =
+        const QString translation =
             message.section("<translation>"_s, 1).section("</translation>"_s, 0, 0);
         if (source.isEmpty()) continue;
-        QVERIFY2(!said.isEmpty(), qPrintable(source));
+        QVERIFY2(!translation.isEmpty(), qPrintable(source));
         for (const char *mark : {"&lt;br&gt;", "&lt;b&gt;", "&lt;/b&gt;", "&lt;p&gt;", "%1"})
-            QCOMPARE(said.count(QLatin1String(mark)), source.count(QLatin1String(mark)));
+            QCOMPARE(translation.count(QLatin1String(mark)), source.count(QLatin1String(mark)));
     }
 }
 

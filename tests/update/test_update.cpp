@@ -19,7 +19,7 @@
 
 Q_DECLARE_METATYPE(HttpServer::Answer)
 
-/// Updates, from a real server on this machine: what the user sees, and what is started.
+/// Updates from a real server on this machine: what the user sees, and which program is started.
 class TestUpdate : public QObject
 {
     Q_OBJECT
@@ -40,7 +40,7 @@ private slots:
     void downloadsThatFail();
     void cancels();
     void stallsEndQuietly();
-    void steadyDripIsNotAStall();
+    void slowDownloadIsNotAStall();
     void diskThatIsFull();
 
 private:
@@ -53,7 +53,7 @@ namespace {
 
 constexpr int patience = 20000 * slowness;
 
-/// A document that offers software 4.02 and firmware 1.05, at paths of a server.
+/// A document that offers software 4.02 at a path of the server, and `more`.
 QByteArray document(const HttpServer &server, const QString &file, const QByteArray &more = "")
 {
     const QByteArray address = server.address(file).toLatin1();
@@ -81,7 +81,7 @@ struct TestUpdate::Panel
 
     void publish(const QByteArray &body) { server.answers["/info.json"_s].body = body; }
 
-    /// The box that is open; waits for one. Null when none comes while something is under way.
+    /// Waits for a box. Returns null when the checker is no longer busy and no box is open.
     InformationBox *box()
     {
         InformationBox *open = nullptr;
@@ -109,6 +109,13 @@ struct TestUpdate::Panel
         }
         return false;
     }
+    /// Checks for updates and downloads the one that is offered. True if that succeeds.
+    bool downloads()
+    {
+        checker->checkQuietly();
+        return click("Update now"_s) &&
+               QTest::qWaitFor([this] { return text().contains("Download complete"_s); }, patience);
+    }
     void tick() { box()->findChild<QCheckBox *>()->setChecked(true); }
     bool isQuiet() { return box() == nullptr; }
 
@@ -119,7 +126,7 @@ struct TestUpdate::Panel
     UpdateInformation *checker;
 };
 
-/// Every test has empty folders: for settings, for downloads, and for programs on the path.
+/// Each test starts with empty folders for settings, downloads and programs on the path.
 void TestUpdate::init()
 {
     QDir(m_folder.path()).removeRecursively();
@@ -142,7 +149,7 @@ void TestUpdate::offersInTurn()
         panel.text(), "NORVEL Update Information|<font size=+1><b>The newest version of the "
                       "Settings Panel has been released.</b></font><br><br>Current Version: 4.00 "
                       "0064<br>Latest Version: 4.02"_s);
-    panel.checker->checkOnDemand(); // one at a time
+    panel.checker->checkOnDemand(); // ignored while a check is under way
     QVERIFY(panel.click("Update later"_s));
     QVERIFY(panel.text().contains("unit firmware"_s));
     QVERIFY(panel.text().endsWith("Current Version: 1.02 0034<br>Latest Version: 1.05"_s));
@@ -214,10 +221,10 @@ void TestUpdate::badDocuments_data()
     row("too short", {good, "200 OK", "", 4000});
     row("redirect to a file", {"", "302 Found", "file:///etc/passwd"});
     row("redirect to plain http", {"", "302 Found", "http://update.norvel.example/"});
-    row("redirect for ever", {"", "302 Found", "/info.json"});
+    row("endless redirects", {"", "302 Found", "/info.json"});
     row("compressed", {qCompress(good).mid(4), "200 OK\r\nContent-Encoding: deflate"});
 }
-/// At start nothing is said of them; when the user has asked, it is.
+/// A bad document is reported only when the user has requested the check.
 void TestUpdate::badDocuments()
 {
     QFETCH(HttpServer::Answer, answer);
@@ -234,10 +241,10 @@ void TestUpdate::badDocuments()
 void TestUpdate::onDemand()
 {
     Panel panel;
-    panel.publish("{\"messages\":\"<b> </b>\"}"); // nothing that could be shown
+    panel.publish("{\"messages\":\"<b> </b>\"}"); // no visible text
     panel.checker->checkQuietly();
     QVERIFY(panel.checker->canCheck());
-    panel.checker->checkOnDemand(); // takes the quiet one over
+    panel.checker->checkOnDemand(); // takes over the quiet check
     QVERIFY(!panel.checker->canCheck());
     QVERIFY(panel.text().contains("No newer version"_s));
     QVERIFY(panel.click("OK"_s) && panel.isQuiet());
@@ -247,7 +254,7 @@ void TestUpdate::onDemand()
     QVERIFY(panel.text().contains("Hi"_s) && panel.click("OK"_s));
     QVERIFY(panel.text().contains("No newer version"_s));
     QVERIFY(panel.click("OK"_s) && panel.isQuiet());
-    panel.settings.write(storage::softwareMark, "4.02"_s); // it is asked for, so it is shown
+    panel.settings.write(storage::softwareMark, "4.02"_s); // shown on request
     panel.publish(document(panel.server, "/a.exe"_s));
     panel.checker->checkOnDemand();
     QVERIFY(panel.text().contains("4.02"_s));
@@ -255,7 +262,7 @@ void TestUpdate::onDemand()
     panel.settings.write(storage::updateAddress, "http://update.norvel.example/"_s);
     panel.checker->checkOnDemand();
     QVERIFY(panel.text().contains("could not be reached"_s));
-    // As it is by another way, when it is allowed.
+    // A redirect to an allowed address is followed.
     panel.settings.write(storage::updateAddress, panel.server.address("/moved"_s));
     panel.server.answers["/moved"_s] = {"", "302 Found", "/info.json"};
     QVERIFY(panel.click("OK"_s) && panel.isQuiet());
@@ -267,7 +274,7 @@ namespace {
 
 const QByteArray installer = "#!/bin/sh\necho \"$0\" > \"$STARTED\"\n";
 
-/// A stand-in for the shell's unpacking: it knows the script's six lines, and copies.
+/// A fake script host: checks the script and copies the archive instead of unpacking it.
 const QByteArray unpacker =
     "#!/bin/sh\n[ \"$1\" = unzip.js ] && [ $(wc -l < unzip.js) = 6 ] || exit 1\n"
     "grep -q 'CopyHere(in_zip.Items(), 0);' unzip.js || exit 1\ncp \"$2\" \"$3/Setup.exe\"\n";
@@ -299,8 +306,8 @@ void TestUpdate::installs()
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_folder.filePath("started"_s)), patience);
     QVERIFY(panel.isQuiet());
     QVERIFY(QDir::currentPath().startsWith(m_folder.filePath("tmp"_s)));
-    QVERIFY(QFile::exists("temp.exe"_s)); // it may still be at work when the panel has ended
-    // Also while another update is tried.
+    QVERIFY(QFile::exists("temp.exe"_s)); // the installer may outlive the panel
+    // It is kept while another update is tried.
     const QString first = QDir::currentPath();
     panel.server.answers["/Panel.exe"_s] = {"", "404 Not Found"};
     panel.checker->checkQuietly();
@@ -309,18 +316,16 @@ void TestUpdate::installs()
     QVERIFY(panel.click("OK"_s) && panel.isQuiet());
     QVERIFY(QFile::exists(first + "/temp.exe"_s));
 
-    // One that cannot be started: the user is told.
+    // A program that cannot be started is reported.
     panel.server.answers["/Panel.exe"_s] = {"\x7f"
                                             "ELF nonsense"};
-    panel.checker->checkQuietly();
-    QVERIFY(panel.click("Update now"_s));
-    QTRY_VERIFY_WITH_TIMEOUT(panel.text().contains("<b>Download complete</b>"_s), patience);
+    QVERIFY(panel.downloads());
     QFile::remove("temp.exe"_s);
     QVERIFY(panel.click("Update now"_s));
     QVERIFY(panel.text().contains("could not be started"_s));
 }
 
-/// Addresses with blanks and queries, and bodies whose end is that of the connection.
+/// Addresses with blanks and queries, and answers that end with the connection.
 void TestUpdate::unusualDownloads()
 {
     Panel panel;
@@ -329,15 +334,13 @@ void TestUpdate::unusualDownloads()
     for (const QString &file : {"/My%20Panel.exe"_s, "/get?file=panel.exe"_s}) {
         panel.publish(document(panel.server, QString(file).replace("%20"_s, " "_s)));
         panel.server.answers[file] = plain;
-        panel.checker->checkQuietly();
-        QVERIFY(panel.click("Update now"_s));
-        QTRY_VERIFY_WITH_TIMEOUT(panel.text().contains("<b>Download complete</b>"_s), patience);
+        QVERIFY(panel.downloads());
         QCOMPARE(QFileInfo("temp.exe"_s).size(), qint64{installer.size()});
         QVERIFY(panel.click("Update later"_s) && panel.isQuiet());
     }
 }
 
-/// A window that is being closed opens no box any more, whatever was under way.
+/// A window that is being closed opens no more boxes.
 void TestUpdate::closingEndsEverything()
 {
     for (const bool boxOpen : {false, true}) {
@@ -359,9 +362,7 @@ void TestUpdate::installsFromAnArchive()
     panel.publish(document(panel.server, "/panel.zip"_s));
     panel.server.answers["/panel.zip"_s] = {
         installer, "200 OK", "", -1, 7, 0, 1 << 30, false, HttpServer::End::Chunks};
-    panel.checker->checkQuietly();
-    QVERIFY(panel.click("Update now"_s));
-    QTRY_VERIFY_WITH_TIMEOUT(panel.text().contains("<b>Download complete</b>"_s), patience);
+    QVERIFY(panel.downloads());
     QVERIFY(panel.click("Update now"_s));
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_folder.filePath("started"_s)), patience);
 }
@@ -389,14 +390,14 @@ void TestUpdate::downloadsThatFail_data()
     row("too large", {installer + QByteArray(2 << 20, 'x')});
     HttpServer::Answer endless = {QByteArray(2 << 20, 'x')};
     endless.end = End::Connection;
-    row("too large, its length not told", endless);
-    row("nothing to unpack with", {installer}, QByteArray());
+    row("too large, without a length", endless);
+    row("no script host", {installer}, QByteArray());
     row("unpacking fails", {installer}, "#!/bin/sh\ncp \"$2\" \"$3/Setup.exe\"\nexit 3\n");
     row("unpacking crashes", {installer}, "#!/bin/sh\nkill -9 $$\n");
-    row("nothing to start inside", {installer}, "#!/bin/sh\ncp \"$2\" \"$3/Readme.txt\"\n");
+    row("no program inside", {installer}, "#!/bin/sh\ncp \"$2\" \"$3/Readme.txt\"\n");
 }
 
-/// The user is told, and nothing is left that could be started.
+/// The failure is reported, and no file is left that could be started.
 void TestUpdate::downloadsThatFail()
 {
     QFETCH(HttpServer::Answer, answer);
@@ -451,21 +452,19 @@ void TestUpdate::stallsEndQuietly()
     QVERIFY(QDir(m_folder.filePath("tmp"_s)).isEmpty());
 }
 
-/// One that keeps coming is never cut off, however long it takes.
-void TestUpdate::steadyDripIsNotAStall()
+/// A slow download without pauses is never cancelled.
+void TestUpdate::slowDownloadIsNotAStall()
 {
     Panel panel;
     panel.checker->download().setStallTime(600 * slowness);
     panel.publish(document(panel.server, "/panel.exe"_s));
     panel.server.answers["/panel.exe"_s] = {
         installer + QByteArray(30, '\n'), "200 OK", "", -1, 6, 150};
-    panel.checker->checkQuietly();
-    QVERIFY(panel.click("Update now"_s));
-    QTRY_VERIFY_WITH_TIMEOUT(panel.text().contains("<b>Download complete</b>"_s), patience);
+    QVERIFY(panel.downloads());
     QVERIFY(panel.click("Update later"_s));
 }
 
-/// Or a folder in which nothing can be made.
+/// A full disk, and a folder in which no file can be made.
 void TestUpdate::diskThatIsFull()
 {
     Panel panel;

@@ -6,7 +6,7 @@
 
 #include <QtTest>
 
-/// What is made of the update document, which nobody vouches for.
+/// Parses the update document, which is not trusted.
 class TestUpdateDocument : public QObject
 {
     Q_OBJECT
@@ -33,7 +33,7 @@ void TestUpdateDocument::versions_data()
     QTest::newRow("builds do not count") << 4 << 0 << "4.00 0001"_s << false;
     QTest::newRow("older major, newer minor") << 3 << 99 << "4.00 0064"_s << false;
     QTest::newRow("major") << 5 << 0 << "4.99 0064"_s << true;
-    QTest::newRow("of the major its first digit") << 10 << 0 << "4.00 0064"_s << false;
+    QTest::newRow("only the first digit of the major version") << 10 << 0 << "4.00 0064"_s << false;
     QTest::newRow("firmware") << 1 << 3 << "1.02 0034"_s << true;
     QTest::newRow("firmware, same") << 1 << 2 << "1.02 0034"_s << false;
     QTest::newRow("marked") << 4 << 1 << "4.01"_s << false;
@@ -51,7 +51,7 @@ void TestUpdateDocument::versions()
     QFETCH(int, minor);
     QFETCH(QString, than);
     QTEST(update::isNewer(major, minor, than), "newer");
-    // What was ticked is never newer than itself.
+    // A version is never newer than itself.
     QVERIFY(!update::isNewer(major, minor, update::versionText(major, minor)));
 }
 
@@ -95,7 +95,7 @@ void TestUpdateDocument::addresses_data()
     row("http://[::1]/a.exe", true);
     row("http://update.norvel.example/a.exe", false);
     row("http://127.0.0.1.norvel.example/a.exe", false);
-    row("http://localhost/a.exe", false); // a name can lead anywhere
+    row("http://localhost/a.exe", false); // a name can resolve to any address
     row("file:///etc/passwd", false);
     row("ftp://127.0.0.1/a.exe", false);
     row("data:text/plain,a", false);
@@ -144,7 +144,7 @@ void TestUpdateDocument::news()
     QFETCH(QString, news);
     const QChar breakHere(0x200B);
     QTEST(update::presentable(news).remove(breakHere), "shown");
-    // What is written anew says the same when it is read again.
+    // A second pass changes nothing.
     QCOMPARE(update::presentable(update::presentable(news)), update::presentable(news));
     QCOMPARE(
         update::presentable("123456789012345678901234567&<b>x</b>"_s),

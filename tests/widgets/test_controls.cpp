@@ -1,10 +1,9 @@
+#include "tests/app/gestures.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/dialcontrol.h"
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
 
-#include <QMouseEvent>
-#include <QWheelEvent>
 #include <QtTest>
 
 #include <memory>
@@ -23,7 +22,7 @@ private slots:
 
 namespace {
 
-/// Counts the mouse gestures that a control passes on, and notes what the wheel and keys ask for.
+/// Counts the mouse signals of a control, and records the steps of the wheel and keys.
 struct Recorder
 {
     template <typename Knob, typename... Signals>
@@ -53,7 +52,7 @@ struct Controls
         &DialControl::dialknob_DoubleClicked};
 };
 
-/// How much of a move, a press, a move, a release and a double click with a button is passed on.
+/// The number of signals for a move, a press, a move, a release and a double click with a button.
 int passedOn(Recorder &recorder, Qt::MouseButton button)
 {
     const auto send = [&](QEvent::Type type, Qt::MouseButtons held) {
@@ -93,8 +92,8 @@ void TestControls::mouse()
 void TestControls::wheel_data()
 {
     QTest::addColumn<QList<int>>("turns");
-    QTest::addColumn<QList<int>>("steps"); // of a pan knob or a dial; a fader goes the other way
-    QTest::newRow("notches towards") << QList<int>{-360} << QList<int>{-6};
+    QTest::addColumn<QList<int>>("steps"); // of a pan knob or a dial; a fader steps the other way
+    QTest::newRow("notches down") << QList<int>{-360} << QList<int>{-6};
     QTest::newRow("fine wheel adds up") << QList<int>{25, 25, 25, 25, 25} << QList<int>{1, 1};
     QTest::newRow("there and back") << QList<int>{50, -50, 50, -50} << QList<int>();
 }
@@ -106,10 +105,7 @@ void TestControls::wheel()
     Controls all;
     for (const int turn : turns) {
         for (Recorder *control : {&all.cap, &all.knob, &all.dial}) {
-            QWheelEvent event(
-                QPointF(3, 3), QPointF(300, 300), QPoint(), QPoint(0, turn), Qt::NoButton,
-                Qt::NoModifier, Qt::NoScrollPhase, false);
-            QCoreApplication::sendEvent(control->widget.get(), &event);
+            turnWheel(control->widget.get(), turn);
         }
     }
     QCOMPARE(all.knob.steps, steps);

@@ -17,7 +17,7 @@ class TestDisplays : public QObject
 private slots:
     void dialFrames();
     void equalizerPixels();
-    void compressorAnnounces();
+    void compressorReportsItsState();
     void transferCurve();
     void levelMeter();
 };
@@ -59,8 +59,8 @@ void TestDisplays::dialFrames()
     QCOMPARE(imageOf(dial), seen.last());
 }
 
-/// Every column is filled from the 0 dB line to its response, and empty beyond what leads to the
-/// responses beside it.
+/// Each column is filled from the 0 dB line to its response. Beyond that it is empty, except for
+/// the line to the responses of the next columns.
 void TestDisplays::equalizerPixels()
 {
     EqCurve curve;
@@ -89,7 +89,7 @@ void TestDisplays::equalizerPixels()
     }
 }
 
-void TestDisplays::compressorAnnounces()
+void TestDisplays::compressorReportsItsState()
 {
     struct
     {
@@ -135,7 +135,7 @@ void TestDisplays::transferCurve()
         QVERIFY(output(0, ratio, 0) < output(0, ratio - 1, 0));
 }
 
-/// The bar ends at the bottom row of its meter. A reading that stays costs no repaint.
+/// The bar ends at the bottom row of its meter. An unchanged reading causes no repaint.
 void TestDisplays::levelMeter()
 {
     struct Counter : QObject

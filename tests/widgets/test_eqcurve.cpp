@@ -17,7 +17,7 @@ private slots:
     void bells();
     void highShelf();
     void lowShelves();
-    void placesOfBands();
+    void positionsOfBands();
     void clamping();
     void rounding();
 };
@@ -47,7 +47,7 @@ EqCurve only(std::size_t band, int gain, int freq, int q = 0)
 
 void TestEqCurve::bells()
 {
-    /// The entries that are half as high or higher, by Q step.
+    /// For each Q step the first and last entry of at least half the height.
     const int spans[][2] = {{184, 218}, {193, 211}, {197, 206}, {199, 204},
                             {200, 203}, {202, 203}, {201, 202}};
     for (int q = 0; q < eqshapes::qSteps; ++q) {
@@ -102,8 +102,8 @@ void TestEqCurve::lowShelves()
         QVERIFY(std::count(plain.begin(), plain.end(), weight) > 0);
 }
 
-/// Each band is drawn with its own shape about its own frequency.
-void TestEqCurve::placesOfBands()
+/// Each band is drawn with its own shape at its own frequency.
+void TestEqCurve::positionsOfBands()
 {
     const EqCurve low = only(0, 12, 7);
     QCOMPARE(low.response(1), full);
@@ -137,14 +137,15 @@ void TestEqCurve::clamping()
     }
 }
 
-/// Half a pixel counts upwards, but not downwards: 1 dB over all is 2.6 pixels, 3 dB 7.8.
+/// Positive heights are rounded to the nearest pixel, negative ones are truncated. 1 dB is 2.6
+/// pixels high, 3 dB is 7.8 pixels.
 void TestEqCurve::rounding()
 {
     const int pixels[][2] = {{1, 3}, {-1, -2}, {3, 8}, {-3, -7}, {2, 5}, {-2, -5}};
     for (const auto &[gain, height] : pixels)
         QCOMPARE(only(0, gain, 31).response(1), height);
 
-    // 9 dB of the low shelf's level and 6 dB of weight 63 of the high one: 315 tenths.
+    // 9 dB of the low shelf and 6 dB of the high shelf with weight 63: 31.5 pixels.
     for (const auto &[sign, height] : {std::pair(1, 32), std::pair(-1, -31)}) {
         EqCurve curve = only(0, sign * 9, 31);
         curve.bands[1] = {sign * 6, 0, 0};

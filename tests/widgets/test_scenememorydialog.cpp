@@ -20,7 +20,7 @@ private slots:
 
 namespace {
 
-/// The dialog, open and with the focus in its field.
+/// The open dialog with the focus in its field.
 struct Open
 {
     explicit Open(const QString &name) : dialog(name)

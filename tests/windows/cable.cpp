@@ -1,4 +1,4 @@
-// cable in|out: plugs the fake driver's device in, or pulls it out, and says which when it is done.
+// cable in|out: plugs the device of the fake driver in or out, then prints its argument.
 
 #include "tests/windows/cable.h"
 

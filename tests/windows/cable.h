@@ -4,7 +4,7 @@
 #include "tests/windows/fakedriver.h"
 #include "tests/windows/registry.h"
 
-/// Both ends of the cable, for the tests: which devices Windows knows, and how the driver behaves.
+/// Plugs fake devices in and out, and controls how the fake driver behaves.
 namespace cable {
 
 const std::wstring ownDevice = L"TAMBER#0000";
@@ -23,7 +23,7 @@ inline std::wstring classKey(const std::wstring &device)
            device + L"#{65e8773e-8f56-11d0-a3b9-00a0c9223196}";
 }
 
-/// Lets Windows know of this interface of a device.
+/// Registers an interface of a device with Windows.
 inline void plugIn(const std::wstring &device, const wchar_t *interfaceName, const wchar_t *service)
 {
     registry::write(enumKey(device), L"Service", service);
@@ -40,7 +40,7 @@ inline void pullOut(const std::wstring &device)
     registry::remove(enumKey(device));
 }
 
-/// Tells the driver one of FakeDriverBehaviour. Returns how many requests it has seen so far.
+/// Sets the behaviour of the driver, a FakeDriverBehaviour. Returns its number of requests so far.
 inline DWORD behave(DWORD behaviour)
 {
     DWORD requests = 0;

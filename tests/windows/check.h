@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-/// A test for a console, without any toolkit: each check prints a line, main returns failures().
+/// A console test without a toolkit: each check prints a line, and main returns failures().
 namespace check {
 
 inline int &failures()

@@ -1,6 +1,6 @@
-// An ASIO driver that does nothing but answer, for the tests. It reads from the environment what:
-// FAKE_ASIO_INIT=fail refuses to be initialised, FAKE_ASIO_RATE is its rate in hertz, and
-// FAKE_ASIO_ERROR=yes makes it report an error beside the rate.
+// A fake ASIO driver that only answers queries. Environment variables control it: with
+// FAKE_ASIO_INIT=fail its initialisation fails, FAKE_ASIO_RATE is its sample rate in hertz, and
+// with FAKE_ASIO_ERROR=yes it returns an error together with the rate.
 
 #include <cstdlib>
 #include <cstring>
@@ -21,8 +21,8 @@ std::string variable(const char *name)
     return text;
 }
 
-/// The whole table of methods, in the standard's order. Those that the panel does not call end the
-/// process, so that a wrong place in its own table cannot go unnoticed.
+/// All methods in the order of the standard. A method that the panel should not call ends the
+/// process, so that a wrong order in the panel's own table is detected.
 struct FakeDriver final : public IUnknown
 {
     FakeDriver() { ++liveObjects; }
@@ -107,7 +107,7 @@ __declspec(dllexport) HRESULT STDMETHODCALLTYPE
 
 __declspec(dllexport) HRESULT STDMETHODCALLTYPE DllCanUnloadNow()
 {
-    return S_FALSE; // the tests look at the count to the very end
+    return S_FALSE; // the tests read the count until they end
 }
 
 __declspec(dllexport) long fakeDriversAlive()

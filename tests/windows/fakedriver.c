@@ -1,5 +1,5 @@
-/* A kernel driver with a very small Tamber behind it, for the tests. It checks what it is sent as
-   strictly as the real one may, and remembers nothing of it but the last question. */
+/* A kernel driver with a minimal simulated Tamber. It checks requests strictly, and remembers only
+   the last query. */
 
 #include "fakedriver.h"
 
@@ -21,7 +21,7 @@ static UNICODE_STRING logName = RTL_CONSTANT_STRING(L"\\??\\C:\\tamber-driver.lo
 static HANDLE folder;
 static ULONG behaviour = BEHAVE_WELL;
 static ULONG requests;
-static UCHAR question;   /* the tag of the query that is still to be answered */
+static UCHAR question; /* the tag of the pending query */
 static int metersGiven;
 static UCHAR askedType, askedNumber;
 
@@ -61,7 +61,7 @@ static int validBlock(const UCHAR *block, UCHAR request)
            block[12] == 0 && block[13] == 0 && block[14] == 0 && block[15] == request;
 }
 
-/* Questions are one flag; that for the gain reduction comes behind a number and a type. */
+/* A query is a single flag item. The one for the gain reduction follows a number and a type. */
 static void receive(const UCHAR *message, ULONG length)
 {
     if (length >= 2 && (message[0] == TAG_IDENTITY || message[0] == TAG_METER)) {

@@ -1,6 +1,6 @@
-// What an update brings, for the tests. As cscript.exe it stands in for the script host, whose
-// shell cannot unpack under Wine: it makes Setup.exe of the archive, which is this program itself.
-// As Setup.exe it only says that it was started.
+// A fake update. Named cscript.exe, it replaces the script host, which cannot unpack archives under
+// Wine: it copies the archive, which is this program itself, to Setup.exe. Named Setup.exe, it only
+// records that it was started.
 
 #include <fstream>
 #include <string>

@@ -3,7 +3,7 @@
 #include <string>
 #include <windows.h>
 
-/// The part of the registry that tests write: below HKEY_LOCAL_MACHINE.
+/// Changes values below HKEY_LOCAL_MACHINE.
 namespace registry {
 
 inline void write(const std::wstring &key, const wchar_t *value, const std::wstring &text)

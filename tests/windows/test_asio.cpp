@@ -1,5 +1,4 @@
-// Asking the audio driver for its rate, with fakeasio.dll in the driver's place. The list of
-// drivers in the registry is this test's.
+// Queries the sample rate of fakeasio.dll. This test writes the list of drivers in the registry.
 
 #include "driver/asiodriver.h"
 #include "tests/windows/check.h"
@@ -14,7 +13,7 @@ const std::wstring classId = L"{7A3C51E2-90B4-4D6F-8E21-5B0CD719A463}";
 const std::wstring classKey = L"Software\\Classes\\CLSID\\" + classId;
 const QString noDriver = QStringLiteral("No  ASIO  Driver");
 
-/// The DLL lies beside this program.
+/// The DLL is in the folder of this program.
 std::wstring driverFile()
 {
     wchar_t path[MAX_PATH] = {};
@@ -51,7 +50,7 @@ QString rateText()
     return AsioDriver(*host).driverSampleRateText();
 }
 
-/// -1 when the driver's file is not in this process.
+/// The number of driver objects, -1 if the DLL is not loaded.
 long driversAlive()
 {
     const HMODULE module = GetModuleHandleW(L"fakeasio.dll");
@@ -63,7 +62,7 @@ long driversAlive()
 void noneOrOthers()
 {
     startAfresh();
-    CHECK(rateText() == noDriver); // there is not even a list
+    CHECK(rateText() == noDriver); // no list of drivers
     registerDriver(L"Tamber");
     registerDriver(L"tamber asio");
     registerDriver(L"Tamber ASIO 2");
@@ -92,7 +91,7 @@ void found()
     SetEnvironmentVariableA("FAKE_ASIO_RATE", "1411200");
     CHECK(rateText() == QStringLiteral("1.4112e+06"));
     CHECK(driversAlive() == 0);
-    // Without a description the key's own name counts.
+    // Without a description the name of the key is used.
     RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, (list + L"\\Tamber ASIO").c_str(), L"Description");
     CHECK(rateText() == QStringLiteral("1.4112e+06"));
 }
@@ -108,7 +107,7 @@ void refusal()
     SetEnvironmentVariableA("FAKE_ASIO_INIT", nullptr);
     CHECK(driver.driverSampleRateText() == QStringLiteral("48000"));
     CHECK(driversAlive() == 1);
-    // An error lets the driver be loaded anew: the old object goes.
+    // After an error the driver is loaded again, and the old object is released.
     SetEnvironmentVariableA("FAKE_ASIO_ERROR", "yes");
     SetEnvironmentVariableA("FAKE_ASIO_RATE", "0");
     CHECK(driver.driverSampleRateText() == QStringLiteral("0"));
@@ -118,7 +117,7 @@ void refusal()
     CHECK(driversAlive() == 1);
 }
 
-/// 127 names are one too many: the list may have been cut off.
+/// With 127 names the list is treated as cut off.
 void fullList()
 {
     startAfresh();
@@ -130,7 +129,7 @@ void fullList()
     CHECK(rateText() == noDriver);
 }
 
-/// Where the host has taken COM down, this thread can have it in another kind, for the first time.
+/// The host has released COM, so this thread can initialise it with another threading model.
 void comInBalance()
 {
     CHECK(driversAlive() == 0 || driversAlive() == -1);

@@ -1,5 +1,5 @@
-// The way to the device on Windows, with the fake driver at its other end. The driver is loaded
-// already; the devices that Windows knows are this test's.
+// The Windows transport with the fake driver, which is already loaded. This test registers the
+// devices.
 
 #include "device/platformtransport.h"
 #include "tests/windows/cable.h"
@@ -19,7 +19,7 @@ using namespace cable;
 namespace {
 
 const std::wstring firstDevice = L"AAA#0000"; // enumerated before ours
-const std::wstring lastDevice = L"ZZZ#0000";  // and behind it
+const std::wstring lastDevice = L"ZZZ#0000";  // enumerated after ours
 
 bool endsWith(const std::wstring &text, const std::wstring &end)
 {
@@ -82,7 +82,7 @@ void lastMatchCounts()
     plugIn(ownDevice, L"zz", L"tamber");
     CHECK(bench.found());
     CHECK(endsWith(bench.context.path, L"\\zz"));
-    // Devices of others, before and behind, change nothing.
+    // Other devices, before and after ours, change nothing.
     plugIn(firstDevice, L"wave", L"usbaudio");
     plugIn(lastDevice, L"wave", L"usbaudio");
     CHECK(bench.found());
@@ -104,7 +104,7 @@ void sending()
     const DWORD before = behave(BEHAVE_WELL);
     CHECK(bench.send({}) == 1);
     CHECK(bench.transport->transferOut(bench.context, requestSend, 0, 0, 5, nullptr) == 1);
-    CHECK(behave(BEHAVE_CHATTY) == before); // the driver was not asked
+    CHECK(behave(BEHAVE_CHATTY) == before); // the driver got no request
     CHECK(bench.send({0, 0}) == 1);
     behave(BEHAVE_REFUSE);
     CHECK(bench.send({0, 0}) == 1);
@@ -128,7 +128,7 @@ void fetching()
     CHECK(bench.fetch(bytes) == 0);
 }
 
-/// What is written to standard output meanwhile.
+/// The standard output of a function.
 template <typename Act>
 std::string printed(Act act)
 {
@@ -147,7 +147,7 @@ std::string printed(Act act)
     return text;
 }
 
-/// A count that is wrong is no error of the system: none that happened before is reported for it.
+/// A wrong byte count is not a system error, so the text of an earlier system error is not printed.
 void wrongCount()
 {
     Bench bench;
@@ -161,7 +161,7 @@ void wrongCount()
     CHECK(text.find("ERROR : ") == 0);
     CHECK(text.find('\n') + 1 == text.size());
     behave(BEHAVE_REFUSE);
-    CHECK(printed([&] { bench.fetch(bytes); }).find("ERROR : ") > 0); // behind the system's text
+    CHECK(printed([&] { bench.fetch(bytes); }).find("ERROR : ") > 0); // after the system's text
     behave(BEHAVE_WELL);
 }
 
@@ -177,7 +177,7 @@ void rate()
     behave(BEHAVE_WELL);
 }
 
-/// Between the pulling of the cable and the next search every request fails by itself.
+/// After the device is unplugged, every request fails, also before the next search.
 void unplugging()
 {
     Bench bench;
@@ -194,7 +194,7 @@ void unplugging()
     CHECK(!bench.found());
 }
 
-/// The lowest free handle is given out first, so one that stays open moves the next one up.
+/// Windows returns the lowest free handle, so a leaked handle increases the next one.
 std::size_t nextHandle()
 {
     const HANDLE handle = CreateEventW(nullptr, FALSE, FALSE, nullptr);
@@ -212,7 +212,7 @@ std::size_t privateMemory()
     return bytes;
 }
 
-/// Everything once, well or not.
+/// Makes every request once, whether it succeeds or not.
 void tryAll(Bench &bench)
 {
     std::array<std::uint8_t, 64> bytes;
@@ -223,7 +223,7 @@ void tryAll(Bench &bench)
     bench.transport->sampleRate(bench.context, hertz);
 }
 
-/// Hundreds of requests, good and bad ones: what one of them keeps shows.
+/// Hundreds of successful and failed requests leak neither handles nor memory.
 void nothingLeaks()
 {
     plugIn(ownDevice, L"wave", L"tamber");
@@ -238,13 +238,13 @@ void nothingLeaks()
                 tryAll(bench);
         }
         behave(BEHAVE_REPLUG);
-        if (rounds > 0) continue; // the first fills what the system keeps
+        if (rounds > 0) continue; // the first round fills caches of the system
         handles = nextHandle();
         memory = privateMemory();
     }
     behave(BEHAVE_WELL);
     CHECK(handles > 0 && nextHandle() <= handles + 16);
-    // A hundred bytes for each of the failed requests would be more.
+    // A leak of a hundred bytes for each failed request would exceed this.
     CHECK(memory > 0 && privateMemory() <= memory + 0x10000);
 }
 

@@ -5,11 +5,11 @@
 #include <QPixmap>
 #include <QScreen>
 
-/// The Windows program under Wine, driven from outside, with the fake driver's device at its other
-/// end. packaging/windows/test starts this in a Wine of its own, and says where things are:
-///   WINEPREFIX        that Wine
-///   WINDOWS_PROGRAMS  the folder with tamber-panel.exe and the tests' own programs
-///   PICTURES          the folder that takes the pictures of the pages
+/// The Windows program under Wine with the device of the fake driver, operated through the X
+/// display. packaging/windows/test starts this test in a Wine of its own and sets these variables:
+///   WINEPREFIX        the folder of that Wine
+///   WINDOWS_PROGRAMS  the folder with tamber-panel.exe and the programs of the tests
+///   PICTURES          the folder for the pictures of the pages
 class TestWindowsPanel : public QObject
 {
     Q_OBJECT
@@ -48,7 +48,7 @@ QString program(const QString &name)
     return qEnvironmentVariable("WINDOWS_PROGRAMS") + QLatin1Char('/') + name;
 }
 
-/// Where Windows programs keep the files of the user that Wine has.
+/// The settings folder of the user in Wine.
 QString userFolder()
 {
     QDir users(disk() + "users"_s);
@@ -58,14 +58,14 @@ QString userFolder()
     return QString();
 }
 
-/// How a Windows program is started in that Wine, whatever home it is given.
+/// The command that starts a Windows program in that Wine, with any home folder.
 QStringList inWine(const QStringList &command)
 {
     const QString folder = qEnvironmentVariable("WINEPREFIX") + "/../tmp"_s;
     return QStringList{"env"_s, "TMPDIR="_s + folder, "wine"_s} + command;
 }
 
-/// Runs a Windows program to its end. Returns what it prints, in one line; nothing if it fails.
+/// Runs a Windows program to its end. Returns its output in one line, empty if it fails.
 QString run(const QStringList &command)
 {
     QStringList arguments = inWine(command);
@@ -84,7 +84,7 @@ QString registryValue(const QString &key, const QString &value)
     return line.section(QLatin1Char(' '), -1);
 }
 
-/// What the driver was handed, message by message.
+/// The messages that the driver has received.
 QList<QByteArray> driverLog()
 {
     QFile log(disk() + "tamber-driver.log"_s);
@@ -103,7 +103,7 @@ void TestWindowsPanel::cable(const QString &inOrOut) const
     QCOMPARE(run({program("cable.exe"_s), inOrOut}), inOrOut);
 }
 
-/// What a Tamber holds that was plugged in when the driver got this message.
+/// The state of a Tamber that has processed the messages from this one on.
 simulator::MixerState TestWindowsPanel::driverState(int from) const
 {
     simulator::SteppedClock clock;
@@ -158,7 +158,7 @@ void TestWindowsPanel::sendsWhatIsDone()
 
 void TestWindowsPanel::livesWithoutDevice()
 {
-    // The program that fights with the panel for the device is ended meanwhile.
+    // The panel ends the other program that uses the device.
     const QString mixer = userFolder() + "tmbrmixer.exe"_s;
     QVERIFY(QFile::copy(disk() + "windows/system32/notepad.exe"_s, mixer));
     UserProgram other(m_panel->home, inWine({mixer}));
@@ -181,7 +181,7 @@ void TestWindowsPanel::livesWithoutDevice()
     const auto searched = searches();
     QTRY_VERIFY_WITH_TIMEOUT(searches() > searched + 20, patience);
     QCOMPARE(driverLog().size(), before);
-    QVERIFY(!m_panel->find(noDeviceTitle)); // it is told once
+    QVERIFY(!m_panel->find(noDeviceTitle)); // the box is shown once
 
     cable("in"_s);
     QTRY_VERIFY_WITH_TIMEOUT(driverLog().size() > before, patience);
@@ -214,7 +214,7 @@ void TestWindowsPanel::secondStart()
     QVERIFY(second.endedWith(0));
 }
 
-/// Whole on the screen; the pictures are for the eye.
+/// All pages fit on the screen. The pictures are for visual inspection.
 void TestWindowsPanel::pages()
 {
     const xcb_window_t window = m_panel->find(QLatin1String(constants::windowTitle));
@@ -246,8 +246,8 @@ void TestWindowsPanel::ends()
     QCOMPARE(readIni(m_panel->home.settingsFile()).value("Panel/MainWindowPanel"_s), "2"_s);
 }
 
-/// An archive is downloaded, unpacked by the system's script host and started: a program for tests
-/// is both, by the name that it bears.
+/// The panel downloads an archive, unpacks it with the script host and starts it. The fakesetup
+/// program replaces both; its file name decides what it does.
 void TestWindowsPanel::updates()
 {
     m_panel.reset();
@@ -260,7 +260,7 @@ void TestWindowsPanel::updates()
     QVERIFY(folder.mkpath("."_s));
     QVERIFY(QFile::copy(program("fakesetup.exe"_s), folder.filePath("cscript.exe"_s)));
     const PrivateHome home(userFolder() + "Tamber_Setting.ini"_s, server.address("/info.json"_s));
-    qputenv("WINEPATH", "C:\\standins"); // goes before the system's own on the path
+    qputenv("WINEPATH", "C:\\standins"); // found before the script host of the system
     const UserProgram panel(home, inWine({program("tamber-panel.exe"_s)}));
 
     XDisplay display;
@@ -281,7 +281,7 @@ void TestWindowsPanel::updates()
     QTRY_VERIFY_WITH_TIMEOUT(bytesOf(disk() + "started.txt"_s).endsWith("\\Setup.exe"), patience);
 }
 
-/// With its own device, and its own settings.
+/// The demo has a device and settings of its own.
 void TestWindowsPanel::demo()
 {
     XDisplay display;
