@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The texts that have a translation.
+/// The texts of the start information, which have a translation.
 class StartInformation
 {
     Q_DECLARE_TR_FUNCTIONS(StartInformation)
@@ -29,7 +29,7 @@ public:
     static QString neverAgain() { return tr("Do not show again"); }
 };
 
-constexpr int leastWidth = 380; // pixels: enough for the title
+constexpr int leastWidth = 380; // pixels, enough for the title
 
 } // namespace
 
@@ -39,7 +39,7 @@ QMessageBox *boxes::make(QMessageBox::Icon icon, QWidget *parent, const QString 
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setIcon(icon);
     box->setWindowTitle(title);
-    // A width of its texts' own, as by a style sheet, would make the box cut them off.
+    // The spacer widens the box. A least width from the style sheet would cut the texts off.
     if (auto *grid = qobject_cast<QGridLayout *>(box->layout()))
         grid->addItem(new QSpacerItem(leastWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
     return box;
@@ -73,8 +73,8 @@ void boxes::showStartInformation(QWidget *parent, const std::function<void()> &n
     box->setTextFormat(Qt::RichText);
     box->setText(StartInformation::text(helplinks::faqs(systemLanguage())));
     box->setStandardButtons(QMessageBox::Ok);
-    box->setEscapeButton(QMessageBox::Ok); // two buttons accept
-    // A button among the others, so that a tick closes the box too.
+    box->setEscapeButton(QMessageBox::Ok); // needed because two buttons have an accepting role
+    // contract: the check box is one of the buttons, so that ticking it also closes the box.
     auto *tick = new QCheckBox(StartInformation::neverAgain());
     box->addButton(tick, QMessageBox::AcceptRole);
     QObject::connect(box, &QMessageBox::finished, parent, [tick, neverAgain] {

@@ -4,21 +4,22 @@
 
 #include <functional>
 
-/// The boxes that the window's commands open. None waits: they return at once, and the box closes
-/// itself. GUI thread only.
+/// Message boxes of the window. These functions return at once and do not wait for the user's
+/// answer. GUI thread only.
 namespace boxes {
 
-/// Makes a box that is not open yet. It deletes itself when it is closed.
+/// Returns a new box that is not open yet. The box deletes itself when it is closed.
 QMessageBox *make(QMessageBox::Icon icon, QWidget *parent, const QString &title);
 
-/// Asks "Are you sure?" and calls accepted for an OK; Cancel is the default.
+/// Shows a text and asks "Are you sure?". Cancel is the default button.
+/// @param accepted called if the user answers OK
 void askFirst(QWidget *parent, const QString &text, const std::function<void()> &accepted);
 
-/// Says something, with an OK.
+/// Shows a text with an OK button.
 void inform(QWidget *parent, const QString &text);
 
-/// The information that a user should have read once.
-/// @param neverAgain called when the box was closed with "Do not show again"
+/// Shows the start information: how to avoid noise, and where to find help.
+/// @param neverAgain called if the user ticks "Do not show again"
 void showStartInformation(QWidget *parent, const std::function<void()> &neverAgain);
 
 } // namespace boxes

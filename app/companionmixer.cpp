@@ -5,7 +5,7 @@
 
 void killCompanionMixer()
 {
-    // By its whole name: one that lies beside the panel would be preferred to the system's.
+    // Without the full path, a "taskkill.exe" in the panel's own folder would be started instead.
     QProcess::execute(
         QStandardPaths::findExecutable(QStringLiteral("taskkill.exe")),
         {QStringLiteral("/f"), QStringLiteral("/im"), QStringLiteral("tmbrmixer.exe")});

@@ -1,5 +1,6 @@
 #pragma once
 
-/// Ends the companion mixer program, which cannot do without the device: runs the system's
-/// "taskkill.exe" and waits for it. Silent, whether or not there was such a program.
+/// Ends the companion mixer program, which cannot work without the device: runs the system's
+/// "taskkill.exe" and waits for it to end. Reports nothing, not even a failure.
+// contract: the program's name and the arguments of "taskkill.exe".
 void killCompanionMixer();

@@ -21,12 +21,12 @@ struct KnobLayout
 {
     ParameterId id;
     const char *caption;
-    int middle; ///< column
-    int row;    ///< of the two
+    int middle; ///< column of the knob's middle
+    int row;    ///< 0 or 1, an index of knobRows
 };
 
 constexpr int bandWidth = 94;
-constexpr int leftHalf = 26; // middle of a knob from a band's left edge
+constexpr int leftHalf = 26; // from a band's left edge to the middle of its left knob
 constexpr int rightHalf = 69;
 constexpr int centre = 47;
 constexpr int band(int column) { return 184 + bandWidth * column; }
@@ -34,7 +34,7 @@ constexpr int compressorColumns[] = {784, 882, 980};
 
 using Id = ParameterId;
 
-/// In the order in which Tab walks them.
+/// The knobs in tab order.
 constexpr KnobLayout knobs[] = {
     {Id::LowGain,     "Gain dB",      band(0) + leftHalf,   0},
     {Id::LowFreq,     "Freq Hz",      band(0) + rightHalf,  0},
@@ -54,7 +54,7 @@ constexpr KnobLayout knobs[] = {
 };
 
 constexpr int knobRows[] = {27, 95};
-constexpr QRect captionArea(-45, 0, 90, 13); // all from the middle and the row of a knob
+constexpr QRect captionArea(-45, 0, 90, 13); // these three: relative to a knob's middle and row
 constexpr QPoint dialPlace(-18, 13);
 constexpr QRect textArea(-20, 50, 40, 15);
 
@@ -63,7 +63,7 @@ constexpr int headTop = 2;
 constexpr int headHeight = 21;
 constexpr QRect compressorHead(561, headTop, 474, headHeight);
 constexpr QRect lowCutArea(band(0) + 11, 119, 72, 20);
-// The background has a grid behind each display.
+// The displays must lie exactly on the grids of the background image.
 constexpr QPoint eqPlace(geometry::eqLeft, geometry::eqTop);
 constexpr QPoint compressorPlace(
     geometry::compressorLeft - DrawCompressor::margin,

@@ -2,13 +2,13 @@
 
 #include "app/mixerwidgets.h"
 
-/// The panel above the strips: the equalizer and the compressor of the strip that is shown.
+/// The editing area above the strips: the equalizer and the compressor of one strip.
 /// GUI thread only.
 namespace editingarea {
 
-/// Makes the widgets as children of `area`, in its coordinates and at their places, with object
-/// names, tooltips and accessible names, in the order in which Tab walks them. No strip is shown:
-/// the area is disabled, all values are empty and the curves flat. Nothing is connected.
+/// Makes the widgets of the editing area as children of `area`, with their places, object names,
+/// tool tips and accessible names, in tab order. The area is disabled and shows no strip: all
+/// values are empty and the curves are flat. Nothing is connected.
 SectionWidgets build(QWidget *area);
 
 } // namespace editingarea

@@ -2,13 +2,13 @@
 
 #include "common/constants.h"
 
-/// What tells the panel and the demo apart, beside the device.
+/// The values that differ between the panel and the demo.
 struct Edition
 {
-    const char *organisation;  ///< of all settings
-    const char *updateAddress; ///< of the update information; "" to ask nobody
+    const char *organisation;  ///< the organisation that all settings are stored under
+    const char *updateAddress; ///< address of the update information; "" switches the check off
 };
 
 constexpr Edition panelEdition{constants::organisation, constants::updateInformation};
-/// The demo must never touch the settings of a real panel, and asks nobody for updates.
+/// The demo must never touch the settings of a real panel, and it does not check for updates.
 constexpr Edition demoEdition{constants::demoOrganisation, ""};

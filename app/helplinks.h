@@ -3,8 +3,8 @@
 #include <QLocale>
 #include <QUrl>
 
-/// The maker's pages for this model: on the Japanese site for a Japanese system, else on the
-/// international one.
+/// Addresses of the maker's web pages for this device. They lead to the Japanese site if the
+/// language is Japanese, else to the international site. Pure functions; any thread.
 namespace helplinks {
 
 QUrl faqs(const QLocale &language);

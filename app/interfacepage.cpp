@@ -16,11 +16,11 @@
 namespace {
 
 constexpr int margin = 6;
-constexpr int captionWidth = 140; ///< the same in all groups, so that their values stand in line
+constexpr int captionWidth = 140; ///< the same in all groups, so that their values are aligned
 constexpr int rowSpacing = 14;
 constexpr int columnSpacing = 16;
-constexpr int stepPitch = 60;    ///< from one step of the slider to the next
-constexpr int handleLength = 14; ///< of the slider, with its border
+constexpr int stepPitch = 60;    ///< pixels from one step of the slider to the next
+constexpr int handleLength = 14; ///< length of the slider's handle with its border
 constexpr int bufferSizeWidth = 96;
 
 QString noDevice()
@@ -35,7 +35,7 @@ QLabel *makeLabel(const QString &text, const char *role)
     return label;
 }
 
-/// @param caption what the value is of, which its name is made of too: "Sample Rate"
+/// @param caption the caption beside the value: "Sample Rate". The object name is made from it.
 QLabel *makeValue(const QString &caption, const QString &text, const QString &tip)
 {
     QString name = QStringLiteral("label_") + caption;
@@ -47,7 +47,8 @@ QLabel *makeValue(const QString &caption, const QString &text, const QString &ti
     return value;
 }
 
-/// "Sample Rate ：", with the colon of full width.
+/// Returns the caption of a value: "Sample Rate ：".
+// contract: the full-width colon.
 QString captionOf(const QLabel *value)
 {
     return value->accessibleDescription() + QStringLiteral(" \uFF1A");
@@ -85,8 +86,8 @@ QSlider *makeSlider()
     return slider;
 }
 
-/// The sizes below the slider, each in the middle of its step. The first takes no more room than
-/// the handle, so that the slider begins where the scale does.
+/// Makes the row of sizes below the slider, each centred under its step. The first size is only as
+/// wide as the handle, so that slider and scale begin at the same column.
 QLayout *makeScale()
 {
     auto *scale = new QHBoxLayout;
@@ -127,11 +128,12 @@ void InterfacePage::makeValues()
     const auto make = [](const char *caption, const QString &text, const char *tip) {
         return makeValue(QLatin1String(caption), text, QLatin1String(tip));
     };
-    m_bufferSize = make("Buffer Size", QStringLiteral("256 Samples"), "What the driver is told.");
+    m_bufferSize =
+        make("Buffer Size", QStringLiteral("256 Samples"), "The size that the driver is set to.");
     m_software = make(
         "Software Version", QLatin1String(constants::softwareVersion), "Version of this panel.");
     m_firmware = make("Firmware Version", noDevice(), "Version and build inside the device.");
-    m_device = make("Device", noDevice(), "How the device calls itself.");
+    m_device = make("Device", noDevice(), "The product name that the device reports.");
     m_sampleRate = make("Sample Rate", noDevice(), "The rate at which the device works.");
     m_trueBypass =
         make("Mixer True Bypass", noDevice(), "Whether the device's mixer is out of circuit.");
@@ -139,7 +141,7 @@ void InterfacePage::makeValues()
 
 QWidget *InterfacePage::buildAudioDriver()
 {
-    // So that the word stands still while the number changes.
+    // Keeps the word "Samples" in place while the number changes.
     m_bufferSize->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_bufferSize->setFixedWidth(bufferSizeWidth);
 

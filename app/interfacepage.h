@@ -7,8 +7,8 @@
 class QLabel;
 class QSlider;
 
-/// The Interface page: the buffer size of the audio driver, and what the panel and the device are.
-/// It shows what it is given; what its slider does is up to others. GUI thread only.
+/// The Interface page: the buffer size of the audio driver, and the versions and state of panel and
+/// device. It only shows what it is given; InterfaceView handles the slider. GUI thread only.
 class InterfacePage : public QWidget
 {
     Q_OBJECT
@@ -16,12 +16,13 @@ class InterfacePage : public QWidget
 public:
     explicit InterfacePage(QWidget *parent = nullptr);
 
-    /// The slider of the buffer size, a step each, and the text of its size. They live as long as
-    /// the page.
+    /// The slider of the buffer size: its values are the steps of driver/buffersize.h. It lives as
+    /// long as the page.
     QSlider *bufferSizeSlider() const { return m_bufferSlider; }
+    /// The text of the buffer size. It lives as long as the page.
     QLabel *bufferSizeLabel() const { return m_bufferSize; }
 
-    /// @name What is said of the device
+    /// @name Texts about the device
     ///@{
     void setFirmware(const QString &text);
     void setName(const QString &text);
@@ -29,11 +30,11 @@ public:
     void setTrueBypass(const QString &text);
     ///@}
 
-    /// What the page says of panel and device, as it stands there.
+    /// Returns the captions and values that the page shows, without the buffer size.
     QVector<ProductInformation::Fact> facts() const;
 
-    /// The Mixer page alone gives the window its size. So this page need not be laid out before it
-    /// is shown, and the window opens sooner.
+    /// Returns no size, because the Mixer page alone determines the window's size. So this page is
+    /// laid out only when it is shown, and the window opens sooner.
     QSize sizeHint() const override { return QSize(); }
     QSize minimumSizeHint() const override { return QSize(); }
 

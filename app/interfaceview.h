@@ -8,21 +8,22 @@ class InterfacePage;
 class QVXDevice;
 class Settings;
 
-/// Shows on the Interface page what the device and the driver say, and lets the user choose the
+/// Shows the state of the device and the driver on the Interface page, and lets the user choose the
 /// buffer size. GUI thread only.
 class InterfaceView : public QObject
 {
     Q_OBJECT
 
 public:
-    /// All of them must outlive the object.
-    /// @param organisation of the store in which the driver's settings are
+    /// Settings, device and page must outlive the object.
+    /// @param organisation the organisation that the driver's settings are stored under
     InterfaceView(
         Settings &settings, QVXDevice &device, InterfacePage &page, const QString &organisation);
 
-    /// Shows what the device answered last, and asks it anew.
+    /// Shows the device's last answers and requests new ones.
     void refresh();
-    /// Reads the driver's buffer size again: somebody else may have changed it.
+    /// Reads the driver's buffer size again, because another program may have changed it, and shows
+    /// it.
     void loadBufferSize();
 
 private:

@@ -10,11 +10,11 @@ QLocale systemLanguage()
 
 void installTranslations(const QLocale &language)
 {
-    // One file a room: the panel's own texts exist in fewer languages than the updates'.
-    for (const char *room : {"panel", "update"}) {
+    // Two files, because the panel's texts exist in fewer languages than those of the updates.
+    for (const char *file : {"panel", "update"}) {
         auto *translator = new QTranslator(qApp);
         if (translator->load(
-                language, QLatin1String(room), QStringLiteral("_"),
+                language, QLatin1String(file), QStringLiteral("_"),
                 QStringLiteral(":/Resource/translations")))
             QCoreApplication::installTranslator(translator);
         else

@@ -2,10 +2,10 @@
 
 #include <QLocale>
 
-/// The language of the system's user interface: on a Linux machine that of the environment, on
-/// Windows that of its display. Any thread.
+/// Returns the language of the system's user interface: on Linux from the environment, on Windows
+/// the display language. Any thread.
 QLocale systemLanguage();
 
-/// Loads the panel's own translations into this language, where there are any; what has none stays
-/// English. After the application object was made, and once. GUI thread only.
+/// Loads the panel's translations into a language. Texts without a translation stay English. Call
+/// it once, after the application object is made. GUI thread only.
 void installTranslations(const QLocale &language = systemLanguage());

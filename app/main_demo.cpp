@@ -5,7 +5,8 @@
 
 static Settings settings(demoEdition.organisation, constants::settingsFile);
 
-/// Never destroyed: a worker that hangs in a transfer may outlive the event loop.
+/// Returns the simulated device. It is never destroyed, because a worker that hangs in a transfer
+/// may outlive the event loop.
 static simulator::SimulatedTamber &simulatedTamber()
 {
     static auto &clock = *new simulator::RealClock;

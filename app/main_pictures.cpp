@@ -1,6 +1,7 @@
 // tamber-pictures [FOLDER]: renders every page of the panel and the window of the simulated device
-// into FOLDER (build/pictures without one), at 1x and, as NAME@2x.png, at 2x. The pages show a
-// session in the middle of work, on a simulated device and with settings of its own.
+// into FOLDER, or into build/pictures if none is given. Each picture is made at 1x (NAME.png) and
+// at 2x (NAME@2x.png). The pages show example settings on a simulated device; the user's settings
+// are not touched.
 
 #include "app/mainwindow.h"
 #include "app/program.h"
@@ -29,7 +30,7 @@ struct Channel
     mixer::StripId strip;
     const char *name;
     int fader;
-    int pan; ///< only of a mono strip
+    int pan; ///< used by mono strips only
     std::vector<storage::SwitchKey> on;
 };
 
@@ -61,13 +62,13 @@ void writeSession(storage::Transaction &t)
         for (const storage::SwitchKey &on : channel.on)
             mixer::setSwitch(t, channel.strip, on, true);
     }
-    // The headphones on 3 and 4 hear the master too, the room on 7 and 8 the computer's first two.
+    // Outputs 1 to 4 play the master, 5 and 6 computer 5 and 6, 7 and 8 computer 1 and 2.
     constexpr int lineOuts[] = {0, 1, 0, 1, 6, 7, 2, 3};
     for (int output = 1; output <= mixer::lineOutCount; ++output)
         mixer::setLineOut(t, output, lineOuts[output - 1]);
 }
 
-/// A voice's equalizer and compressor at work.
+/// Sets the equalizer and the compressor of a strip as for a voice.
 void writeSection(storage::Transaction &t, const mixer::StripId &strip)
 {
     struct Knob
@@ -87,7 +88,7 @@ void writeSection(storage::Transaction &t, const mixer::StripId &strip)
     mixer::setSwitch(t, strip, storage::strip::eqLowCut, true);
 }
 
-/// Lets the window and its device come to rest.
+/// Processes events for a time, until window and device have settled.
 void settle(int milliseconds)
 {
     QElapsedTimer timer;
@@ -125,7 +126,8 @@ int renderPages(const QString &folder, const QString &suffix)
     return device.grab().save(QDir(folder).filePath(QLatin1String("device") + suffix)) ? 0 : 1;
 }
 
-/// The scale of a program is fixed when it starts: so each scale is a process of its own.
+/// Renders each scale in a process of its own, because Qt fixes the scale when a program starts.
+/// @return 0, or 1 if a process fails
 int renderAllScales(const QString &folder)
 {
     for (const char *scale : {"1", "2"}) {

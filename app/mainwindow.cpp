@@ -36,8 +36,8 @@
 
 namespace {
 
-/// Connects a mouse signal to the slot of the control that is named after it, as in
-/// "faderKnob3" and "Moved" to faderKnob3_Moved.
+/// Connects a control's mouse signal to the receiver's slot that is named after control and
+/// gesture: faderKnob3_Moved for the control "faderKnob3" and the gesture "Moved".
 void connectByName(QObject *control, const char *signal, QObject *receiver, const char *gesture)
 {
     const QByteArray slot = control->objectName().toLatin1() + '_' + gesture + "(QMouseEvent*)";
@@ -51,7 +51,7 @@ QAction *addNamed(QMenu *menu, const QString &text, const QString &name)
     return action;
 }
 
-/// After the window was shown, in milliseconds.
+/// Milliseconds from the window's start to the first update check.
 constexpr int updateDelay = 500;
 
 QSettings geometryStore(const QString &organisation)
@@ -152,14 +152,15 @@ void MainWindow::buildHelpMenu()
         help, QStringLiteral("&Product Information"), QStringLiteral("actionProduct_Information"));
 }
 
-/// Some desktops put a window of this size partly off the screen when it has no place of its own.
+/// Moves the window fully onto the screen. Some desktops place a window of this size partly off the
+/// screen if it has no stored position.
 void MainWindow::moveOntoScreen()
 {
     const QRect free = screen()->availableGeometry();
     const QRect frame = frameGeometry();
     if (free.contains(frame)) return;
-    const QSize room = free.size() - frame.size();
-    move(free.topLeft() + QPoint(qMax(0, room.width() / 2), qMax(0, room.height() / 2)));
+    const QSize rest = free.size() - frame.size();
+    move(free.topLeft() + QPoint(qMax(0, rest.width() / 2), qMax(0, rest.height() / 2)));
 }
 
 void MainWindow::restoreWindowGeometry()
@@ -259,7 +260,8 @@ void MainWindow::connectKnob(DialControl *dial, mixer::ParameterId id)
 {
     connectByName(dial, SIGNAL(dialknob_Pressed(QMouseEvent *)), this, "Pressed");
     connectByName(dial, SIGNAL(dialknob_Moved(QMouseEvent *)), this, "Moved");
-    // Only gain knobs have a slot for the double click; on the others its second press is a press.
+    // Only gain knobs have a slot for double clicks. On the other knobs a double click counts as a
+    // press.
     const bool isGain = mixer::parameter(id).scale == mixer::Scale::Gain;
     connectByName(
         dial, SIGNAL(dialknob_DoubleClicked(QMouseEvent *)), this,
@@ -304,8 +306,8 @@ void MainWindow::showTrouble()
     m_notice->set(Message::SettingsUnwritten, m_settings.isWriteFailing());
 }
 
-/// Sends everything, or nothing while the settings are not those of the user: a file that cannot
-/// be read must not open channels that the user has muted.
+/// Sends the whole state, or stops sending while the settings file cannot be read. Otherwise the
+/// defaults would open channels that the user has muted.
 void MainWindow::obeySettings()
 {
     m_sender.setHeld(m_settings.reading() != Settings::Reading::Done);
@@ -315,7 +317,7 @@ void MainWindow::obeySettings()
 void MainWindow::showDisconnected()
 {
     killCompanionMixer();
-    // open(), not exec(): a slot that waits would stop the timer that calls it.
+    // contract: title and text. open(), not exec(), because a timer slot gets here and must return.
     m_disconnectedBox = boxes::make(QMessageBox::Warning, this, QStringLiteral("USB Disconnected"));
     m_disconnectedBox->setText(QStringLiteral("- Tamber -\n Please insert USB cable"));
     m_disconnectedBox->open();
@@ -341,7 +343,7 @@ void MainWindow::timerInterrupt_100ms()
     m_section.showReduction(m_presence.gainReduction().length());
 }
 
-/// Shows what the device and the panel are, wherever that stands.
+/// Refreshes the texts about device and panel on the Interface page and in the dialog.
 void MainWindow::refreshFacts()
 {
     m_interface->refresh();
@@ -360,7 +362,7 @@ void MainWindow::startTimers()
     start(10, &MainWindow::timerInterrupt_10ms);
 }
 
-/// Shows the whole state, however it came about.
+/// Shows the whole stored state.
 void MainWindow::showAll()
 {
     m_strips.showAll();
@@ -379,7 +381,7 @@ void MainWindow::endDrags()
 
 bool MainWindow::event(QEvent *event)
 {
-    // A box that opens during a drag takes the release away.
+    // A box that opens during a drag gets the mouse release instead of the control.
     if (event->type() == QEvent::WindowBlocked) endDrags();
     return QMainWindow::event(event);
 }
@@ -397,7 +399,7 @@ void MainWindow::delSettingsFile()
         [this] {
             m_mixer.initialize();
             m_settings.acceptValues();
-            m_interface->loadBufferSize(); // the driver keeps its size
+            m_interface->loadBufferSize(); // the driver's buffer size is not reset
             refreshFacts();
             m_settings.flush();
         });
@@ -426,7 +428,8 @@ void MainWindow::openWebPage(const QUrl &page)
         QStringLiteral("No web browser could be started.\nThe page is %1.").arg(page.toString()));
 }
 
-/// Opened by the event loop, so that it lies above the window.
+/// Shows the start information if the user has not seen it. The event loop opens the box, so that
+/// it is above the window.
 void MainWindow::offerStartInformation()
 {
     if (m_settings.read(storage::informationSeen)) return;
@@ -445,20 +448,19 @@ void MainWindow::startUpdateChecker()
          QLatin1String(m_edition.updateAddress),
          [this] { return mixer::askIdentity(m_device).firmware; }},
         this);
-    // The window comes first.
+    // Delayed so that the window appears first.
     QTimer::singleShot(updateDelay, m_updates, &UpdateInformation::checkQuietly);
 }
 
 void MainWindow::restorePage()
 {
-    // A stored index that is no page, as on a first start, leaves the page as it is.
+    // contract: an index that is not a page is ignored. On a first start it reads as 157.
     m_pages->setCurrentIndex(m_settings.read(storage::windowPage));
     focusPage();
     m_interface->loadBufferSize();
 }
 
-/// Else a button that leads to another page would have the focus, or get it from one that is
-/// hidden.
+/// Gives the focus to the page. Otherwise one of the buttons to the other pages would have it.
 void MainWindow::focusPage()
 {
     m_pages->currentWidget()->setFocus();

@@ -29,34 +29,35 @@ class ProductInformation;
 class QStackedWidget;
 class UpdateInformation;
 
-/// The program's window: the frame, the pages and the named slots. It owns the device facade, the
-/// mixer and the views, and connects them. GUI thread only.
+/// The program's window with its menus, its pages and the slots with given names. It owns the
+/// device facade, the mixer and the views, and connects them. GUI thread only.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// The times that the window lives in.
+    /// The clocks that the window uses.
     struct Clocks
     {
-        Clock &worker = WorkerClock::instance(); ///< the waits between two commands
-        mixer::WallClock &wall = mixer::RealWallClock::instance();
+        Clock &worker = WorkerClock::instance(); ///< for the worker's waits between commands
+        mixer::WallClock &wall = mixer::RealWallClock::instance(); ///< for the presence logic
     };
 
-    /// Shows the stored state, and sends it to the device. Settings, transport and clocks must
+    /// Shows the stored state and sends it to the device. Settings, transport and clocks must
     /// outlive the window.
     MainWindow(
         Settings &settings, Transport &transport, const Edition &edition,
         const Clocks &clocks = realClocks(), QWidget *parent = nullptr);
-    /// Stores the window's geometry and what is not on disk yet.
+    /// Stores the window's geometry and writes unsaved settings to disk.
     ~MainWindow() override;
 
 signals:
-    /// The compressor display has said its state: "GR_Passive", "GR_Available" or "GR_Active".
+    /// The compressor display has announced its state: "GR_Passive", "GR_Available" or "GR_Active".
+    // contract: the name.
     void sig_changeColorComp(const QString &state);
 
 public slots:
-    // contract: the names of all slots.
+    // contract: the names of all slots, those of the three timers included.
     TAMBER_TRACKS(TAMBER_TRACK_SLOTS)
     TAMBER_PAIRS(TAMBER_PAIR_SLOTS)
     TAMBER_MASTER_SLOTS
@@ -65,20 +66,20 @@ public slots:
 
     void setLowCutFilterEnable() { m_mixer.setLowCut(true); }
     void setLowCutFilterDisable() { m_mixer.setLowCut(false); }
-    /// Mark the display; the next tick of 10 ms repaints it.
+    /// Marks the EQ display, which timerInterrupt_10ms() then repaints.
     void doEqualizerRepaint() { m_section.markEq(); }
+    /// Marks the compressor display, which timerInterrupt_10ms() then repaints.
     void doCompressorRepaint() { m_section.markComp(); }
-    /// Colours the gain-reduction caption by the state.
+    /// Colours the gain-reduction caption. See sig_changeColorComp() for the states.
     void slt_changeColorComp(const QString &state) { m_section.showReductionState(state); }
-    /// Shows in the notice whether the device answers, and whether it takes everything.
+    /// Shows in the notice whether the device does not answer or refuses a setting.
     void status();
 
-    /// Refreshes what the window says of the device, whether it answers, and whether updates can be
-    /// looked for.
+    /// Refreshes the texts about the device, the notice, and whether "Update" is enabled.
     void timerInterrupt_1000ms();
-    /// Polls the device, and shows its meters.
+    /// Checks and polls the device, and shows its meters and gain reduction.
     void timerInterrupt_100ms();
-    /// Repaints the displays that are marked.
+    /// Repaints the marked displays.
     void timerInterrupt_10ms() { m_section.repaintMarked(); }
 
     void on_pB_ToInterfaceFromMixer_released() { openPage(Page::Interface); }
@@ -92,7 +93,7 @@ public slots:
     void on_actionProduct_Information_triggered();
     void on_actionFAQs_triggered();
 
-    /// Puts panel, settings file and device back to their defaults, once the user has agreed.
+    /// Asks the user, and after an OK sets panel, settings file and device to their defaults.
     void delSettingsFile();
 
 protected:
@@ -147,7 +148,7 @@ private:
     QAction *m_update;
     SceneMemories m_scenes;
     QVXDevice m_device;
-    // The views and the sender follow the store in the order in which they are made here.
+    // The order of these members is the order in which they receive the store's changes.
     StripsView m_strips;
     SectionView m_section;
     OutputView m_output;

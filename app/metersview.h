@@ -13,6 +13,7 @@ public:
     /// @param widgets must outlive the object
     explicit MetersView(const MixerWidgets &widgets);
 
+    /// Shows new readings; changes only the widgets whose reading has changed.
     void show(const mixer::Meters::Readings &readings);
 
 private:

@@ -18,7 +18,7 @@ constexpr int margin = 6;
 constexpr int gapBetweenPairs = 1;
 constexpr int gapBeforeMaster = 7;
 
-/// The wheel moves a strip's fader anywhere from its groove and meter down to its text.
+/// Lets the wheel move a strip's fader while the pointer is over its groove, meter or text.
 void addZone(WheelZones *zones, const StripWidgets &strip)
 {
     QRect zone = strip.frame->geometry();

@@ -5,8 +5,8 @@
 #include <QWidget>
 
 /// The Mixer page: page bar, editing area, and the strips of all channels, pairs and the master.
-/// It builds the widgets at their places and hands them out; it has no rule of the mixer and
-/// connects nothing. GUI thread only.
+/// It builds and places the widgets and gives access to them. It connects nothing and contains no
+/// mixer rules. GUI thread only.
 class MixerPage : public QWidget
 {
     Q_OBJECT
@@ -14,9 +14,9 @@ class MixerPage : public QWidget
 public:
     explicit MixerPage(QWidget *parent = nullptr);
 
-    /// The strips' widgets, which live as long as the page.
+    /// Returns the widgets of the strips. They live as long as the page.
     const MixerWidgets &strips() const { return m_strips; }
-    /// The widgets of the editing area above the strips, which live as long as the page.
+    /// Returns the widgets of the editing area above the strips. They live as long as the page.
     const SectionWidgets &section() const { return m_section; }
 
 private:

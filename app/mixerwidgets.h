@@ -22,10 +22,12 @@ class QRadioButton;
 class QStackedWidget;
 class QWidget;
 
-/// The widgets of the pages, in records that the pages build once and the views work on. The
-/// widgets belong to the window. GUI thread only.
+/// @file
+/// Records of the pages' widgets. The pages fill them once, and the views use them. The window owns
+/// the widgets. GUI thread only.
 
-/// What a channel has in a view: a mono strip has one side, a stereo strip two.
+/// The widgets of one side of a strip. A mono strip has one side, a stereo strip and the master
+/// two.
 struct SideWidgets
 {
     QPushButton *phase = nullptr;
@@ -35,7 +37,8 @@ struct SideWidgets
     QLabel *peak = nullptr;
 };
 
-/// One strip. The master has only the fader, its text, the mute and two sides with meter and peak.
+/// The widgets of one strip. The master has only a frame, the fader, its text, the mute and two
+/// sides with meter and peak mark; its other pointers are null.
 struct StripWidgets
 {
     mixer::StripId id = mixer::master();
@@ -48,10 +51,10 @@ struct StripWidgets
     fader *faderKnob = nullptr;
     QLabel *faderText = nullptr;
     QLineEdit *name = nullptr;
-    std::array<SideWidgets, 2> sides; ///< left and right; a mono strip uses the first alone
+    std::array<SideWidgets, 2> sides; ///< left and right; a mono strip uses only the first
 };
 
-/// What a pair's place in the window has beside its strips.
+/// The widgets that a pair's two mono strips and its stereo strip share.
 struct PairWidgets
 {
     QStackedWidget *pages = nullptr; ///< 0 the two mono strips, 1 the stereo strip
@@ -59,6 +62,7 @@ struct PairWidgets
     QPushButton *linkOff = nullptr;
 };
 
+/// The widgets of all strips and pairs.
 struct MixerWidgets
 {
     std::array<StripWidgets, mixer::stripCount> strips; ///< in the order of StripId::index()
@@ -74,7 +78,7 @@ struct MixerWidgets
     }
 };
 
-/// The editing area above the strips.
+/// The widgets of the editing area above the strips.
 struct SectionWidgets
 {
     struct Knob
@@ -83,26 +87,26 @@ struct SectionWidgets
         QLabel *text = nullptr; ///< shows the value
     };
 
-    /// Holds all of them. Disabled while no strip is shown.
+    /// The parent of the other widgets. It is disabled while no strip is shown.
     QWidget *area = nullptr;
     QLabel *title = nullptr;                       ///< names the strip that is shown
     std::array<Knob, mixer::parameterCount> knobs; ///< by ParameterId
     QPushButton *lowCut = nullptr;
     DrawEq *eqCurve = nullptr;
     DrawCompressor *compressorCurve = nullptr;
-    QLabel *gainReduction = nullptr; ///< the bar
-    /// The bar's caption; the style sheet colours it by its dynamic property "state":
-    /// "GR_Passive", "GR_Available" or "GR_Active".
+    QLabel *gainReduction = nullptr; ///< the gain-reduction bar
+    /// The caption of the gain-reduction bar. The style sheet colours it by its dynamic property
+    /// "state": "GR_Passive", "GR_Available" or "GR_Active".
     QLabel *gainReductionCaption = nullptr;
 };
 
-/// The Output page.
+/// The widgets of the Output page.
 struct OutputWidgets
 {
-    std::array<QComboBox *, mixer::lineOutCount> lists{}; ///< the sources of line output 1 to 8
+    std::array<QComboBox *, mixer::lineOutCount> lists{}; ///< the sources of line outputs 1 to 8
     LineOut *picture = nullptr;
     QCheckBox *stereoBus = nullptr;
-    QPushButton *stereoBusTwin = nullptr; ///< shows the same; never enabled for a click
+    QPushButton *stereoBusTwin = nullptr; ///< shows the check box's state and takes no clicks
     QRadioButton *bypassOn = nullptr;
     QRadioButton *bypassOff = nullptr;
 };

@@ -19,7 +19,7 @@ QString textOf(Notice::Message message)
     case Notice::Message::SettingsRetried:
         return QStringLiteral("The settings file cannot be read. Trying again.");
     case Notice::Message::NoDevice:
-        return QStringLiteral("No device answers. Changes are kept for it.");
+        return QStringLiteral("No device answers. Changes will be sent when it is back.");
     case Notice::Message::SettingsUnwritten:
         return QStringLiteral("The settings cannot be written to disk. Trying again.");
     case Notice::Message::DeviceRefuses:

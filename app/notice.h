@@ -8,32 +8,33 @@
 class QLabel;
 class QPushButton;
 
-/// What is wrong, at the right of the menu bar: one sentence, the most important one, and a button
-/// where the user can do something about it. Its tool tip holds them all. Hidden while nothing is
-/// wrong. GUI thread only.
+/// The notice at the right of the menu bar, which tells the user what is wrong. It shows the most
+/// important message, and a button if the user can act on it. Its tool tip lists all messages if
+/// there are several. It is hidden while nothing is wrong. GUI thread only.
 class Notice : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// The most important first.
+    /// The messages, the most important first.
     enum class Message {
-        SettingsUnreadable, ///< until the user accepts the defaults
-        SettingsRetried,    ///< the file cannot be read, but may be soon
-        NoDevice,
-        SettingsUnwritten,
-        DeviceRefuses,
-        SettingsChangedElsewhere,
+        SettingsUnreadable, ///< the settings file cannot be read; the user must accept the defaults
+        SettingsRetried,    ///< the settings file cannot be read; reading is retried
+        NoDevice,           ///< no device answers
+        SettingsUnwritten,  ///< the settings file cannot be written
+        DeviceRefuses,      ///< the device refuses a setting
+        SettingsChangedElsewhere, ///< another program has changed the settings file
     };
 
     explicit Notice(QWidget *parent);
 
+    /// Shows or removes a message.
     void set(Message message, bool applies);
-    /// Shows a message for 15 seconds.
+    /// Shows SettingsChangedElsewhere for 15 seconds.
     void flash(Message message);
 
 signals:
-    /// The button of SettingsUnreadable.
+    /// The user has pressed the button of SettingsUnreadable.
     void defaultsAccepted();
 
 private:
@@ -42,5 +43,5 @@ private:
     QLabel *m_text;
     QPushButton *m_button;
     QTimer m_flash;
-    std::vector<Message> m_messages; ///< that apply, the most important first
+    std::vector<Message> m_messages; ///< the current messages, the most important first
 };

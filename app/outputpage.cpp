@@ -83,7 +83,7 @@ OutputPage::OutputPage(QWidget *parent) : QWidget(parent)
     column->addLayout(columns, 1);
 }
 
-/// The picture, and to the right of each of its outputs the list of what that plays.
+/// Builds the picture of the routing and, to the right of each output, the list of its sources.
 QLayout *OutputPage::buildRouting()
 {
     m_widgets.picture = new LineOut(sources(), tamber::masterSides);
@@ -165,6 +165,6 @@ QWidget *OutputPage::buildTrueBypass()
     column->setSpacing(12);
     column->addLayout(choices);
     column->addWidget(makeHint(QStringLiteral(
-        "Takes the mixer out of circuit. Its controls rest until the bypass is off again.")));
+        "Takes the mixer out of circuit. Its controls are disabled until the bypass is off.")));
     return group;
 }

@@ -6,8 +6,8 @@
 
 class QLayout;
 
-/// The Output page: what the line outputs play, and the options of the buses. It builds the widgets
-/// and hands them out; it has no rule and connects nothing. GUI thread only.
+/// The Output page: the sources of the line outputs, and the bus options. It builds the widgets and
+/// gives access to them. It connects nothing and contains no mixer rules. GUI thread only.
 class OutputPage : public QWidget
 {
     Q_OBJECT
@@ -15,11 +15,11 @@ class OutputPage : public QWidget
 public:
     explicit OutputPage(QWidget *parent = nullptr);
 
-    /// The widgets, which live as long as the page.
+    /// Returns the widgets. They live as long as the page.
     const OutputWidgets &widgets() const { return m_widgets; }
 
-    /// The Mixer page alone gives the window its size. So this page need not be laid out before it
-    /// is shown, and the window opens sooner.
+    /// Returns no size, because the Mixer page alone determines the window's size. So this page is
+    /// laid out only when it is shown, and the window opens sooner.
     QSize sizeHint() const override { return QSize(); }
     QSize minimumSizeHint() const override { return QSize(); }
 

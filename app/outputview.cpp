@@ -34,7 +34,7 @@ void OutputView::show(const storage::ChangeSet &changes)
         if (change.key == Key::StereoBus) showStereoBus();
         if (change.key == Key::MixerTrueBypass) showTrueBypass();
     }
-    // The arrow of an output that was changed alone stands out.
+    // If only one output has changed, the picture highlights its arrow.
     if (count == 1)
         m_widgets.picture->setRoute(
             changedOutput - 1, mixer::lineOutSource(m_store.values(), changedOutput));
@@ -62,7 +62,8 @@ void OutputView::showList(int output)
     list->setCurrentIndex(mixer::lineOutSource(m_store.values(), output));
 }
 
-/// The twin shows the same, and takes no click.
+/// Shows the stereo bus option. The twin is enabled only while its state is set, so that it never
+/// takes a click.
 void OutputView::showStereoBus()
 {
     const bool on = m_store.values().read(storage::stereoBus);

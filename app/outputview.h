@@ -5,15 +5,17 @@
 
 #include <QObject>
 
-/// Shows the Output page as it is stored. GUI thread only.
+/// Shows the stored outputs and bus options on the Output page. Follows the store's changes. GUI
+/// thread only.
 class OutputView : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Both must outlive the object.
+    /// Store and widgets must outlive the object.
     OutputView(const storage::Store &store, const OutputWidgets &widgets);
 
+    /// Shows all stored values again.
     void showAll();
 
 private:

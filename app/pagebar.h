@@ -2,9 +2,11 @@
 
 class QWidget;
 
-/// The pages of the window, numbered as in their stack and in the settings.
+/// The pages of the window.
+// contract: the numbers, which are stored in the settings.
 enum class Page { Mixer = 0, Interface = 1, Output = 2 };
 
-/// Makes the row of tabs at the top of a page: a mark of the page itself and a button to each of
-/// the others, named "pB_ToOutputFromMixer" and so on. What the buttons do is up to the window.
+/// Returns a new row of tabs for the top of a page: a label for the page itself and a button for
+/// each other page. The buttons are named "pB_ToOutputFromMixer" and so on; the window connects
+/// them by these names. GUI thread only.
 QWidget *makePageBar(Page current, QWidget *parent);

@@ -34,7 +34,7 @@ void ProductInformation::setFacts(const QVector<Fact> &facts)
     const bool same = std::equal(
         facts.begin(), facts.end(), m_facts.begin(), m_facts.end(),
         [](const Fact &a, const Fact &b) { return a.caption == b.caption && a.value == b.value; });
-    if (same) return; // what the user has marked stays marked
+    if (same) return; // keeps the user's selection of text
     m_facts = facts;
     while (QLayoutItem *item = m_rows->takeAt(0)) {
         delete item->widget();

@@ -6,13 +6,14 @@
 
 class QGridLayout;
 
-/// What the panel and its device are, to be read out or copied to somebody who helps. GUI thread
-/// only.
+/// The dialog with the versions and state of panel and device. The user can copy the texts, to send
+/// them to support. GUI thread only.
 class ProductInformation : public QDialog
 {
     Q_OBJECT
 
 public:
+    /// One line of the dialog.
     struct Fact
     {
         QString caption; ///< "Device ："
@@ -21,7 +22,7 @@ public:
 
     explicit ProductInformation(QWidget *parent);
 
-    /// Shows these, in place of those before.
+    /// Shows facts instead of the previous ones. Keeps the user's selection if nothing has changed.
     void setFacts(const QVector<Fact> &facts);
 
 private:

@@ -25,7 +25,7 @@ void applyLook()
     font.setPixelSize(12);
     QApplication::setFont(font);
     QPalette palette = QApplication::palette();
-    palette.setColor(QPalette::Link, displaycolours::inCircuit); // no style sheet reaches links
+    palette.setColor(QPalette::Link, displaycolours::inCircuit); // style sheets cannot set links
     palette.setColor(QPalette::LinkVisited, displaycolours::inCircuit);
     QApplication::setPalette(palette);
     QFile sheet(QStringLiteral(":/Resource/panel.qss"));
@@ -35,13 +35,15 @@ void applyLook()
 
 namespace {
 
-/// How long the window manager is given to put the panel to its place, in milliseconds.
+/// Milliseconds that the window manager gets to place the panel.
 constexpr int companionDelay = 200;
+/// Pixels between the panel and its companion.
 constexpr int companionGap = 8;
 
-/// Moves the panel as far to the left as it takes for a window of this width to stand beside it.
-/// @param width with its frame
-void makeRoomBeside(QWidget &panel, const QRect &screen, int width)
+/// Moves the panel to the left until a window fits between it and the screen's right edge, or until
+/// the panel reaches the left edge.
+/// @param width the width of that window with its frame
+void makeSpaceBeside(QWidget &panel, const QRect &screen, int width)
 {
     const QRect frame = panel.frameGeometry();
     const int excess = frame.right() + 1 + companionGap + width - (screen.right() + 1);
@@ -49,17 +51,18 @@ void makeRoomBeside(QWidget &panel, const QRect &screen, int width)
     if (excess > 0) panel.move(panel.pos() - QPoint(qMin(excess, qMax(free, 0)), 0));
 }
 
-/// Shows a window to the right of the panel. It leaves the keyboard to the panel, and does not keep
-/// the program running.
+/// Shows a window to the right of the panel. The window does not take the keyboard focus, and it
+/// does not keep the program running.
 void showBeside(QWidget &companion, QWidget &panel)
 {
     companion.setAttribute(Qt::WA_ShowWithoutActivating);
     companion.setAttribute(Qt::WA_QuitOnClose, false);
     companion.adjustSize();
     const QRect screen = panel.screen()->availableGeometry();
-    const QSize frame = panel.frameGeometry().size() - panel.size(); // the companion's is the same
+    const QSize frame =
+        panel.frameGeometry().size() - panel.size(); // the companion has the same frame
     const QSize size = companion.sizeHint() + frame;
-    makeRoomBeside(panel, screen, size.width());
+    makeSpaceBeside(panel, screen, size.width());
     const QRect beside = panel.frameGeometry();
     const int right = qMin(beside.right() + 1 + companionGap, screen.right() + 1 - size.width());
     const int top = qMax(screen.top(), beside.bottom() + 1 - size.height());
@@ -87,8 +90,9 @@ static int runWindow(const Program &program, Transport &transport, QtSingleAppli
 int run(const Program &program, int argc, char **argv)
 {
     qputenv("QT_AUTO_SCREEN_SCALE_FACTOR", "1");
-    // There the user sets the scale in steps of a quarter. Rounded, one and a half would be two,
-    // and the window larger than many screens; elsewhere it comes from the screen's inches.
+    // On Windows the user chooses the scale in steps of 25 %. Rounding 150 % to 200 % would make
+    // the window larger than many screens. Other systems derive the scale from the screen's
+    // resolution, so there it is rounded.
     if (QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows)
         QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
             Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);

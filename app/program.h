@@ -9,20 +9,21 @@
 class QWidget;
 class Settings;
 
-/// What the panel and the demo have in common: they differ in their edition, in the transport, and
-/// in that the demo shows its device.
+/// The parts in which the panel and the demo differ.
 struct Program
 {
     Settings &settings;
     Edition edition;
     std::function<std::unique_ptr<Transport>()> makeTransport;
-    /// Makes a window that stands beside the panel's own and ends with it; none without it.
+    /// Makes a second window beside the panel's window, which is closed with it. Null for none.
     std::function<std::unique_ptr<QWidget>()> makeCompanion = nullptr;
 };
 
-/// Runs the program to its end and returns its exit code. When it runs already in this session, the
-/// running window is brought to the front instead: 0 when that worked, else 1.
+/// Runs the program and returns its exit code. If the program already runs in this session, brings
+/// the running window to the front instead. In this case it returns 0, or 1 if the running program
+/// does not answer.
 int run(const Program &program, int argc, char **argv);
 
-/// Gives the application its look. After the application object was made.
+/// Sets style, font, palette, style sheet and icon. Call it after the application object is made.
+/// GUI thread only.
 void applyLook();

@@ -20,10 +20,10 @@
 namespace {
 
 constexpr char acknowledgement = 'A';
-constexpr int retryInterval = 20;   // milliseconds until the first process is tried again
-constexpr int unreadableTime = 500; // milliseconds that a process needs at most to write its lock
+constexpr int retryInterval = 20;   // milliseconds between two attempts to reach the first process
+constexpr int unreadableTime = 500; // milliseconds that a process gets to write its lock file
 
-/// What only the processes of one program, of one user in one session, have in common.
+/// Returns a name that is the same only for processes of one program, user and session.
 QString programId()
 {
     const QByteArray program = QCoreApplication::applicationFilePath().toUtf8();
@@ -34,7 +34,8 @@ QString programId()
     return QStringLiteral("tamber-") + QLatin1String(hash.toHex().left(16));
 }
 
-/// Whether this user, and nobody else, can make files in a folder.
+/// Returns whether only this user can create files in a folder. On Windows any writable folder
+/// counts.
 bool isPrivate(const QString &folder)
 {
     const QFileInfo info(folder);
@@ -47,8 +48,8 @@ bool isPrivate(const QString &folder)
 #endif
 }
 
-/// The folder of the lock and, where sockets are files, of the socket: where nobody else can put a
-/// socket of his own, or take this one away.
+/// Returns the folder of the lock and, on Unix, of the socket. Other users cannot create or remove
+/// files in it. Returns "" and logs a warning if there is no such folder.
 QString runtimeFolder()
 {
     const QString settings = QFileInfo(QSettings(
@@ -61,7 +62,7 @@ QString runtimeFolder()
         QStandardPaths::writableLocation(QStandardPaths::HomeLocation)};
     for (const QString &folder : folders)
         if (!folder.isEmpty() && isPrivate(folder)) return folder;
-    qWarning("no folder for the lock: several panels may run at a time");
+    qWarning("no safe folder for the lock: several panels may run at the same time");
     return QString();
 }
 
@@ -75,17 +76,18 @@ QString serverName(const QString &folder, const QString &id)
 #endif
 }
 
-int left(const QDeadlineTimer &deadline)
+int remaining(const QDeadlineTimer &deadline)
 {
     return static_cast<int>(deadline.remainingTime());
 }
 
-/// The first process may hold the lock and not listen yet: try until the time is over.
+/// Connects to the first process. Retries until the deadline, because the first process may hold
+/// the lock before it listens. Returns false if the deadline passes.
 bool connectTo(QLocalSocket &socket, const QString &name, const QDeadlineTimer &deadline)
 {
     while (!deadline.hasExpired()) {
         socket.connectToServer(name);
-        if (socket.waitForConnected(left(deadline))) return true;
+        if (socket.waitForConnected(remaining(deadline))) return true;
         QThread::msleep(retryInterval);
     }
     return false;
@@ -106,7 +108,7 @@ bool QtSingleApplication::isRunning()
     if (m_lock || m_folder.isEmpty()) return false;
     auto lock =
         std::make_unique<QLockFile>(QDir(m_folder).filePath(m_id + QStringLiteral(".lock")));
-    // However old it is, the lock of a living process holds; that of a dead one does not.
+    // 0: a lock is stale only if its process is gone, not because of its age.
     lock->setStaleLockTime(0);
     const bool locked = lock->tryLock() || (isStale(*lock) && lock->tryLock());
     if (!locked && lock->error() == QLockFile::LockFailedError) return true;
@@ -115,8 +117,8 @@ bool QtSingleApplication::isRunning()
     return false;
 }
 
-/// Removes a lock that does not say whose it is, if nobody answers at the socket. A process that
-/// was killed while it made its lock leaves such a one.
+/// Removes an unreadable lock file if no process answers on the socket. Such a file remains if a
+/// process is killed while it writes its lock. Returns whether the file was removed.
 bool QtSingleApplication::isStale(QLockFile &lock) const
 {
     const QDeadlineTimer deadline(unreadableTime);
@@ -127,7 +129,7 @@ bool QtSingleApplication::isStale(QLockFile &lock) const
         if (lock.getLockInfo(&process, &host, &program)) return false;
         QLocalSocket socket;
         socket.connectToServer(serverName(m_folder, m_id));
-        if (socket.waitForConnected(left(deadline))) return false;
+        if (socket.waitForConnected(remaining(deadline))) return false;
         QThread::msleep(retryInterval);
     }
     return lock.removeStaleLockFile();
@@ -136,10 +138,10 @@ bool QtSingleApplication::isStale(QLockFile &lock) const
 void QtSingleApplication::listen()
 {
     const QString name = serverName(m_folder, m_id);
-    QLocalServer::removeServer(name); // what a crashed process may have left
+    QLocalServer::removeServer(name); // a crashed process may have left its socket
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     if (!m_server.listen(name))
-        qWarning("a second start cannot reach this one: %s", qPrintable(m_server.errorString()));
+        qWarning("later starts cannot reach this process: %s", qPrintable(m_server.errorString()));
 }
 
 void QtSingleApplication::setActivationWindow(QWidget *window, bool activateOnMessage)
@@ -163,9 +165,9 @@ bool QtSingleApplication::sendMessage(const QString &message, int timeout)
     QDataStream stream(&socket);
     stream << message;
     while (socket.bytesToWrite() > 0)
-        if (!socket.waitForBytesWritten(left(deadline))) return false;
+        if (!socket.waitForBytesWritten(remaining(deadline))) return false;
     while (socket.bytesAvailable() == 0)
-        if (!socket.waitForReadyRead(left(deadline))) return false;
+        if (!socket.waitForReadyRead(remaining(deadline))) return false;
     char answer = 0;
     return socket.getChar(&answer) && answer == acknowledgement;
 }
@@ -193,7 +195,7 @@ void QtSingleApplication::activateWindow()
     if (!m_window) return;
     m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
     m_window->show();
-    // A box that is open takes the keyboard, and the window behind it would not react.
+    // An open modal box blocks the window, so it has to come to the front too.
     QWidget *box = activeModalWidget();
     for (QWidget *window : {m_window.data(), box}) {
         if (!window) continue;

@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr int titleWidth = 240; // pixels; a longer name is cut in its title
+constexpr int titleWidth = 240; // pixels; a longer scene name is cut short in the menu
 
-/// Function keys: where a keyboard has its digits behind Shift, the key of a digit would be another
-/// one's with Shift, and saving would be loading.
+/// Returns the function key of a scene. Digit keys would not do: on keyboards that need Shift for
+/// digits, the shortcuts for saving (with Shift) and loading (without) could not be told apart.
 QString functionKey(int slot)
 {
     return QStringLiteral("F%1").arg(slot);
@@ -63,8 +63,8 @@ void SceneMenu::save(int slot)
 {
     if (m_scenes.save(slot)) return;
     boxes::inform(
-        m_window, QStringLiteral("The scene could not be saved. The one from before is still "
-                                 "there."));
+        m_window, QStringLiteral("The scene could not be saved. The previous one is "
+                                 "kept."));
 }
 
 void SceneMenu::load(int slot)

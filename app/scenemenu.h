@@ -11,14 +11,15 @@ class Mixer;
 } // namespace mixer
 class Settings;
 
-/// The menu of the ten scene memories: saving, loading and renaming each, and initializing all.
-/// GUI thread only.
+/// The menu of the ten scene memories. It saves, loads and renames each of them, and initializes
+/// all. GUI thread only.
 class SceneMenu : public QMenu
 {
     Q_OBJECT
 
 public:
-    /// All of them must outlive the menu.
+    /// All arguments must outlive the menu.
+    /// @param window parent of the menu and its boxes
     SceneMenu(SceneMemories &scenes, Settings &settings, mixer::Mixer &mixer, QWidget *window);
 
 private:

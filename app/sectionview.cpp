@@ -87,7 +87,7 @@ void SectionView::showKnob(ParameterId id)
     (shown.band == mixer::noBand ? m_compMarked : m_eqMarked) = true;
 }
 
-/// Says once what is wrong with a stored text, however often it is shown.
+/// Logs a stored text that is not in the parameter's list, once for each text.
 void SectionView::reportForeignText(const Parameter &parameter)
 {
     const QString text = m_store.values().read(m_edited->group(), parameter.keys.text);
@@ -99,7 +99,7 @@ void SectionView::reportForeignText(const Parameter &parameter)
                          text;
     if (m_reported.contains(what)) return;
     m_reported.insert(what);
-    qCWarning(log) << "not a value of the setting, its default is taken:" << what;
+    qCWarning(log) << "not a value of the setting, its default is used:" << what;
 }
 
 void SectionView::showTitle()
@@ -114,7 +114,8 @@ void SectionView::showTitle()
     QLabel *label = m_widgets.title;
     const QString shown = label->fontMetrics().elidedText(text, Qt::ElideRight, label->width());
     label->setText(shown);
-    // A tool tip that might be rich text is made so, and what the user wrote is escaped.
+    // Qt would show a name that looks like HTML as rich text, so the tool tip is always rich text
+    // and the name is escaped.
     const QString whole = QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
     label->setToolTip(shown == text ? QString() : whole);
 }

@@ -9,28 +9,36 @@
 
 #include <optional>
 
-/// Shows the equalizer and compressor of the strip that is edited, as they are stored. What changes
-/// on a display is marked, and drawn by the next repaintMarked(). GUI thread only.
+/// Shows the stored equalizer and compressor values of the edited strip. Follows the store's
+/// changes. A change of a curve only marks its display; repaintMarked() then updates it. GUI thread
+/// only.
 class SectionView : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Both must outlive the object.
+    /// Store and widgets must outlive the object.
     SectionView(const storage::Store &store, const SectionWidgets &widgets);
 
+    /// Shows all stored values again.
     void showAll();
 
-    /// The mixer is about to be bypassed, or to be used again: nothing of it is stored yet.
+    /// Disables the area if the mixer is about to be bypassed. Does nothing when the bypass ends:
+    /// the area is enabled when the change is stored.
     void setBypassed(bool bypassed);
 
+    /// Marks the EQ display for repaintMarked().
     void markEq() { m_eqMarked = true; }
+    /// Marks the compressor display for repaintMarked().
     void markComp() { m_compMarked = true; }
+    /// Updates the marked displays.
     void repaintMarked();
 
-    /// Colours the gain-reduction caption by the compressor display's state.
+    /// Colours the gain-reduction caption.
+    /// @param state "GR_Passive", "GR_Available" or "GR_Active"
     void showReductionState(const QString &state);
-    /// Shows the gain-reduction bar with this length, 0 for none.
+    /// Shows the gain-reduction bar.
+    /// @param length in rows; 0 hides the bar
     void showReduction(int length);
 
 private:
@@ -46,5 +54,5 @@ private:
     std::optional<mixer::StripId> m_edited;
     bool m_eqMarked = true;
     bool m_compMarked = true;
-    QSet<QString> m_reported; ///< texts that are in no list
+    QSet<QString> m_reported; ///< unknown texts that were logged
 };

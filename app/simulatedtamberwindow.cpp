@@ -21,7 +21,7 @@ constexpr int numberHeight = 14;
 constexpr int hotHeight = LevelBars::barHeight - 1;
 constexpr unsigned int sampleRates[] = {44100, 48000, 88200, 96000, 176400, 192000};
 
-/// A row a decibel.
+/// Returns the height of a bar for a linear level, one row a decibel.
 int heightOf(std::uint16_t level)
 {
     if (level == 0) return 0;

@@ -9,27 +9,29 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 
-/// The levels of the simulated device's inputs, a small bar each, over 60 dB. GUI thread only.
+/// The levels of the simulated device's inputs. Each input has a small bar that covers 60 dB. GUI
+/// thread only.
 class LevelBars : public QWidget
 {
     Q_OBJECT
-    /// Colours, which the style sheet gives: of an empty bar, of a level, of one within 1 dB of
-    /// full scale, and of the numbers.
+    /// The style sheet sets the colours: empty bar, level, level within 1 dB of full scale, and
+    /// numbers.
     Q_PROPERTY(QColor well MEMBER m_well)
     Q_PROPERTY(QColor level MEMBER m_level)
     Q_PROPERTY(QColor hot MEMBER m_hot)
     Q_PROPERTY(QColor text MEMBER m_text)
 
 public:
-    using Heights = std::array<int, simulator::inputCount>; ///< 0 to barHeight
+    using Heights = std::array<int, simulator::inputCount>; ///< in rows, 0 to barHeight
 
     explicit LevelBars(QWidget *parent = nullptr);
 
     const Heights &heights() const { return m_heights; }
-    /// Takes linear levels; repaints only what has changed.
+    /// Shows levels. Repaints only the bars that have changed.
+    /// @param levels linear, 32768 for full scale
     void setLevels(const std::array<std::uint16_t, simulator::inputCount> &levels);
 
-    static constexpr int barHeight = 60;
+    static constexpr int barHeight = 60; ///< rows, one a decibel
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -41,8 +43,8 @@ private:
     QColor m_well, m_level, m_hot, m_text;
 };
 
-/// The demo's own window: the simulated device with its USB cable, its sample rate, what its inputs
-/// hear and the last command that it obeyed. GUI thread only.
+/// The demo's second window, which shows the simulated device: its USB cable, its sample rate, its
+/// input levels and the last command that it accepted. GUI thread only.
 class SimulatedTamberWindow : public QWidget
 {
     Q_OBJECT

@@ -20,11 +20,11 @@ struct SideLayout
 {
     QRect phase;
     QRect panText;
-    int panCentre; ///< left edge of the marker at the centre
+    int panCentre; ///< column of the marker's left edge at the centre
     int meterColumn;
 };
 
-/// Where the controls of a strip lie, from the strip's left edge.
+/// The places of a strip's controls, relative to the strip's top-left corner.
 struct StripLayout
 {
     QRect select, eq, comp, faderText, solo, mute, name;
@@ -52,7 +52,7 @@ constexpr QRect masterFaderText(0, 277, 78, 16);
 constexpr QRect masterMute(4, 297, 70, 20);
 // clang-format on
 
-/// Builds a mono or stereo strip; the two differ in their layout and in their names alone.
+/// Builds a mono or stereo strip. The two differ only in their layout and names.
 class StripBuilder
 {
 public:
@@ -84,11 +84,11 @@ private:
     const StripLayout &m_layout;
     const QPoint m_origin;
     const StripId m_id;
-    const QString m_key; ///< "3" of "Track3", "3_4": the end of the object names
+    const QString m_key; ///< the end of the object names: "3" for "Track3", "3_4" for "Track3_4"
     QWidget *const m_parent;
 };
 
-/// "3" or "3-4", as it is shown.
+/// Returns the number that the strip shows: "3" or "3-4".
 QString StripBuilder::channel() const
 {
     return QString(m_key).replace(QLatin1Char('_'), QLatin1Char('-'));

@@ -4,19 +4,23 @@
 
 class QWidget;
 
-/// Makes the widgets of one strip as children of `parent`, in its coordinates and at their
-/// places, with object names, tooltips, accessible names and the look of the default values
-/// (fader 0 dB, pan centre, no level). They are made in the order in which Tab walks them. Nothing
-/// is connected. GUI thread only.
+/// Builders of strips. They make a strip's widgets as children of `parent`, in tab order, with
+/// their places, object names, tool tips and accessible names. The widgets show the default values
+/// (fader 0 dB, pan centre, no level). Nothing is connected. GUI thread only.
 namespace stripbuilder {
 
-/// `number` 1 to 16: an odd one is the left half of its pair's page, an even one the right half.
+/// Builds a mono strip in the left half of `parent` for an odd number, else in the right half.
+/// @param number 1 to 16
 StripWidgets buildMono(int number, QWidget *parent);
-/// `left` is the pair's left channel, 1, 3, ... 15.
+/// Builds a pair's stereo strip.
+/// @param left the pair's left channel: 1, 3, ... 15
 StripWidgets buildPair(int left, QWidget *parent);
+/// Builds the master strip.
 StripWidgets buildMaster(QWidget *parent);
 
-/// The button across a pair's page that links its two channels, or parts them again.
+/// Builds the button at the foot of a pair that links or unlinks its two channels.
+/// @param left the pair's left channel: 1, 3, ... 15
+/// @param linked whether the button belongs to the linked pair and unlinks it
 QPushButton *buildLinkButton(int left, bool linked, QWidget *parent);
 
 } // namespace stripbuilder

@@ -11,35 +11,41 @@ class QLabel;
 class QPushButton;
 class QWidget;
 
-/// The single controls that strips are made of, at their places in `parent` and with the look of
-/// their default values. A control's `role` is what the style sheet knows it by. GUI thread only.
+/// Makers of the single controls of a strip. They make a control as a child of `parent`, at its
+/// place and with its default value. The style sheet selects controls by their property `role`. GUI
+/// thread only.
 namespace stripcontrols {
 
-/// How a control is called by the program and by a screen reader, and what it says of itself.
+/// The names and the tool tip of a control.
 struct Naming
 {
-    QString object;
-    QString spoken;
-    QString tip;
+    QString object; ///< object name
+    QString spoken; ///< accessible name, for screen readers
+    QString tip;    ///< tool tip
 };
 
+/// Sets names, tool tip and role of a widget.
 void apply(const Naming &naming, const char *role, QWidget *widget);
 
-/// A button that stays down.
+/// Makes a button that switches on and off.
 QPushButton *makeToggle(
     const Naming &naming, const char *role, const QString &text, const QRect &area,
     QWidget *parent);
+/// Makes a label with a centred plain text.
 QLabel *makeText(
     const Naming &naming, const char *role, const QString &text, const QRect &area,
     QWidget *parent);
-/// The cap of a fader, at 0 dB.
+/// Makes the cap of a fader at 0 dB.
 fader *makeFader(const Naming &naming, mixer::StripKind kind, QWidget *parent);
-/// The marker of a pan control; `centre` is the column of its left edge there.
+/// Makes the marker of a pan control at its centre.
+/// @param centre column of the marker's left edge
 PanControl *makePan(const Naming &naming, int centre, QWidget *parent);
-/// The lit part of a meter, hidden: the image of a full bar, of which the widget shows the lower
-/// end, so that a level has the same colour however high the bar is.
+/// Makes the bar of a meter, hidden. The widget shows the lower end of the image of a full bar, so
+/// that each row has the same colour at every level.
+/// @param column the left edge
 QLabel *makeMeter(const Naming &naming, int column, QWidget *parent);
-/// The mark above a meter, hidden.
+/// Makes the peak mark above a meter, hidden.
+/// @param column the left edge
 QLabel *makePeak(const Naming &naming, int column, QWidget *parent);
 
 } // namespace stripcontrols

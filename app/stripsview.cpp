@@ -95,8 +95,8 @@ void StripsView::showFader(const StripId &strip)
     const StripWidgets &widgets = m_widgets.of(strip);
     widgets.faderKnob->move(geometry::faderColumns[static_cast<int>(strip.kind)], position);
     widgets.faderKnob->setAccessibleName(QStringLiteral("%1 fader, %2").arg(title(strip), label));
-    const bool rests = m_bypassed && !strip.isMaster();
-    widgets.faderText->setText(rests ? QStringLiteral("Bypass") : label);
+    const bool isBypassed = m_bypassed && !strip.isMaster();
+    widgets.faderText->setText(isBypassed ? QStringLiteral("Bypass") : label);
 }
 
 template <typename Action>
@@ -140,7 +140,7 @@ void StripsView::showSwitches(const StripId &strip)
     widgets.comp->setChecked(isOn(key::comp));
 }
 
-/// A bypassed mixer shows which strip will be edited again.
+/// Shows the selection, also while the mixer is bypassed and no strip is edited.
 void StripsView::showSelection()
 {
     std::optional<StripId> selected;
@@ -166,9 +166,9 @@ void StripsView::showName(const StripId &strip)
     QLineEdit *edit = m_widgets.of(strip).name;
     if (!edit) return;
     const QString name = mixer::stripName(m_store.values(), strip);
-    if (edit->text() == name) return; // the user is typing it
+    if (edit->text() == name) return; // setText() would move the cursor of a user who is typing
     edit->setText(name);
-    edit->setCursorPosition(0); // of a long name the beginning is seen
+    edit->setCursorPosition(0); // shows the beginning of a long name
 }
 
 void StripsView::setBypassed(bool bypassed)

@@ -6,26 +6,30 @@
 #include <QObject>
 #include <QTimer>
 
-/// Shows the strips as they are stored: each value when it has changed, all when asked to. It
-/// computes nothing but the presentation. GUI thread only.
+/// Shows the stored values of the strips. Follows the store's changes; showAll() shows all values
+/// again. It computes nothing but the presentation. GUI thread only.
 class StripsView : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Both must outlive the object.
+    /// Store and widgets must outlive the object.
     StripsView(const storage::Store &store, const MixerWidgets &widgets);
 
+    /// Shows all stored values again.
     void showAll();
 
-    /// Lets the controls rest while the mixer is bypassed, and shows "Bypass" in place of levels.
+    /// Disables all controls of the strips while the mixer is bypassed, and shows "Bypass" in place
+    /// of the fader texts; the master's text stays.
     void setBypassed(bool bypassed);
 
-    /// @name The pan text, which is shown while a knob is held
+    /// @name The pan text, which is shown while a pan knob is held
     ///@{
+    /// Shows the pan text of an input, 1 to 16.
     void holdPan(int input);
+    /// Hides the pan text of an input, 1 to 16.
     void releasePan(int input);
-    /// The release of a knob that is held will not come.
+    /// Hides all pan texts. For drags whose mouse release will not arrive.
     void releaseAllPans();
     ///@}
 

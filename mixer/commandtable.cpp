@@ -56,7 +56,7 @@ const std::optional<Row> &rowOf(Key key)
 }
 
 /// Returns whether linked channels keep a value each, instead of one for the pair.
-bool isOfTheChannel(Kind kind)
+bool isPerChannel(Kind kind)
 {
     return kind == Kind::Pan || kind == Kind::Phase;
 }
@@ -89,7 +89,7 @@ std::vector<Target> commandsOfStrip(const Values &values, const StripId &strip, 
     const std::optional<Row> &row = rowOf(key);
     if (key == Key::Link && strip.isPair())
         addPair(commands, strip);
-    else if (row && (isOfTheChannel(row->kind) ? strip.isMono() : isShown(values, strip)))
+    else if (row && (isPerChannel(row->kind) ? strip.isMono() : isShown(values, strip)))
         add(commands, *row, strip);
     return commands;
 }

@@ -7,7 +7,7 @@
 namespace mixer {
 namespace {
 
-/// The way from one coordinate to another, with its sign.
+/// Returns the signed distance between two coordinates, which may have wrapped around.
 int difference(std::uint16_t from, std::uint16_t to)
 {
     return static_cast<std::int16_t>(static_cast<std::uint16_t>(to - from));

@@ -34,7 +34,7 @@ int draggedFader(int position, const Pointer &last, const Pointer &now);
 int draggedPan(StripKind kind, int position, const Pointer &last, const Pointer &now);
 
 /// Returns the position of a knob of the editing area after the pointer moved from `last` to `now`,
-/// limited to the knob's range. Up raises it. The difference is also right above the screen's top,
+/// limited to the knob's range. Up raises it. The result is also correct above the screen's top,
 /// where row numbers wrap around.
 int draggedKnob(const Parameter &parameter, int position, const Pointer &last, const Pointer &now);
 

@@ -8,9 +8,10 @@ namespace {
 const QString silence = QStringLiteral("infinity ");
 constexpr std::int8_t silentValue = -127;
 
-// Decibels of the positions 144 to 244. contract: the uneven steps. Each decibel has two positions
-// down to -11 (0 dB has three), one and two in turn down to -30, then one. -42, -47, -52 and -57
-// are left out, and the steps below -60 are 4 dB wide.
+// contract: the uneven steps.
+// Decibels of the positions 144 to 244. Each decibel has two positions down to -11 (0 dB has
+// three), one and two in turn down to -30, then one. -42, -47, -52 and -57 are left out, and the
+// steps below -60 are 4 dB wide.
 // clang-format off
 constexpr std::array<std::int8_t, 101> decibels = {
       6,   6,   5,   5,   4,   4,   3,   3,   2,   2, // 144

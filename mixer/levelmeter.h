@@ -27,7 +27,8 @@ public:
     void update(std::uint16_t level);
     /// Empties the bar and clears the peak mark at once.
     void clear();
-    /// Call this once a second. A peak mark that is not set again goes out after one to two seconds.
+    /// Call this once a second. A peak mark that is not set again goes out after one to two
+    /// seconds.
     void countPeakDown();
 
     MeterReading reading() const { return {m_placedGap, m_peakHold > 0}; }

@@ -18,7 +18,8 @@ void copyStrip(Transaction &t, const StripId &from, const StripId &to)
     }
 }
 
-/// Solos the pair if either channel is soloed, and gives it the left channel's saved mute.
+/// Solos the pair if either channel is soloed. The left channel's saved mute becomes that of the
+/// pair and of the right channel.
 void moveSoloToPair(Transaction &t, const StripId &pair)
 {
     const StripId left = track(pair.number);

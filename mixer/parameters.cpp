@@ -13,8 +13,8 @@ constexpr int thresholdSteps = 33; // -32 to 0 dB
 constexpr int makeUpSteps = 21;    // 0 to 20 dB
 
 // clang-format off
-/// Frequencies in Hz. The middle bands have all of them, the low band the first 32 and the high band
-/// the last 32.
+/// Frequencies in Hz. The middle bands have all of them, the low band the first 32 and the high
+/// band the last 32.
 constexpr std::array<const char *, 64> frequencies = {
     "32",   "40",   "50",   "60",   "70",    "80",    "90",    "100",
     "125",  "150",  "175",  "200",  "225",   "250",   "300",   "350",

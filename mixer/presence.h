@@ -19,7 +19,7 @@ class Presence : public QObject
     Q_OBJECT
 
 public:
-    /// All of them must outlive the object.
+    /// All arguments must outlive the object.
     Presence(const storage::Store &store, QVXDevice &device, Sender &sender, WallClock &clock);
 
     /// Checks the device, polls its meters and resends failed commands. Call it every 100 ms. While

@@ -9,9 +9,9 @@
 
 namespace mixer {
 
-/// Resends each failed set command on its own, 1, 2 and 4 seconds after its failures. A command
-/// whose last attempt fails counts as refused. It is not resent until its value changes or a full
-/// send starts. GUI thread only.
+/// Resends each failed set command on its own: 1 second after the first failure, 2 after the second
+/// and 4 after the third. A command that then fails again counts as refused. It is not sent again
+/// until its value changes or a full send starts. GUI thread only.
 class Retries : public QObject
 {
     Q_OBJECT

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <cstdint>
+
 /// The sources that the line outputs can play. A source's index is its place in the lists of the
 /// Output page and its value in the settings. Pure functions; any thread.
 namespace mixer {

@@ -3,9 +3,9 @@
 #include "mixer/state.h"
 #include "storage/store.h"
 
-/// The rules: what else changes when one value changes. A rule reads the stored state and writes all
-/// values that follow from a request into a transaction. It depends on no widget, clock or device.
-/// GUI thread only.
+/// The rules of the mixer: which values change when the user changes one. A rule reads the stored
+/// state and writes all changed values into a transaction. It depends on no widget, clock or
+/// device. GUI thread only.
 namespace mixer {
 
 using storage::Transaction;
@@ -28,9 +28,9 @@ void select(Transaction &t, const StripId &strip, bool on);
 ///@}
 
 /// @name Solo
-/// While any strip is soloed, the strips that are not soloed are muted. When the last solo ends, the
-/// mutes return to what they were before the first solo. The master takes no part. The solo of a
-/// strip that is not shown does not count.
+/// While any strip is soloed, the strips that are not soloed are muted. When the last solo ends,
+/// the mutes return to what they were before the first solo. The master takes no part. The solo of
+/// a strip that is not shown does not count.
 ///@{
 /// Does nothing if the strip is in that state already.
 void setSolo(Transaction &t, const StripId &strip, bool on);

@@ -112,7 +112,7 @@ void Sender::setHeld(bool held)
     if (held) m_batches.clear();
 }
 
-/// Whether a channel of the target waits to be unmuted.
+/// Returns whether a batch still has to unmute the target's channel.
 bool Sender::isToBeUnmuted(const Batch &batch, const Target &target) const
 {
     return std::any_of(batch.waiting.begin(), batch.waiting.end(), [&](const Target &t) {
@@ -125,11 +125,11 @@ void Sender::enqueue(Batch batch)
     const std::vector<Target> wanted = batch.waiting;
     for (Batch &older : m_batches) {
         erase(older.waiting, wanted);
-        // A drag that goes on does not hold the older ones up.
+        // The new value of a handed command must not hold the older batch up, as in a long drag.
         for (const Target &target : wanted)
             if (!isToBeUnmuted(older, target)) erase(older.handed, {target});
     }
-    // A channel that is unmuted must not be heard with values that still wait.
+    // Before a channel is unmuted, its pending values of older batches must be sent.
     for (const Target &target : wanted) {
         if (target.kind != Kind::Mute || isMuteOn(target)) continue;
         for (Batch &older : m_batches) {

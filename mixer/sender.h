@@ -16,16 +16,16 @@ namespace mixer {
 /// only.
 ///
 /// The facade does not keep the order of calls. To avoid a burst of sound, the sender works in
-/// stages and starts each stage only when no command of the one before is pending:
+/// stages. A stage starts when all commands of the stage before are answered:
 /// 1. mutes that are switched on,
 /// 2. everything else,
 /// 3. mutes that are switched off, and the bus options.
 /// A command's values are read from the store when the command is handed to the facade, so that
 /// they are never outdated.
 ///
-/// A large change set is handed over in portions. A newer change set goes before older ones, so that
-/// a click waits for a few commands only. If the newer set unmutes channels, the older sets' pending
-/// commands for these channels are sent with it.
+/// A large change set is handed over in portions. A newer change set goes before older ones, so
+/// that a click waits for a few commands only. If the newer set unmutes channels, the older sets'
+/// pending commands for these channels are sent with it.
 class Sender : public QObject
 {
     Q_OBJECT
@@ -75,16 +75,16 @@ private:
 
     const storage::Store &m_store;
     QVXDevice &m_device;
-    std::list<Batch> m_batches;      ///< the newest first
+    std::list<Batch> m_batches;       ///< the newest first
     std::optional<bool> m_stereoBus;  ///< the value sent last; the facade does not keep it
     std::optional<bool> m_trueBypass; ///< the value sent last
     bool m_held = false;
     bool m_pumping = false;
 };
 
-/// Returns the commands that carry a stored value. There are several if the value concerns more than
-/// one channel or band. There are none if the device does not have the value or the strip is not
-/// shown.
+/// Returns the commands that carry a stored value. There are several if the value concerns more
+/// than one channel or band. There are none if the device does not have the value or the strip is
+/// not shown.
 std::vector<QVXDevice::Target>
 commandsOf(const storage::Values &values, storage::Group group, storage::Key key);
 

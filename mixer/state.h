@@ -7,9 +7,9 @@
 
 #include <optional>
 
-/// Readers of the stored values. Views and the sender read through the same functions, so that screen
-/// and device agree. A value outside its scale reads as the control's default. Pure functions; any
-/// thread.
+/// Readers of the stored values. Views and the sender read through the same functions, so that
+/// screen and device agree. A value outside its scale reads as the control's default. Pure
+/// functions; any thread.
 namespace mixer {
 
 using storage::Values;
@@ -21,12 +21,12 @@ bool isLinked(const Values &values, const StripId &pair);
 /// and always the master. A strip that is not shown keeps its values, but they are not sent and its
 /// solo does not count.
 bool isShown(const Values &values, const StripId &strip);
-/// Returns the strip that is shown for an input (1 to 16): its pair if that is linked, else its mono
-/// strip.
+/// Returns the strip that is shown for an input (1 to 16): its pair if that is linked, else its
+/// mono strip.
 StripId shownStrip(const Values &values, int input);
-/// Returns the strip that the editing area shows. It is the first one that is stored as selected; if
-/// that is not shown, the pair or left channel shown instead of it. Returns nothing while no strip is
-/// selected or the mixer is bypassed.
+/// Returns the strip that the editing area shows: the first strip that is stored as selected. If
+/// that strip is not shown, returns the pair or left channel that is shown in its place. Returns
+/// nothing while no strip is selected or the mixer is bypassed.
 std::optional<StripId> editedStrip(const Values &values);
 ///@}
 

@@ -124,16 +124,16 @@ constexpr Channels channelsOf(const StripId &strip)
 QString title(const StripId &strip);
 
 /// @name Strip keys from settings files
-// contract: these functions and the text "NotStereo"; other programs' keys come in through them.
+// contract: these functions and the text "NotStereo". The panel itself does not call them.
 ///@{
-/// Returns a strip's channel: 7 for "Track7", 7 (the left channel) for "Track7_8". Returns -1 for any
-/// other key.
+/// Returns a strip's channel: 7 for "Track7", 7 (the left channel) for "Track7_8". Returns -1 for
+/// any other key.
 int channelNumber(const QString &key);
 /// Returns the left channel's key: "Track7" for "Track7_8". Returns "NotStereo" if the key is not a
 /// pair's.
 QString leftSide(const QString &pairKey);
-/// Returns the right channel's key: "Track8" for "Track7_8". Returns "NotStereo" if the key is not a
-/// pair's.
+/// Returns the right channel's key: "Track8" for "Track7_8". Returns "NotStereo" if the key is not
+/// a pair's.
 QString rightSide(const QString &pairKey);
 ///@}
 

@@ -11,8 +11,8 @@ class WallClock
 {
 public:
     virtual ~WallClock() = default;
-    /// Returns milliseconds since an arbitrary moment. The time never goes back, and it goes on while
-    /// the computer sleeps.
+    /// Returns milliseconds since an arbitrary moment. The time never goes back, and it goes on
+    /// while the computer sleeps.
     virtual qint64 now() = 0;
 };
 

@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QString>
 
-/// The background of a channel strip, which also relays the strip's requests to the window.
+/// The background image of a channel strip. It also relays the strip's requests to the window.
 /// GUI thread only.
 class ChannelControl : public QLabel
 {
@@ -11,15 +11,16 @@ class ChannelControl : public QLabel
     Q_PROPERTY(bool selected READ isSelected WRITE setSelected)
 
 public:
-    /// `look` is the base name of the two background images: "mono" for mono.png and
-    /// mono_selected.png. The control takes their size.
+    /// Loads the background and takes its size.
+    /// @param look base name of the two images: "mono" for mono.png and mono_selected.png
     ChannelControl(const QString &look, QWidget *parent);
 
     bool isSelected() const { return m_selected; }
-    /// Whether the strip is the one that is shown for editing.
+    /// Shows whether the editing area shows this strip.
     void setSelected(bool selected);
 
 signals:
+    // contract: the names of these signals. The panel does not emit them.
     void setUiFaderParam();
     void setUiPanParam();
     void signal_doEqualizerRepaint();

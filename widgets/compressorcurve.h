@@ -1,12 +1,12 @@
 #pragma once
 
-/// What the compressor display draws: the transfer curve of one channel. A plain value, and its
-/// arithmetic. Any thread.
+/// The transfer curve of one channel's compressor, as the display draws it. A plain value; any
+/// thread.
 struct CompressorCurve
 {
     enum class State {
-        NoChannel, ///< none is shown
-        Off,       ///< the channel's compressor is out of circuit
+        NoChannel, ///< no channel is shown
+        Off,       ///< the channel's compressor is switched off
         On,
     };
 
@@ -14,9 +14,9 @@ struct CompressorCurve
     int threshold = 32; ///< step, 0 (-32 dB) to 32 (0 dB)
     int ratio = 0;      ///< step, 0 ("1.0:1") to 14 ("inf:1")
 
-    /// The level in dB at which the curve bends.
+    /// Returns the input level in dB at which the curve bends: the threshold.
     int kneeLevel() const { return threshold - 32; }
-    /// The level in dB that comes out for one that goes in, before any make-up gain.
+    /// Returns the output level in dB for an input level in dB, without make-up gain.
     double output(double input) const;
 
     bool operator==(const CompressorCurve &o) const

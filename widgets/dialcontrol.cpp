@@ -11,7 +11,8 @@ namespace {
 
 constexpr int firstHour = 7;
 
-/// The clock position of a frame: "700", "730", "800", ...
+/// Returns the clock position of a frame: "700", "730", "800", ...
+// contract: it is part of the image's file name.
 QString clockText(int frame)
 {
     const int hour = firstHour + frame / 2;
@@ -22,7 +23,7 @@ QString clockText(int frame)
 
 struct DialControl::Frames
 {
-    std::array<QPixmap, frameCount> images; ///< null until one is wanted
+    std::array<QPixmap, frameCount> images; ///< null until first used
 
     const QPixmap &image(int frame)
     {
@@ -36,7 +37,7 @@ struct DialControl::Frames
 
 std::shared_ptr<DialControl::Frames> DialControl::sharedFrames()
 {
-    // Weak: the images go with the last dial, while there still is an application.
+    // The pointer is weak so that the last dial frees the images before the application ends.
     static std::weak_ptr<Frames> loaded;
     if (auto frames = loaded.lock()) return frames;
     auto frames = std::make_shared<Frames>();

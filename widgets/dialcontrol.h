@@ -4,9 +4,9 @@
 
 #include <memory>
 
-/// A knob of the equalizer or the compressor, 36 x 36 pixels, one of 21 images. It passes the
-/// gestures of the left mouse button on and computes nothing. Its steps are positive for more:
-/// up, right, and the wheel turned away. GUI thread only.
+/// A knob of the equalizer or the compressor, 36 x 36 pixels, drawn by one of 21 images. It passes
+/// on the gestures of the left mouse button and computes nothing. Its steps are positive for the
+/// keys Up and Right and for the wheel turned away from the user. GUI thread only.
 class DialControl : public StepControl
 {
     Q_OBJECT
@@ -17,11 +17,12 @@ public:
     explicit DialControl(QWidget *parent = nullptr);
 
     int frame() const { return m_frame; }
-    /// Turns the pointer: 0 stands at 7 o'clock, 20 at 17, each frame half an hour on. Others
-    /// count as the nearest of these.
+    /// Shows a frame, clamped to 0 to 20. The pointer of frame 0 is at 7 o'clock and that of frame
+    /// 20 at 5 o'clock; each frame is half an hour further.
     void setFrame(int frame);
 
 signals:
+    // contract: the names of these signals.
     void dialknob_Pressed(QMouseEvent *event);
     void dialknob_Moved(QMouseEvent *event);
     void dialknob_DoubleClicked(QMouseEvent *event);
@@ -35,6 +36,6 @@ private:
     struct Frames;
     static std::shared_ptr<Frames> sharedFrames();
 
-    const std::shared_ptr<Frames> m_frames; ///< one set for all dials
+    const std::shared_ptr<Frames> m_frames; ///< shared by all dials
     int m_frame = frameCount / 2;
 };

@@ -28,7 +28,7 @@ Look lookOf(CompressorCurve::State state)
     return {displaycolours::noChannel, QStringLiteral("GR_Passive")};
 }
 
-/// The middle of the pixel where two levels in dB meet.
+/// Returns the middle of the pixel for an input and an output level in dB.
 QPointF place(double input, double output)
 {
     const auto pixels = [](double level) {

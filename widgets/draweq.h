@@ -6,21 +6,21 @@
 #include <QLabel>
 #include <QPainterPath>
 
-/// The response of a channel's equalizer as a filled curve, 136 x 77 pixels, a column a frequency
-/// and the 0 dB line at row 38. It is transparent beside the curve, so that a grid shows behind
-/// it. GUI thread only.
+/// The frequency response of a channel's equalizer as a filled curve, 136 x 77 pixels, with the 0
+/// dB line at row 38. The display is transparent beside the curve, so that the background's grid
+/// shows. GUI thread only.
 class DrawEq : public QLabel
 {
     Q_OBJECT
 
 public:
     static constexpr int columns = geometry::eqColumns;
-    static constexpr int zeroRow = geometry::eqZeroRow;
+    static constexpr int zeroRow = geometry::eqZeroRow; ///< row of the 0 dB line
 
     explicit DrawEq(QWidget *parent = nullptr);
 
     const EqCurve &curve() const { return m_curve; }
-    /// Shows another curve; repaints only when it differs.
+    /// Shows a curve. Repaints only if it differs from the one shown.
     void setCurve(const EqCurve &curve);
 
 protected:
@@ -28,5 +28,5 @@ protected:
 
 private:
     EqCurve m_curve;
-    QPainterPath m_path; ///< of the curve
+    QPainterPath m_path; ///< the outline of m_curve
 };

@@ -2,8 +2,8 @@
 
 class QWidget;
 
-/// A level meter on screen: its bar, which grows from the bottom, and its peak mark. GUI thread
-/// only.
+/// Shows a level meter with two widgets: a bar that grows from the bottom, and a peak mark. GUI
+/// thread only.
 class DrawLevelMeter
 {
 public:
@@ -13,11 +13,11 @@ public:
         bool peak; ///< whether the peak mark is shown
     };
 
-    /// The widgets outlive the object; both are hidden until there is something to show. The bar
-    /// keeps its columns and its bottom row.
+    /// Hides both widgets until show() has something to show. They must outlive the object. The
+    /// bar keeps its columns and its bottom row.
     DrawLevelMeter(QWidget *bar, QWidget *peak);
 
-    /// Nothing is touched that looks as it did.
+    /// Shows a reading. Leaves a widget alone if its part of the reading has not changed.
     void show(const Reading &reading);
 
 private:

@@ -8,14 +8,15 @@ namespace {
 
 constexpr int maxHeight = 39;
 
-/// Pixels x 10 that a band adds at a column: its gain times the shape's weight there.
+/// Returns the tenths of a pixel that a band adds at a column: its gain times the shape's weight.
 int contribution(int gain, const eqshapes::Shape &shape, int bandColumn, int column)
 {
     const int entry = eqshapes::centreEntry - bandColumn + column;
     return gain * shape[static_cast<std::size_t>(entry)] * maxHeight / 180;
 }
 
-/// Tenths to pixels: half up for a positive sum; a negative one is cut off, which is wanted.
+/// Returns a sum of tenths in pixels.
+// contract: positive sums are rounded half up, negative sums are truncated towards zero.
 int rounded(int tenths)
 {
     return tenths / 10 + (tenths % 10 > 4 ? 1 : 0);

@@ -4,22 +4,22 @@
 
 #include <array>
 
-/// What the EQ curve display draws: the four bands of one channel. A plain value, and the
-/// arithmetic of its response in whole numbers. Any thread.
+/// The response of one channel's EQ, as the display draws it. A plain value, computed in whole
+/// numbers; any thread.
 struct EqCurve
 {
     enum class State {
-        NoChannel, ///< none is shown
-        Off,       ///< the channel's EQ is out of circuit
+        NoChannel, ///< no channel is shown
+        Off,       ///< the channel's EQ is switched off
         On,
     };
 
-    /// One band: 0 low, 1 high, 2 high-mid, 3 low-mid.
+    /// One EQ band.
     struct Band
     {
         int gain = 0; ///< dB, -12 to 12
-        int freq = 0; ///< step: 0 to 31 of the shelves, 0 to 63 of the middle bands
-        int q = 0;    ///< step of the middle bands, 0 to 6
+        int freq = 0; ///< step, 0 to 31 for the low and high band, 0 to 63 for the middle bands
+        int q = 0;    ///< step, 0 to 6; used by the middle bands only
         bool operator==(const Band &o) const
         {
             return gain == o.gain && freq == o.freq && q == o.q;
@@ -27,10 +27,10 @@ struct EqCurve
     };
 
     State state = State::NoChannel;
-    std::array<Band, tamber::eqBandCount> bands{};
+    std::array<Band, tamber::eqBandCount> bands{}; ///< low, high, high-mid, low-mid
     bool lowCut = false;
 
-    /// Height of the curve over the 0 dB line at a column (1 to 135), -39 to 39 pixels.
+    /// Returns the curve's height above the 0 dB line at a column (1 to 135), in pixels, -39 to 39.
     int response(int column) const;
 
     bool operator==(const EqCurve &o) const

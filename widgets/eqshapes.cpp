@@ -8,7 +8,8 @@
 namespace eqshapes {
 namespace {
 
-/// Full gain is 120; a little more, so that the top of the widest bell stands out by one.
+/// Slightly above the full weight of 120, so that the top of the widest bell is one higher than its
+/// neighbours.
 constexpr double topWeight = 120.6;
 
 // clang-format off
@@ -20,10 +21,10 @@ constexpr std::array<int, 64> columns = {
 };
 // clang-format on
 constexpr int highSteps = 32;
-constexpr std::size_t highOffset = 22; // the high band's list is the middle one from here on
+constexpr std::size_t highOffset = 22; // index in `columns` of the high band's first step
 static_assert(columns[highOffset] == 73, "the high band starts at column 73");
 
-/// The entries at which a bell is half as high or higher, by Q step.
+/// The entries at which a bell has at least half its height, by Q step.
 struct Span
 {
     int first;
@@ -38,11 +39,12 @@ constexpr std::array<Span, qSteps> halfHeight = {{
     {202, 203},
     {201, 202},
 }};
-constexpr int bellFirst = 135; // a bell is nothing outside these entries
+constexpr int bellFirst = 135; // a bell's weight is 0 outside these entries
 constexpr int bellLast = 269;
 
-/// A bell of the form 2^-x², symmetric about the middle of its span: full at the entries nearest to
-/// the middle, and half half an entry beyond the span, so that exactly the span is half or higher.
+/// Returns a bell of the form 2^-x², symmetric about the middle of the span. The entries nearest to
+/// the middle have the full weight. The bell falls to half its height half an entry outside the
+/// span, so that exactly the entries of the span have at least half.
 Shape bell(const Span &span)
 {
     const double middle = (span.first + span.last) / 2.0;
@@ -64,8 +66,9 @@ struct Point
     double weight;
 };
 
-/// The slope of a curve at a point between two others: their weighted harmonic mean, or none at a
-/// level or a turn. With such slopes the cubic through the points never overshoots them.
+/// Returns the slope of a curve at a point: the weighted harmonic mean of the slopes on its two
+/// sides, or 0 where the curve is level or turns. With these slopes the cubic never overshoots the
+/// points.
 double slopeAt(const Point &before, const Point &at, const Point &after)
 {
     const double left = at.entry - before.entry;
@@ -78,7 +81,7 @@ double slopeAt(const Point &before, const Point &at, const Point &after)
     return (leftShare + rightShare) / (leftShare / leftSlope + rightShare / rightSlope);
 }
 
-/// The cubic between two points with the slopes there, at an entry between them.
+/// Returns the value at `entry` of the cubic between two points with the given slopes.
 double hermite(const Point &a, double slopeA, const Point &b, double slopeB, double entry)
 {
     const double width = b.entry - a.entry;
@@ -88,7 +91,7 @@ double hermite(const Point &a, double slopeA, const Point &b, double slopeB, dou
            b.weight * t * t * (3 - 2 * t) - slopeB * width * t * t * u;
 }
 
-/// A monotone curve through the points, level before the first and after the last.
+/// Returns a monotone curve through the points, level before the first and after the last.
 Shape flank(const std::vector<Point> &points)
 {
     std::vector<double> slopes(points.size(), 0);

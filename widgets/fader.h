@@ -2,8 +2,9 @@
 
 #include "widgets/stepcontrol.h"
 
-/// The cap of a fader, 20 x 30 pixels. It passes the gestures of the left mouse button on, with
-/// the event, and computes nothing: those who listen move it. GUI thread only.
+/// The cap of a fader, 20 x 30 pixels. It passes on the gestures of the left mouse button and
+/// computes nothing; the view moves it. GUI thread only.
+// contract: the names of the class and of its signals.
 class fader : public StepControl
 {
     Q_OBJECT

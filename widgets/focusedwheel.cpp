@@ -5,7 +5,7 @@
 
 FocusedWheel::FocusedWheel(QWidget *control) : QObject(control)
 {
-    control->setFocusPolicy(Qt::StrongFocus); // the wheel does not give it
+    control->setFocusPolicy(Qt::StrongFocus); // Qt::WheelFocus would let the wheel set the focus
     control->installEventFilter(this);
 }
 

@@ -12,12 +12,12 @@ namespace {
 constexpr int sourceWidth = 118;
 constexpr int outputWidth = 104;
 constexpr int roundness = 4;
-constexpr int groupGap = 14; ///< between the master's sources and the computer's
+constexpr int groupGap = 14; ///< rows between the master's sources and the computer's
 constexpr int headLength = 9;
 constexpr int headHalf = 4;
 constexpr int socket = 3; ///< radius of the dot where arrows leave a source
 
-/// From a source to an output: level at both ends.
+/// Returns the curve of an arrow. It is level at both ends.
 QPainterPath curve(const QPointF &from, const QPointF &to)
 {
     const qreal middle = (from.x() + to.x()) / 2;
@@ -33,7 +33,7 @@ LineOut::LineOut(const QStringList &sources, int masters, QWidget *parent)
 {
     setMinimumSize(sourceWidth + outputWidth + 160, outputCount * outputPitch);
     setMouseTracking(true);
-    sayRoutes();
+    describeRoutes();
 }
 
 void LineOut::setRoutes(const Routes &routes)
@@ -41,7 +41,7 @@ void LineOut::setRoutes(const Routes &routes)
     if (routes == m_routes && m_changed < 0) return;
     m_routes = routes;
     m_changed = -1;
-    sayRoutes();
+    describeRoutes();
     update();
 }
 
@@ -49,11 +49,11 @@ void LineOut::setRoute(int output, int source)
 {
     m_routes[static_cast<std::size_t>(output)] = source;
     m_changed = output;
-    sayRoutes();
+    describeRoutes();
     update();
 }
 
-void LineOut::sayRoutes()
+void LineOut::describeRoutes()
 {
     QStringList lines;
     for (int output = 0; output < outputCount; ++output)
@@ -109,7 +109,7 @@ bool LineOut::isUsed(int source) const
     return std::find(m_routes.begin(), m_routes.end(), source) != m_routes.end();
 }
 
-bool LineOut::standsOut(int output) const
+bool LineOut::isHighlighted(int output) const
 {
     switch (m_pointed.column) {
     case Column::Sources:
@@ -124,7 +124,7 @@ bool LineOut::standsOut(int output) const
 
 QColor LineOut::colourOf(int output) const
 {
-    if (standsOut(output)) return m_accent;
+    if (isHighlighted(output)) return m_accent;
     return m_routes[static_cast<std::size_t>(output)] < m_masters ? m_master : m_computer;
 }
 
@@ -134,7 +134,7 @@ void LineOut::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     for (const bool inFront : {false, true})
         for (int output = 0; output < outputCount; ++output)
-            if (standsOut(output) == inFront) drawArrow(painter, output);
+            if (isHighlighted(output) == inFront) drawArrow(painter, output);
     for (int source = 0; source < m_sources.size(); ++source) {
         const QColor lit = source < m_masters ? m_master : m_computer;
         drawBox(painter, sourceBox(source), m_sources[source], isUsed(source) ? lit : QColor());
@@ -145,7 +145,7 @@ void LineOut::paintEvent(QPaintEvent *)
             colourOf(output));
 }
 
-/// @param lit the edge of a box that is in use; no colour for one that is not
+/// @param lit border colour of a box that is in use; an invalid colour for any other box
 void LineOut::drawBox(
     QPainter &painter, const QRectF &box, const QString &text, const QColor &lit) const
 {
@@ -166,7 +166,7 @@ void LineOut::drawArrow(QPainter &painter, int output) const
     const QColor colour = colourOf(output);
 
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(colour, standsOut(output) ? 2.5 : 1.5));
+    painter.setPen(QPen(colour, isHighlighted(output) ? 2.5 : 1.5));
     painter.drawPath(curve(from, neck));
     painter.setPen(Qt::NoPen);
     painter.setBrush(colour);

@@ -9,13 +9,14 @@
 #include <array>
 
 /// The picture of the routing: the sources on the left, the line outputs on the right, and an arrow
-/// to each output from what it plays. The arrow to the output that was changed last stands out, and
-/// so do those of the source or output under the pointer. GUI thread only.
+/// to each output from its source. The arrows of the source or output under the pointer are
+/// highlighted. If the pointer is over neither, the arrow of the output that was changed last is.
+/// GUI thread only.
 class LineOut : public QWidget
 {
     Q_OBJECT
-    /// The colours, which the style sheet gives: of the boxes, of those that are in use, of texts,
-    /// of the arrows from the master and from the computer, and of an arrow that stands out.
+    /// The style sheet sets the colours: inside and border of a box, texts of used and unused
+    /// boxes, arrows from the master and from the computer, and highlighted arrows.
     Q_PROPERTY(QColor box MEMBER m_box)
     Q_PROPERTY(QColor border MEMBER m_border)
     Q_PROPERTY(QColor text MEMBER m_text)
@@ -27,17 +28,17 @@ class LineOut : public QWidget
 public:
     static constexpr int outputCount = tamber::lineOutCount;
     static constexpr int outputPitch = 60;       ///< rows from one output to the next
-    static constexpr int boxHeight = 28;         ///< of a source or output
-    using Routes = std::array<int, outputCount>; ///< place of each output's source
+    static constexpr int boxHeight = 28;         ///< rows of the box of a source or output
+    using Routes = std::array<int, outputCount>; ///< index of each output's source
 
-    /// @param sources their names, from the top
-    /// @param masters how many of them, at the top, belong to the master
+    /// @param sources the sources' names, from top to bottom
+    /// @param masters how many of the first sources belong to the master
     LineOut(const QStringList &sources, int masters, QWidget *parent = nullptr);
 
     const Routes &routes() const { return m_routes; }
-    /// Shows other routes; none of them stands out.
+    /// Shows the sources of all outputs. No output counts as changed last.
     void setRoutes(const Routes &routes);
-    /// Shows another source of one output (0 to 7), whose arrow stands out from now on.
+    /// Shows another source of one output (0 to 7), which counts as changed last.
     void setRoute(int output, int source);
 
 protected:
@@ -60,18 +61,18 @@ private:
     Place placeAt(const QPointF &point) const;
     void setPointed(const Place &place);
     bool isUsed(int source) const;
-    bool standsOut(int output) const;
+    bool isHighlighted(int output) const;
     QColor colourOf(int output) const;
     void
     drawBox(QPainter &painter, const QRectF &box, const QString &text, const QColor &lit) const;
     void drawArrow(QPainter &painter, int output) const;
-    void sayRoutes();
+    void describeRoutes();
 
     const QStringList m_sources;
     const int m_masters;
     Routes m_routes{};
-    int m_changed = -1; ///< output that was changed last
-    Place m_pointed;
+    int m_changed = -1; ///< the output that was changed last, or -1
+    Place m_pointed;    ///< the box under the pointer
 
     QColor m_box, m_border, m_text, m_quietText, m_master, m_computer, m_accent;
 };

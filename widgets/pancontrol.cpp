@@ -5,6 +5,7 @@
 
 #include <QMouseEvent>
 
+// contract: these two paths have no slash after the colon.
 PanControl::PanControl(QWidget *parent)
     : StepControl(Travel::Horizontal, parent),
       m_centreImage(sharpPixmap(QStringLiteral(":Resource/track/PAN_c.png"))),

@@ -4,8 +4,8 @@
 
 #include <QPixmap>
 
-/// The marker of a pan control, 16 x 12 pixels. Like the fader's cap it passes the gestures of the
-/// left mouse button on and computes nothing. GUI thread only.
+/// The marker of a pan control, 16 x 12 pixels. It passes on the gestures of the left mouse button
+/// and computes nothing; the view moves it. GUI thread only.
 class PanControl : public StepControl
 {
     Q_OBJECT
@@ -13,10 +13,11 @@ class PanControl : public StepControl
 public:
     explicit PanControl(QWidget *parent = nullptr);
 
-    /// Chooses the image: the quiet one of the centre, or the lit one.
+    /// Shows the image for the centre position if `centred` is true, else the ordinary image.
     void setCentred(bool centred);
 
 signals:
+    // contract: the names of these signals.
     void panknob_Pressed(QMouseEvent *event);
     void panknob_Moved(QMouseEvent *event);
     void panknob_Released(QMouseEvent *event);

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int nameWidth = 320; // pixels at least
+constexpr int nameWidth = 320; // least width of the field, in pixels
 
 } // namespace
 

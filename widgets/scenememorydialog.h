@@ -4,19 +4,21 @@
 
 class QLineEdit;
 
-/// Asks for the name of a scene memory. It is not accepted without one. GUI thread only.
+/// Asks for the name of a scene memory. An empty name is not accepted. GUI thread only.
+// contract: the texts of the dialog and its warning.
 class SceneMemoryDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    /// @param name what the field holds at first, selected
+    /// @param name the field's first content, which is selected
     explicit SceneMemoryDialog(const QString &name, QWidget *parent = nullptr);
 
-    /// The name as it was entered, blanks at its ends included.
+    /// Returns the name as entered, with any blanks at its ends.
     QString name() const;
 
-    /// Warns instead when the field holds nothing but blanks.
+    /// Closes the dialog. If the field is empty or holds only blanks, shows a warning and stays
+    /// open.
     void accept() override;
 
 private:

@@ -5,7 +5,7 @@
 
 QPixmap sharpPixmap(const QString &path)
 {
-    // Style sheets choose the "@2x" file by themselves, a pixmap loaded from a path does not.
+    // Qt chooses the "@2x" file for images of style sheets, but not for pixmaps loaded from a path.
     if (qGuiApp->devicePixelRatio() > 1.0) {
         QString doubled = path;
         doubled.insert(path.lastIndexOf(QLatin1Char('.')), QLatin1String("@2x"));

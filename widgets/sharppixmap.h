@@ -3,7 +3,8 @@
 #include <QPixmap>
 #include <QString>
 
-/// Loads the image at `path`, ending in ".png", in the size that suits the screens: its "@2x"
-/// companion on a screen with a pixel ratio above 1, if there is one. Null when there is no such
-/// image. GUI thread.
+/// Returns an image in the size that suits the screen: the "@2x" file beside it, if there is one
+/// and the pixel ratio is above 1, else the image itself. Returns a null pixmap if the image does
+/// not exist. GUI thread only.
+/// @param path ends in ".png"
 QPixmap sharpPixmap(const QString &path);

@@ -15,7 +15,7 @@ void StepSlider::mousePressEvent(QMouseEvent *event)
     QSlider::mousePressEvent(event);
 }
 
-/// Its first press may have moved the slider, which is taken back.
+/// Undoes the movement that the first press of the double click may have caused.
 void StepSlider::mouseDoubleClickEvent(QMouseEvent *event)
 {
     setValue(m_valueBeforeClick);

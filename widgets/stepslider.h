@@ -2,7 +2,8 @@
 
 #include <QSlider>
 
-/// A slider of few steps. A double click does not move it. GUI thread only.
+/// A slider with few steps. A double click does not move it, and it takes the wheel only while it
+/// has the focus. GUI thread only.
 class StepSlider : public QSlider
 {
     Q_OBJECT
