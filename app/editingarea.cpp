@@ -84,13 +84,10 @@ void makeHeads(QWidget *area)
 
 QString tipOf(const Parameter &parameter)
 {
-    const QString ways =
-        parameter.scale == Scale::Gain
-            ? QStringLiteral("%1: drag up or down, wheel or arrow keys; double click or Home: %2%3")
-            : QStringLiteral("%1: drag up or down, wheel or arrow keys; Home: %2%3");
-    return ways.arg(
-        QLatin1String(parameter.title), valueAt(parameter, parameter.defaultPosition).text,
-        QLatin1String(parameter.unit));
+    return QStringLiteral("%1: drag up or down, wheel or keys, or type a value; double click: %2%3")
+        .arg(
+            QLatin1String(parameter.title), valueAt(parameter, parameter.defaultPosition).text,
+            QLatin1String(parameter.unit));
 }
 
 SectionWidgets::Knob makeKnob(const KnobLayout &layout, QWidget *area)

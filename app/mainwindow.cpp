@@ -2,6 +2,7 @@
 
 #include "app/boxes.h"
 #include "app/companionmixer.h"
+#include "app/gesturespage.h"
 #include "app/helplinks.h"
 #include "app/interfacepage.h"
 #include "app/interfaceview.h"
@@ -19,17 +20,19 @@
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/fader.h"
+#include "widgets/nameedit.h"
 #include "widgets/pancontrol.h"
 
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
-#include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QUrl>
@@ -73,7 +76,9 @@ MainWindow::MainWindow(
       m_section(settings.store(), m_mixerPage->section()),
       m_output(settings.store(), m_outputPage->widgets()), m_meters(m_mixerPage->strips()),
       m_interface(new InterfaceView(settings, m_device, *m_interfacePage, m_organisation)),
-      m_sender(settings.store(), m_device), m_mixer(settings.store(), m_sender),
+      m_sender(settings.store(), m_device), m_history(settings.store(), clocks.wall),
+      m_mixer(settings.store(), m_sender), m_stripActions(m_mixer, settings.store()),
+      m_gestures(m_mixer, settings.store(), m_mixerPage->strips(), m_mixerPage->section(), this),
       m_presence(settings.store(), m_device, m_sender, clocks.wall)
 {
     m_interface->setParent(this);
@@ -91,6 +96,8 @@ MainWindow::MainWindow(
     QMetaObject::connectSlotsByName(this);
     connectStrips();
     connectSection();
+    connectPage();
+    connectHistory();
     connectPresence();
     connectSettings();
     startTimers();
@@ -110,6 +117,7 @@ MainWindow::~MainWindow()
 void MainWindow::buildMenus()
 {
     buildViewMenu();
+    buildEditMenu();
     buildSceneMenu();
     buildHelpMenu();
 }
@@ -129,9 +137,27 @@ void MainWindow::buildViewMenu()
     connect(close, &QAction::triggered, this, &MainWindow::close);
 }
 
+void MainWindow::buildEditMenu()
+{
+    QMenu *edit = menuBar()->addMenu(QStringLiteral("&Edit"));
+    QUndoStack &stack = m_history.stack();
+    QAction *undo = stack.createUndoAction(this, QStringLiteral("&Undo"));
+    undo->setObjectName(QStringLiteral("actionUndo"));
+    undo->setShortcut(QStringLiteral("Ctrl+Z"));
+    QAction *redo = stack.createRedoAction(this, QStringLiteral("&Redo"));
+    redo->setObjectName(QStringLiteral("actionRedo"));
+    redo->setShortcuts({QStringLiteral("Ctrl+Shift+Z"), QStringLiteral("Ctrl+Y")});
+    for (QAction *action : {undo, redo}) {
+        action->setAutoRepeat(false);
+        edit->addAction(action);
+    }
+    edit->addSeparator();
+    m_stripActions.fillEditMenu(edit);
+}
+
 void MainWindow::buildSceneMenu()
 {
-    menuBar()->addMenu(new SceneMenu(m_scenes, m_settings, m_mixer, this));
+    menuBar()->addMenu(new SceneMenu(m_scenes, m_settings, m_mixer, m_history, this));
 }
 
 void MainWindow::buildHelpMenu()
@@ -144,6 +170,9 @@ void MainWindow::buildHelpMenu()
     connect(website, &QAction::triggered, this, [this] {
         openWebPage(helplinks::productTop(systemLanguage()));
     });
+    QAction *keys =
+        addNamed(help, QStringLiteral("&Keyboard and Mouse"), QStringLiteral("actionGestures"));
+    connect(keys, &QAction::triggered, this, [this] { (new GesturesPage(this))->open(); });
     help->addSeparator();
     m_update = addNamed(help, QStringLiteral("&Update"), QStringLiteral("actionUpdate"));
     m_update->setToolTip(QStringLiteral("Look for newer versions"));
@@ -193,8 +222,8 @@ void MainWindow::connectStrips()
         if (strip.id.isMaster()) continue;
         connectName(strip);
         connectFrame(strip.frame);
-        connectPan(strip.sides[0].panKnob, strip.id.number);
-        if (strip.id.isPair()) connectPan(strip.sides[1].panKnob, strip.id.number + 1);
+        connectPan(strip.sides[0].panKnob);
+        if (strip.id.isPair()) connectPan(strip.sides[1].panKnob);
     }
 }
 
@@ -204,30 +233,89 @@ void MainWindow::connectFader(const StripWidgets &strip)
     connectByName(knob, SIGNAL(Faderknob_Pressed(QMouseEvent *)), this, "Pressed");
     connectByName(knob, SIGNAL(Faderknob_Moved(QMouseEvent *)), this, "Moved");
     connectByName(knob, SIGNAL(Faderknob_DoubleClicked(QMouseEvent *)), this, "DoubleClicked");
-    const mixer::StripId id = strip.id;
-    connect(knob, &fader::stepped, this, [this, id](int n) { m_mixer.stepFader(id, n); });
-    connect(knob, &fader::resetRequested, this, [this, id] { m_mixer.resetFader(id); });
 }
 
-void MainWindow::connectPan(PanControl *knob, int input)
+void MainWindow::connectPan(PanControl *knob)
 {
     connectByName(knob, SIGNAL(panknob_Pressed(QMouseEvent *)), this, "Pressed");
     connectByName(knob, SIGNAL(panknob_Moved(QMouseEvent *)), this, "Moved");
     connectByName(knob, SIGNAL(panknob_Released(QMouseEvent *)), this, "Released");
     connectByName(knob, SIGNAL(panknob_DoubleClicked(QMouseEvent *)), this, "DoubleClicked");
-    connect(knob, &PanControl::stepped, this, [this, input](int n) { m_mixer.stepPan(input, n); });
-    connect(knob, &PanControl::resetRequested, this, [this, input] { m_mixer.resetPan(input); });
 }
 
 void MainWindow::connectName(const StripWidgets &strip)
 {
-    QLineEdit *edit = strip.name;
+    NameEdit *edit = strip.name;
     const mixer::StripId id = strip.id;
+    connect(edit, &NameEdit::editingStarted, this, [this] { m_mixer.startNaming(); });
     connect(edit, &QLineEdit::textEdited, this, [this, id](const QString &name) {
         m_mixer.setName(id, name);
     });
+    connect(edit, &NameEdit::neighbourRequested, this, [this, id](int direction) {
+        m_gestures.editNeighboursName(id, direction);
+    });
     connect(edit, &QLineEdit::returnPressed, edit, [edit] { edit->clearFocus(); });
     connect(edit, &QLineEdit::editingFinished, edit, [edit] { edit->setCursorPosition(0); });
+}
+
+void MainWindow::connectPage()
+{
+    const auto addNeighbourKeys = [this](int keys, int direction) {
+        auto *shortcut = new QShortcut(QKeySequence(keys), m_mixerPage);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, [this, direction] {
+            m_gestures.focusNeighbour(direction);
+        });
+    };
+    addNeighbourKeys(gestures::leftNeighbourKeys, -1);
+    addNeighbourKeys(gestures::rightNeighbourKeys, 1);
+    connect(m_mixerPage, &MixerPage::stripClicked, this, [this](const mixer::StripId &strip) {
+        if (!strip.isMaster()) m_mixer.select(strip, true);
+    });
+    connect(m_mixerPage, &MixerPage::stripMenuRequested, this, &MainWindow::openStripMenu);
+    connect(
+        m_mixerPage, &MixerPage::sectionMenuRequested, this,
+        [this](const QPoint &position, StepControl *control) {
+            if (const auto strip = m_mixer.edited()) openStripMenu(*strip, position, control);
+        });
+    connect(&m_gestures, &ControlGestures::panStepped, &m_strips, &StripsView::flashPan);
+    connect(&m_stripActions, &StripActions::renameRequested, this, [this](const auto &strip) {
+        m_mixerPage->strips().of(strip).name->edit();
+    });
+    connect(&m_stripActions, &StripActions::valueRequested, this, [this](const auto &strip) {
+        if (m_menuControl)
+            m_gestures.edit(m_menuControl);
+        else
+            m_gestures.editFader(strip);
+    });
+    connect(&m_stripActions, &StripActions::pasteRefused, this, [this] {
+        m_notice->flash(Notice::Message::PasteRefused);
+    });
+}
+
+void MainWindow::openStripMenu(
+    const mixer::StripId &strip, const QPoint &position, StepControl *control)
+{
+    m_menuControl = control;
+    m_stripActions.openMenu(strip, position, this);
+}
+
+void MainWindow::connectHistory()
+{
+    // The driver keeps the buffer size whatever the settings file says.
+    connect(&m_history.stack(), &QUndoStack::indexChanged, m_interface, [this] {
+        m_interface->loadBufferSize();
+    });
+    connect(&m_settings, &Settings::replaced, &m_history.stack(), &QUndoStack::clear);
+}
+
+void MainWindow::solo(const mixer::StripId &strip)
+{
+    if (QGuiApplication::keyboardModifiers() & Qt::ControlModifier)
+        m_mixer.soloAlone(strip);
+    else
+        m_mixer.setSolo(strip, isChecked(&StripWidgets::solo, strip));
+    m_strips.showSwitches(strip); // the button has toggled, the solo perhaps not
 }
 
 void MainWindow::connectFrame(const ChannelControl *frame)
@@ -260,14 +348,12 @@ void MainWindow::connectKnob(DialControl *dial, mixer::ParameterId id)
 {
     connectByName(dial, SIGNAL(dialknob_Pressed(QMouseEvent *)), this, "Pressed");
     connectByName(dial, SIGNAL(dialknob_Moved(QMouseEvent *)), this, "Moved");
-    // Only gain knobs have a slot for double clicks. On the other knobs a double click counts as a
-    // press.
-    const bool isGain = mixer::parameter(id).scale == mixer::Scale::Gain;
-    connectByName(
-        dial, SIGNAL(dialknob_DoubleClicked(QMouseEvent *)), this,
-        isGain ? "DoubleClicked" : "Pressed");
-    connect(dial, &DialControl::stepped, this, [this, id](int n) { m_mixer.stepKnob(id, n); });
-    connect(dial, &DialControl::resetRequested, this, [this, id] { m_mixer.resetKnob(id); });
+    // Only gain knobs have a slot for double clicks.
+    if (mixer::parameter(id).scale == mixer::Scale::Gain)
+        return connectByName(
+            dial, SIGNAL(dialknob_DoubleClicked(QMouseEvent *)), this, "DoubleClicked");
+    connect(
+        dial, &DialControl::dialknob_DoubleClicked, this, [this, id] { m_mixer.resetKnob(id); });
 }
 
 void MainWindow::connectPresence()

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "app/controlgestures.h"
 #include "app/edition.h"
+#include "app/history.h"
 #include "app/metersview.h"
 #include "app/mixerwidgets.h"
 #include "app/outputview.h"
 #include "app/pagebar.h"
 #include "app/sectionview.h"
+#include "app/stripactions.h"
 #include "app/stripslots.h"
 #include "app/stripsview.h"
 #include "device/qvxdevice.h"
@@ -27,6 +30,7 @@ class Notice;
 class OutputPage;
 class ProductInformation;
 class QStackedWidget;
+class StepControl;
 class UpdateInformation;
 
 /// The program's window with its menus, its pages and the slots with given names. It owns the
@@ -104,18 +108,25 @@ private:
     static Clocks realClocks() { return {}; }
     bool isChecked(QPushButton *StripWidgets::*button, const mixer::StripId &strip) const;
     bool isPhaseChecked(const mixer::StripId &strip, int side) const;
+    static bool isFine(const QMouseEvent *event) { return event->modifiers() & Qt::ShiftModifier; }
+    /// A button's click, with the Ctrl key for this strip alone.
+    void solo(const mixer::StripId &strip);
 
     void buildMenus();
     void buildViewMenu();
+    void buildEditMenu();
     void buildSceneMenu();
     void buildHelpMenu();
     void moveOntoScreen();
     void restoreWindowGeometry();
     void storeWindowGeometry() const;
     void connectStrips();
+    void connectHistory();
+    void connectPage();
     void connectFader(const StripWidgets &strip);
-    void connectPan(PanControl *knob, int input);
+    void connectPan(PanControl *knob);
     void connectName(const StripWidgets &strip);
+    void openStripMenu(const mixer::StripId &strip, const QPoint &position, StepControl *control);
     void connectFrame(const ChannelControl *frame);
     void connectSection();
     void connectKnob(DialControl *dial, mixer::ParameterId id);
@@ -145,6 +156,7 @@ private:
     Notice *m_notice;
     QPointer<QMessageBox> m_disconnectedBox;
     QPointer<ProductInformation> m_productInformation;
+    QPointer<StepControl> m_menuControl; ///< where the strip's menu was opened; null elsewhere
     QAction *m_update;
     SceneMemories m_scenes;
     QVXDevice m_device;
@@ -155,7 +167,10 @@ private:
     MetersView m_meters;
     InterfaceView *m_interface;
     mixer::Sender m_sender;
+    History m_history;
     mixer::Mixer m_mixer;
+    StripActions m_stripActions;
+    ControlGestures m_gestures;
     mixer::Presence m_presence;
     UpdateInformation *m_updates = nullptr;
 };

@@ -12,10 +12,15 @@ class MetersView
 public:
     /// @param widgets must outlive the object
     explicit MetersView(const MixerWidgets &widgets);
+    MetersView(const MetersView &) = delete; // the widgets' words refer to the object
+    MetersView &operator=(const MetersView &) = delete;
 
     /// Shows new readings; changes only the widgets whose reading has changed.
     void show(const mixer::Meters::Readings &readings);
 
 private:
+    void add(const SideWidgets &side);
+
+    mixer::Meters::Readings m_readings;
     std::vector<DrawLevelMeter> m_meters; ///< in the order of the readings
 };

@@ -5,10 +5,13 @@
 #include "app/stripbuilder.h"
 #include "common/geometry.h"
 #include "widgets/channelcontrol.h"
+#include "widgets/controlzones.h"
+#include "widgets/dialcontrol.h"
 #include "widgets/fader.h"
-#include "widgets/wheelzones.h"
+#include "widgets/pancontrol.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -18,13 +21,33 @@ constexpr int margin = 6;
 constexpr int gapBetweenPairs = 1;
 constexpr int gapBeforeMaster = 7;
 
-/// Lets the wheel move a strip's fader while the pointer is over its groove, meter or text.
-void addZone(WheelZones *zones, const StripWidgets &strip)
+/// The wheel moves the fader from the groove and meter down to the readout, and the pans from the
+/// rows of their text and marker.
+void addZones(ControlZones *zones, const StripWidgets &strip)
 {
-    QRect zone = strip.frame->geometry();
-    zone.setTop(geometry::faderTop);
-    zone.setBottom(strip.faderText->geometry().bottom());
-    zones->add(zone, strip.faderKnob);
+    const QRect frame = strip.frame->geometry();
+    const QRect readout = strip.faderText->geometry();
+    QRect area = frame;
+    area.setTop(geometry::faderTop);
+    area.setBottom(readout.bottom());
+    zones->add(strip.faderKnob, area, readout);
+    const int sides = strip.id.isMaster() ? 0 : strip.id.isPair() ? 2 : 1;
+    for (int side = 0; side < sides; ++side) {
+        const SideWidgets &widgets = strip.sides[static_cast<std::size_t>(side)];
+        const int width = frame.width() / sides;
+        QRect row(frame.left() + side * width, widgets.panText->geometry().top(), width, 0);
+        row.setBottom(geometry::panRow + geometry::panHeight);
+        zones->add(widgets.panKnob, row, QRect());
+    }
+}
+
+/// The wheel turns a knob from its caption down to its readout.
+void addZone(ControlZones *zones, const SectionWidgets::Knob &knob)
+{
+    constexpr int captionHeight = 13;
+    const QRect readout = knob.text->geometry();
+    const QRect dial = knob.dial->geometry();
+    zones->add(knob.dial, readout.united(dial.adjusted(0, -captionHeight, 0, 0)), readout);
 }
 
 } // namespace
@@ -46,7 +69,28 @@ QWidget *MixerPage::buildEditingArea()
     auto *area = new QWidget(this);
     area->setObjectName(QStringLiteral("editingArea"));
     m_section = editingarea::build(area);
+    auto *zones = new ControlZones(area);
+    for (const SectionWidgets::Knob &knob : m_section.knobs)
+        addZone(zones, knob);
+    connect(zones, &ControlZones::menuRequested, this, [this, zones, area](const QPoint &point) {
+        emit sectionMenuRequested(area->mapToGlobal(point), zones->controlAt(point));
+    });
     return area;
+}
+
+ControlZones *MixerPage::makeZones(QWidget *surface, const StripAt &stripAt)
+{
+    auto *zones = new ControlZones(surface);
+    connect(zones, &ControlZones::clicked, this, [this, stripAt](const QPoint &point) {
+        emit stripClicked(stripAt(point));
+    });
+    connect(
+        zones, &ControlZones::menuRequested, this,
+        [this, stripAt, zones, surface](const QPoint &point) {
+            emit stripMenuRequested(
+                stripAt(point), surface->mapToGlobal(point), zones->controlAt(point));
+        });
+    return zones;
 }
 
 QWidget *MixerPage::buildStrips()
@@ -74,15 +118,17 @@ QWidget *MixerPage::buildPairPlace(int pairIndex, QWidget *parent)
     pages->addWidget(mono);
     pages->addWidget(stereo);
 
-    auto *monoZones = new WheelZones(mono);
+    ControlZones *monoZones = makeZones(mono, [left](const QPoint &point) {
+        return mixer::track(point.x() < geometry::stripWidth ? left : left + 1);
+    });
     for (const int number : {left, left + 1}) {
         StripWidgets strip = stripbuilder::buildMono(number, mono);
         m_strips.strips[static_cast<std::size_t>(strip.id.index())] = strip;
-        addZone(monoZones, strip);
+        addZones(monoZones, strip);
     }
     StripWidgets strip = stripbuilder::buildPair(left, stereo);
     m_strips.strips[static_cast<std::size_t>(strip.id.index())] = strip;
-    addZone(new WheelZones(stereo), strip);
+    addZones(makeZones(stereo, [left](const QPoint &) { return mixer::pair(left); }), strip);
     m_strips.pairs[static_cast<std::size_t>(pairIndex)] = {
         pages, stripbuilder::buildLinkButton(left, false, mono),
         stripbuilder::buildLinkButton(left, true, stereo)};
@@ -95,6 +141,6 @@ QWidget *MixerPage::buildMaster(QWidget *parent)
     place->setFixedSize(geometry::masterWidth, geometry::stripHeight);
     StripWidgets strip = stripbuilder::buildMaster(place);
     m_strips.strips[static_cast<std::size_t>(strip.id.index())] = strip;
-    addZone(new WheelZones(place), strip);
+    addZones(makeZones(place, [](const QPoint &) { return mixer::master(); }), strip);
     return place;
 }

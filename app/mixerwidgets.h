@@ -12,11 +12,11 @@ class DrawCompressor;
 class DrawEq;
 class fader;
 class LineOut;
+class NameEdit;
 class PanControl;
 class QCheckBox;
 class QComboBox;
 class QLabel;
-class QLineEdit;
 class QPushButton;
 class QRadioButton;
 class QStackedWidget;
@@ -50,7 +50,7 @@ struct StripWidgets
     QPushButton *mute = nullptr;
     fader *faderKnob = nullptr;
     QLabel *faderText = nullptr;
-    QLineEdit *name = nullptr;
+    NameEdit *name = nullptr;
     std::array<SideWidgets, 2> sides; ///< left and right; a mono strip uses only the first
 };
 

@@ -25,9 +25,12 @@ QString textOf(Notice::Message message)
     case Notice::Message::DeviceRefuses:
         return QStringLiteral("The device refuses a setting.");
     case Notice::Message::SettingsChangedElsewhere:
+        return QStringLiteral(
+            "Another program has changed the settings file. A copy of it is kept.");
+    case Notice::Message::PasteRefused:
         break;
     }
-    return QStringLiteral("Another program has changed the settings file. A copy of it is kept.");
+    return QStringLiteral("The clipboard holds nothing that fits this strip.");
 }
 
 } // namespace
@@ -53,6 +56,7 @@ Notice::Notice(QWidget *parent) : QWidget(parent), m_text(new QLabel), m_button(
     m_flash.setInterval(flashTime);
     connect(&m_flash, &QTimer::timeout, this, [this] {
         set(Message::SettingsChangedElsewhere, false);
+        set(Message::PasteRefused, false);
     });
     hide();
 }

@@ -24,6 +24,7 @@ public:
         SettingsUnwritten,  ///< the settings file cannot be written
         DeviceRefuses,      ///< the device refuses a setting
         SettingsChangedElsewhere, ///< another program has changed the settings file
+        PasteRefused,             ///< the clipboard holds nothing that fits the strip
     };
 
     explicit Notice(QWidget *parent);

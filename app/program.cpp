@@ -5,6 +5,7 @@
 #include "app/qtsingleapplication.h"
 #include "common/constants.h"
 #include "device/tracetransport.h"
+#include "widgets/accessiblecontrols.h"
 #include "widgets/displaycolours.h"
 #include "widgets/sharppixmap.h"
 
@@ -103,6 +104,7 @@ int run(const Program &program, int argc, char **argv)
         return delivered ? 0 : 1;
     }
     installTranslations();
+    accessiblecontrols::install();
     applyLook();
     std::unique_ptr<Transport> transport = tracedWhereAsked(program.makeTransport());
     const int code = runWindow(program, *transport, application);

@@ -1,6 +1,7 @@
 #include "app/scenemenu.h"
 
 #include "app/boxes.h"
+#include "app/history.h"
 #include "mixer/mixer.h"
 #include "storage/scenememories.h"
 #include "widgets/scenememorydialog.h"
@@ -21,9 +22,10 @@ QString functionKey(int slot)
 } // namespace
 
 SceneMenu::SceneMenu(
-    SceneMemories &scenes, Settings &settings, mixer::Mixer &mixer, QWidget *window)
+    SceneMemories &scenes, Settings &settings, mixer::Mixer &mixer, History &history,
+    QWidget *window)
     : QMenu(QStringLiteral("&SceneMemory"), window), m_scenes(scenes), m_settings(settings),
-      m_mixer(mixer), m_window(window)
+      m_mixer(mixer), m_history(history), m_window(window)
 {
     for (int slot = 1; slot <= static_cast<int>(m_menus.size()); ++slot)
         addScene(slot);
@@ -40,6 +42,7 @@ void SceneMenu::addScene(int slot)
     const auto add = [&](const char *text, const char *name, void (SceneMenu::*handler)(int)) {
         QAction *action = menu->addAction(QLatin1String(text));
         action->setObjectName(QLatin1String(name) + QString::number(slot));
+        action->setAutoRepeat(false);
         connect(
             action, &QAction::triggered, this, [this, handler, slot] { (this->*handler)(slot); });
         return action;
@@ -61,7 +64,16 @@ void SceneMenu::showName(int slot)
 
 void SceneMenu::save(int slot)
 {
-    if (m_scenes.save(slot)) return;
+    const std::optional<QByteArray> before = m_scenes.bytes(slot);
+    if (m_scenes.save(slot)) {
+        const std::optional<QByteArray> after = m_scenes.bytes(slot);
+        if (before && after)
+            m_history.push(
+                QStringLiteral("Save scene %1").arg(slot),
+                [this, slot, before] { m_scenes.restore(slot, *before); },
+                [this, slot, after] { m_scenes.restore(slot, *after); });
+        return;
+    }
     boxes::inform(
         m_window, QStringLiteral("The scene could not be saved. The previous one is "
                                  "kept."));

@@ -4,6 +4,7 @@
 
 #include <array>
 
+class History;
 class SceneMemories;
 
 namespace mixer {
@@ -20,7 +21,9 @@ class SceneMenu : public QMenu
 public:
     /// All arguments must outlive the menu.
     /// @param window parent of the menu and its boxes
-    SceneMenu(SceneMemories &scenes, Settings &settings, mixer::Mixer &mixer, QWidget *window);
+    SceneMenu(
+        SceneMemories &scenes, Settings &settings, mixer::Mixer &mixer, History &history,
+        QWidget *window);
 
 private:
     void addScene(int slot);
@@ -33,6 +36,7 @@ private:
     SceneMemories &m_scenes;
     Settings &m_settings;
     mixer::Mixer &m_mixer;
+    History &m_history;
     QWidget *m_window;
     std::array<QMenu *, 10> m_menus;
 };

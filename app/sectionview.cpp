@@ -1,6 +1,8 @@
 #include "app/sectionview.h"
 
 #include "common/geometry.h"
+#include "mixer/adjustable.h"
+#include "widgets/accessiblecontrols.h"
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
@@ -31,6 +33,50 @@ SectionView::SectionView(const storage::Store &store, const SectionWidgets &widg
     : m_store(store), m_widgets(widgets)
 {
     connect(&store, &storage::Store::committed, this, &SectionView::show);
+    describeDisplays();
+}
+
+/// Gives the displays words for screen readers.
+void SectionView::describeDisplays()
+{
+    accessiblecontrols::setWords(m_widgets.eqCurve, [this] {
+        if (!m_edited) return QStringLiteral("no channel");
+        QStringList words{
+            isOn(m_store.values(), *m_edited, key::eq) ? QStringLiteral("on")
+                                                       : QStringLiteral("off")};
+        if (isOn(m_store.values(), *m_edited, key::eqLowCut)) words += QStringLiteral("low cut");
+        return (words + wordsOf([](const Parameter &p) { return p.band != mixer::noBand; }))
+            .join(QLatin1String(", "));
+    });
+    accessiblecontrols::setWords(m_widgets.compressorCurve, [this] {
+        if (!m_edited) return QStringLiteral("no channel");
+        const QStringList state{
+            isOn(m_store.values(), *m_edited, key::comp) ? QStringLiteral("on")
+                                                         : QStringLiteral("off")};
+        return (state + wordsOf([](const Parameter &p) { return p.band == mixer::noBand; }))
+            .join(QLatin1String(", "));
+    });
+    accessiblecontrols::setWords(m_widgets.gainReduction, [this] {
+        constexpr double rowsPerDecibel = 2.6;
+        const int length =
+            m_widgets.gainReduction->isHidden() ? 0 : m_widgets.gainReduction->height();
+        return QStringLiteral("%1 dB").arg(qRound(length / rowsPerDecibel));
+    });
+}
+
+/// Returns the values of the edited strip's parameters in words: "Low gain 3 dB".
+template <typename Wanted>
+QStringList SectionView::wordsOf(Wanted isWanted) const
+{
+    QStringList words;
+    for (int i = 0; i < mixer::parameterCount; ++i) {
+        const auto id = static_cast<ParameterId>(i);
+        if (!isWanted(mixer::parameter(id))) continue;
+        const mixer::Adjustable a = mixer::knobOf(*m_edited, id);
+        words += QString::fromLatin1(mixer::parameter(id).title) + QLatin1Char(' ') +
+                 wordsAt(a, storedPosition(m_store.values(), a));
+    }
+    return words;
 }
 
 void SectionView::showAll()
@@ -57,7 +103,7 @@ void SectionView::show(const storage::ChangeSet &changes)
         for (int i = 0; i < mixer::parameterCount; ++i)
             if (isKeyOf(mixer::parameter(static_cast<ParameterId>(i)), change.key))
                 showKnob(static_cast<ParameterId>(i));
-        if (change.key == storage::Key::Name) showTitle();
+        if (change.key == storage::Key::Name) return showAll();
         if (change.key == storage::Key::Eq) markEq();
         if (change.key == storage::Key::Comp) markComp();
         if (change.key != storage::Key::EqLowCut) continue;
@@ -78,11 +124,14 @@ void SectionView::showKnob(ParameterId id)
     const mixer::Value value = m_edited ? knobValue(m_store.values(), *m_edited, shown)
                                         : valueAt(shown, shown.defaultPosition);
     const QString title = QString::fromLatin1(shown.title);
-    const QString unit = QString::fromLatin1(shown.unit);
+    const QString owner =
+        m_edited ? mixer::titleWithName(m_store.values(), *m_edited) + QLatin1Char(' ') : QString();
+    const mixer::Adjustable a = mixer::knobOf(m_edited.value_or(mixer::track(1)), id);
     if (m_edited) reportForeignText(shown);
     knob.dial->setFrame(knobFrame(shown, value.position));
-    knob.dial->setAccessibleName(
-        m_edited ? QStringLiteral("%1, %2%3").arg(title, value.text, unit) : title);
+    knob.dial->setAccessibleName(owner + title);
+    knob.dial->setReading(
+        numberAt(a, value.position), m_edited ? wordsAt(a, value.position) : QString());
     knob.text->setText(m_edited ? value.text : QString());
     (shown.band == mixer::noBand ? m_compMarked : m_eqMarked) = true;
 }

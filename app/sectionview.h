@@ -47,6 +47,9 @@ private:
     void showTitle();
     void drawEq();
     void drawComp();
+    void describeDisplays();
+    template <typename Wanted>
+    QStringList wordsOf(Wanted isWanted) const;
     void reportForeignText(const mixer::Parameter &parameter);
 
     const storage::Store &m_store;

@@ -4,9 +4,9 @@
 #include "common/geometry.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/fader.h"
+#include "widgets/nameedit.h"
 #include "widgets/pancontrol.h"
 
-#include <QLineEdit>
 #include <QPushButton>
 
 #include <utility>
@@ -152,7 +152,7 @@ void StripBuilder::buildPan(SideWidgets &view, int side) const
     view.panText->hide();
     view.panKnob = makePan(
         {QLatin1String("panKnob") + sideKey(side), sideName(side) + QLatin1String(" pan"),
-         QStringLiteral("Pan: drag, wheel or arrow keys; double click or Home: centre")},
+         QStringLiteral("Pan: drag, wheel or keys, or type a value; double click: centre")},
         place.panCentre + m_origin.x(), m_parent);
 }
 
@@ -175,7 +175,7 @@ void StripBuilder::buildFader(StripWidgets &strip) const
         buildMeter(strip.sides[static_cast<std::size_t>(side)], side);
     strip.faderKnob = makeFader(
         {QLatin1String("faderKnob") + m_key, title(m_id) + QLatin1String(" fader"),
-         QStringLiteral("Fader: drag, wheel or arrow keys; double click or Home: 0 dB")},
+         QStringLiteral("Fader: drag, wheel or keys, or type a value; double click: 0 dB")},
         strip.id.kind, m_parent);
     strip.faderText = makeText(
         {QLatin1String("label_Fader") + m_key, {}, {}}, "faderText", QStringLiteral("0 dB"),
@@ -190,7 +190,7 @@ void StripBuilder::buildFoot(StripWidgets &strip) const
     strip.mute = toggle(
         "pB_Mute", "mute", stereo() ? QStringLiteral("MUTE") : QStringLiteral("M"), "mute", "Mute",
         m_layout.mute);
-    strip.name = new QLineEdit(m_parent);
+    strip.name = new NameEdit(m_parent);
     apply(
         {QLatin1String("lineEdit_Name") + m_key, title(m_id) + QLatin1String(" name"),
          QStringLiteral("Name of this strip")},
@@ -251,7 +251,7 @@ StripWidgets buildMaster(QWidget *parent)
         buildMasterMeter(strip.sides[static_cast<std::size_t>(side)], side, parent);
     strip.faderKnob = makeFader(
         {QStringLiteral("masterFaderKnob"), QStringLiteral("Master fader"),
-         QStringLiteral("Fader: drag, wheel or arrow keys; double click or Home: 0 dB")},
+         QStringLiteral("Fader: drag, wheel or keys, or type a value; double click: 0 dB")},
         StripKind::Master, parent);
     strip.faderText = makeText(
         {QStringLiteral("label_FaderMaster"), {}, {}}, "faderText", QStringLiteral("0 dB"),

@@ -18,15 +18,15 @@
 // Pointers are taken in the window's coordinates, which do not move with the control.
 
 #define TAMBER_FADER_SLOTS(STEM, STRIP) \
-    void STEM##_Pressed(QMouseEvent *event) { m_mixer.pressFader(STRIP, event->windowPos()); } \
-    void STEM##_Moved(QMouseEvent *event) { m_mixer.moveFader(STRIP, event->windowPos()); } \
-    void STEM##_DoubleClicked(QMouseEvent *event) { STEM##_Pressed(event); m_mixer.resetFader(STRIP); }
+    void STEM##_Pressed(QMouseEvent *event) { m_mixer.press(mixer::faderOf(STRIP), event->windowPos()); } \
+    void STEM##_Moved(QMouseEvent *event) { m_mixer.move(mixer::faderOf(STRIP), event->windowPos(), isFine(event)); } \
+    void STEM##_DoubleClicked(QMouseEvent *event) { STEM##_Pressed(event); m_mixer.reset(mixer::faderOf(STRIP)); }
 
 #define TAMBER_PAN_SLOTS(STEM, INPUT) \
-    void STEM##_Pressed(QMouseEvent *event) { m_mixer.pressPan(INPUT, event->windowPos()); m_strips.holdPan(INPUT); } \
-    void STEM##_Moved(QMouseEvent *event) { m_mixer.movePan(INPUT, event->windowPos()); } \
+    void STEM##_Pressed(QMouseEvent *event) { m_mixer.press(mixer::panOf(INPUT), event->windowPos()); m_strips.holdPan(INPUT); } \
+    void STEM##_Moved(QMouseEvent *event) { m_mixer.move(mixer::panOf(INPUT), event->windowPos(), isFine(event)); } \
     void STEM##_Released(QMouseEvent *) { m_strips.releasePan(INPUT); } \
-    void STEM##_DoubleClicked(QMouseEvent *event) { STEM##_Pressed(event); m_mixer.resetPan(INPUT); }
+    void STEM##_DoubleClicked(QMouseEvent *event) { STEM##_Pressed(event); m_mixer.reset(mixer::panOf(INPUT)); }
 
 /// 13 slots of mono strip N.
 #define TAMBER_TRACK_SLOTS(N) \
@@ -34,7 +34,7 @@
     void on_pB_Phase##N##_clicked() { m_mixer.setPhase(N, isPhaseChecked(mixer::track(N), 0)); } \
     void on_pB_EQ##N##_clicked() { m_mixer.setEq(mixer::track(N), isChecked(&StripWidgets::eq, mixer::track(N))); } \
     void on_pB_Comp##N##_clicked() { m_mixer.setComp(mixer::track(N), isChecked(&StripWidgets::comp, mixer::track(N))); } \
-    void on_pB_Solo##N##_clicked() { m_mixer.setSolo(mixer::track(N), isChecked(&StripWidgets::solo, mixer::track(N))); } \
+    void on_pB_Solo##N##_clicked() { solo(mixer::track(N)); } \
     void on_pB_Mute##N##_clicked() { m_mixer.setMute(mixer::track(N), isChecked(&StripWidgets::mute, mixer::track(N))); } \
     TAMBER_FADER_SLOTS(faderKnob##N, mixer::track(N)) \
     TAMBER_PAN_SLOTS(panKnob##N, N)
@@ -46,7 +46,7 @@
     void on_pB_Phase##A##_##B##_R_clicked() { m_mixer.setPhase(B, isPhaseChecked(mixer::pair(A), 1)); } \
     void on_pB_EQ##A##_##B##_clicked() { m_mixer.setEq(mixer::pair(A), isChecked(&StripWidgets::eq, mixer::pair(A))); } \
     void on_pB_Comp##A##_##B##_clicked() { m_mixer.setComp(mixer::pair(A), isChecked(&StripWidgets::comp, mixer::pair(A))); } \
-    void on_pB_Solo##A##_##B##_clicked() { m_mixer.setSolo(mixer::pair(A), isChecked(&StripWidgets::solo, mixer::pair(A))); } \
+    void on_pB_Solo##A##_##B##_clicked() { solo(mixer::pair(A)); } \
     void on_pB_Mute##A##_##B##_clicked() { m_mixer.setMute(mixer::pair(A), isChecked(&StripWidgets::mute, mixer::pair(A))); } \
     void on_pB_LinkOn##A##_##B##_clicked() { m_mixer.setLinked(mixer::pair(A), true); } \
     void on_pB_LinkOff##A##_##B##_clicked() { m_mixer.setLinked(mixer::pair(A), false); } \
@@ -61,7 +61,7 @@
 
 #define TAMBER_KNOB_SLOTS(STEM, ID) \
     void STEM##Knob_Pressed(QMouseEvent *event) { m_mixer.pressKnob(mixer::ParameterId::ID, event->windowPos()); } \
-    void STEM##Knob_Moved(QMouseEvent *event) { m_mixer.moveKnob(mixer::ParameterId::ID, event->windowPos()); }
+    void STEM##Knob_Moved(QMouseEvent *event) { m_mixer.moveKnob(mixer::ParameterId::ID, event->windowPos(), isFine(event)); }
 
 /// Only the gain knobs have a slot for the double click.
 #define TAMBER_GAIN_KNOB_SLOTS(STEM, ID) \

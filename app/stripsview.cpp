@@ -1,15 +1,16 @@
 #include "app/stripsview.h"
 
 #include "common/geometry.h"
+#include "mixer/adjustable.h"
 #include "mixer/faderscale.h"
 #include "mixer/panscale.h"
 #include "mixer/state.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/fader.h"
+#include "widgets/nameedit.h"
 #include "widgets/pancontrol.h"
 
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QStackedWidget>
 
@@ -24,6 +25,7 @@ namespace {
 
 constexpr int monoPage = 0;
 constexpr int stereoPage = 1;
+constexpr int panFlashTime = 1000; // milliseconds
 
 } // namespace
 
@@ -33,6 +35,11 @@ StripsView::StripsView(const storage::Store &store, const MixerWidgets &widgets)
     connect(
         &store, &storage::Store::committed, this,
         qOverload<const storage::ChangeSet &>(&StripsView::show));
+    for (int input = 1; input <= mixer::trackCount; ++input) {
+        flashOf(input).setSingleShot(true);
+        flashOf(input).setInterval(panFlashTime);
+        connect(&flashOf(input), &QTimer::timeout, this, [this, input] { releasePan(input); });
+    }
 }
 
 void StripsView::show(const storage::ChangeSet &changes)
@@ -94,7 +101,8 @@ void StripsView::showFader(const StripId &strip)
     const QString label = mixer::faderLabel(mixer::faderText(position));
     const StripWidgets &widgets = m_widgets.of(strip);
     widgets.faderKnob->move(geometry::faderColumns[static_cast<int>(strip.kind)], position);
-    widgets.faderKnob->setAccessibleName(QStringLiteral("%1 fader, %2").arg(title(strip), label));
+    const mixer::Adjustable fader = mixer::faderOf(strip);
+    widgets.faderKnob->setReading(numberAt(fader, position), wordsAt(fader, position));
     const bool isBypassed = m_bypassed && !strip.isMaster();
     widgets.faderText->setText(isBypassed ? QStringLiteral("Bypass") : label);
 }
@@ -112,11 +120,11 @@ void StripsView::showPan(int input)
     const int position = mixer::panPosition(m_store.values(), input);
     const bool centred = position == mixer::panCentre(mixer::track(input).kind);
     const QString text = mixer::panText(position);
-    const QString words = QStringLiteral("%1 pan, %2").arg(title(mixer::track(input)), text);
+    const mixer::Adjustable pan = mixer::panOf(input);
     forBothSides(input, [&](const SideWidgets &side) {
         side.panKnob->move(position, geometry::panRow);
         side.panKnob->setCentred(centred);
-        side.panKnob->setAccessibleName(words);
+        side.panKnob->setReading(numberAt(pan, position), wordsAt(pan, position));
         side.panText->setText(text);
     });
 }
@@ -163,12 +171,42 @@ void StripsView::showLink(const StripId &pair)
 
 void StripsView::showName(const StripId &strip)
 {
-    QLineEdit *edit = m_widgets.of(strip).name;
+    NameEdit *edit = m_widgets.of(strip).name;
+    nameControls(strip);
     if (!edit) return;
     const QString name = mixer::stripName(m_store.values(), strip);
     if (edit->text() == name) return; // setText() would move the cursor of a user who is typing
     edit->setText(name);
     edit->setCursorPosition(0); // shows the beginning of a long name
+}
+
+/// Gives the controls names with the user's name of the strip in it: "Channel 3 Snare fader".
+void StripsView::nameControls(const StripId &strip) const
+{
+    const StripWidgets &widgets = m_widgets.of(strip);
+    const QString name = mixer::stripName(m_store.values(), strip);
+    const auto call = [&](QWidget *control, const StripId &owner, const char *what) {
+        if (!control) return;
+        const QString before =
+            name.isEmpty() ? title(owner) : title(owner) + QLatin1Char(' ') + name;
+        control->setAccessibleName(before + QLatin1Char(' ') + QLatin1String(what));
+    };
+    call(widgets.select, strip, "select");
+    call(widgets.eq, strip, "EQ");
+    call(widgets.comp, strip, "compressor");
+    call(widgets.solo, strip, "solo");
+    call(widgets.mute, strip, "mute");
+    call(widgets.faderKnob, strip, "fader");
+    call(widgets.name, strip, "name");
+    if (strip.isMaster()) return;
+    std::size_t index = 0;
+    for (const int input : channelsOf(strip)) {
+        const SideWidgets &side = widgets.sides[index++];
+        call(side.phase, mixer::track(input), "phase");
+        call(side.panKnob, mixer::track(input), "pan");
+        call(side.meter, mixer::track(input), "level");
+        call(side.peak, mixer::track(input), "peak");
+    }
 }
 
 void StripsView::setBypassed(bool bypassed)
@@ -196,12 +234,20 @@ void StripsView::enable(const StripWidgets &strip, bool enabled)
 
 void StripsView::holdPan(int input)
 {
+    flashOf(input).stop();
     setPanTextVisible(input, true);
 }
 
 void StripsView::releasePan(int input)
 {
+    flashOf(input).stop();
     setPanTextVisible(input, false);
+}
+
+void StripsView::flashPan(int input)
+{
+    setPanTextVisible(input, true);
+    flashOf(input).start();
 }
 
 void StripsView::releaseAllPans()

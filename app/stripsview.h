@@ -18,6 +18,8 @@ public:
 
     /// Shows all stored values again.
     void showAll();
+    /// Shows the switches of a strip, for a button that was clicked without an effect.
+    void showSwitches(const mixer::StripId &strip);
 
     /// Disables all controls of the strips while the mixer is bypassed, and shows "Bypass" in place
     /// of the fader texts; the master's text stays.
@@ -29,6 +31,8 @@ public:
     void holdPan(int input);
     /// Hides the pan text of an input, 1 to 16.
     void releasePan(int input);
+    /// Shows the pan text of an input, 1 to 16, for a second.
+    void flashPan(int input);
     /// Hides all pan texts. For drags whose mouse release will not arrive.
     void releaseAllPans();
     ///@}
@@ -40,16 +44,18 @@ private:
     void showFader(const mixer::StripId &strip);
     void showPan(int input);
     void showPhase(int input);
-    void showSwitches(const mixer::StripId &strip);
     void showSelection();
     void showLink(const mixer::StripId &pair);
     void showName(const mixer::StripId &strip);
+    void nameControls(const mixer::StripId &strip) const;
     void enable(const StripWidgets &strip, bool enabled);
     void setPanTextVisible(int input, bool visible);
+    QTimer &flashOf(int input) { return m_panFlashes[static_cast<std::size_t>(input - 1)]; }
     template <typename Action>
     void forBothSides(int input, Action action) const;
 
     const storage::Store &m_store;
     const MixerWidgets &m_widgets;
     bool m_bypassed = false;
+    std::array<QTimer, mixer::trackCount> m_panFlashes; ///< running while a pan text flashes
 };

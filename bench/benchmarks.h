@@ -8,6 +8,8 @@ void benchWholeState();
 void benchStart();
 void benchDrag();
 void benchCurve();
+void benchWheel();
+void benchUndo();
 void benchTick();
 void benchMuteDuringFullSend();
 void benchReplug();

@@ -20,6 +20,7 @@ struct Benchmark
 constexpr Benchmark benchmarks[] = {
     {"facade", benchFacadeCall}, {"newest", benchNewestValue},
     {"state", benchWholeState},  {"drag", benchDrag},
+    {"wheel", benchWheel},       {"undo", benchUndo},
     {"curve", benchCurve},       {"tick", benchTick},
     {"replug", benchReplug},     {"mute", benchMuteDuringFullSend},
     {"start", benchStart},       {"load", benchLoad},

@@ -1,7 +1,6 @@
 #include "mixer/mixer.h"
 
-#include "mixer/faderscale.h"
-#include "mixer/panscale.h"
+#include "mixer/drag.h"
 #include "mixer/routing.h"
 
 #include <algorithm>
@@ -12,15 +11,32 @@ namespace key = storage::strip;
 
 namespace {
 
-/// Equal for all steps of one control, which undo takes together while they follow each other.
-QByteArray runKey(const QByteArray &control)
+/// Returns the merge key of a control's steps; undo joins those that follow each other quickly.
+QByteArray runKey(const Adjustable &a)
 {
-    return "run:" + control;
+    return "run:" + title(a).toUtf8();
 }
 
-QByteArray runKey(const StripId &strip, const char *control)
+/// Returns whether the highest value is so loud that End stops at the default first.
+bool stopsAtDefault(const Adjustable &a)
 {
-    return runKey(strip.key() + '/' + control);
+    return a.what == Adjustable::What::Fader ||
+           (a.what == Adjustable::What::Knob && a.id == ParameterId::MakeUpGain);
+}
+
+int draggedPosition(const Adjustable &a, int position, const QPointF &from, const QPointF &to)
+{
+    const Pointer last(from);
+    const Pointer now(to);
+    switch (a.what) {
+    case Adjustable::What::Fader:
+        return draggedFader(position, last, now);
+    case Adjustable::What::Pan:
+        return draggedPan(a.strip.kind, position, last, now);
+    case Adjustable::What::Knob:
+        break;
+    }
+    return draggedKnob(parameter(a.id), position, last, now);
 }
 
 } // namespace
@@ -43,116 +59,100 @@ void Mixer::changeStrip(
     change(title(strip) + QLatin1Char(' ') + QLatin1String(what), mergeKey, rule);
 }
 
-void Mixer::startDrag(const QPointF &pointer)
+QByteArray Mixer::sessionKey(const char *what) const
 {
-    m_pointer = Pointer(pointer);
-    ++m_drags;
+    return what + QByteArray::number(m_sessions);
 }
 
-QByteArray Mixer::dragKey() const
+std::optional<Adjustable> Mixer::editedKnob(ParameterId id) const
 {
-    return "drag:" + QByteArray::number(m_drags);
+    const std::optional<StripId> strip = edited();
+    return strip ? std::make_optional(knobOf(*strip, id)) : std::nullopt;
 }
 
-void Mixer::pressFader(const StripId &, const QPointF &pointer)
+void Mixer::press(const Adjustable &a, const QPointF &pointer)
 {
-    startDrag(pointer);
+    m_grab = a;
+    m_pointer = m_travelled = pointer;
+    ++m_sessions;
 }
 
-void Mixer::moveFader(const StripId &strip, const QPointF &pointer)
+void Mixer::move(const Adjustable &a, const QPointF &pointer, bool fine)
 {
-    const Pointer now(pointer);
-    dragFader(strip, draggedFader(faderPosition(values(), strip), m_pointer, now), dragKey());
-    m_pointer = now;
-}
-
-void Mixer::resetFader(const StripId &strip)
-{
-    dragFader(strip, faderDefault, QByteArray());
-}
-
-void Mixer::stepFader(const StripId &strip, int positions)
-{
-    const int position = faderPosition(values(), strip) + positions;
-    dragFader(strip, std::clamp(position, faderTop, faderBottom), runKey(strip, "fader"));
-}
-
-void Mixer::dragFader(const StripId &strip, int position, const QByteArray &mergeKey)
-{
-    changeStrip(strip, "fader", mergeKey, [&](Transaction &t) { setFader(t, strip, position); });
-}
-
-void Mixer::pressPan(int, const QPointF &pointer)
-{
-    startDrag(pointer);
-}
-
-void Mixer::movePan(int input, const QPointF &pointer)
-{
-    const Pointer now(pointer);
-    const int position =
-        draggedPan(track(input).kind, panPosition(values(), input), m_pointer, now);
-    dragPan(input, position, dragKey());
-    m_pointer = now;
-}
-
-void Mixer::resetPan(int input)
-{
-    dragPan(input, panCentre(track(input).kind), QByteArray());
-}
-
-void Mixer::stepPan(int input, int positions)
-{
-    const int position = panPosition(values(), input) + positions;
-    dragPan(input, nearestPanPosition(track(input).kind, position), runKey(track(input), "pan"));
-}
-
-void Mixer::dragPan(int input, int position, const QByteArray &mergeKey)
-{
-    changeStrip(track(input), "pan", mergeKey, [&](Transaction &t) { setPan(t, input, position); });
+    constexpr int pixelsPerFinePosition = 4;
+    if (!m_grab || !(*m_grab == a)) return;
+    const QPointF before = m_travelled;
+    m_travelled += (pointer - m_pointer) / (fine ? pixelsPerFinePosition : 1);
+    m_pointer = pointer;
+    const int stored = storedPosition(values(), a);
+    const int position = draggedPosition(a, stored, before, m_travelled);
+    // A knob that does not turn keeps a stored value that is outside its scale.
+    if (position == stored && a.what == Adjustable::What::Knob) return;
+    adjust(a, position, sessionKey("drag:"));
 }
 
 void Mixer::pressKnob(ParameterId id, const QPointF &pointer)
 {
     m_grab.reset();
-    const std::optional<StripId> strip = edited();
-    if (!strip) return;
-    m_grab = Grab{id, *strip};
-    startDrag(pointer);
+    if (const auto knob = editedKnob(id)) press(*knob, pointer);
 }
 
-void Mixer::moveKnob(ParameterId id, const QPointF &pointer)
+void Mixer::moveKnob(ParameterId id, const QPointF &pointer, bool fine)
 {
-    if (!m_grab || m_grab->id != id || edited() != m_grab->strip) return;
-    const Pointer now(pointer);
-    const Parameter &turned = parameter(id);
-    const int before = knobValue(values(), m_grab->strip, turned).position;
-    const int position = draggedKnob(turned, before, m_pointer, now);
-    m_pointer = now;
-    if (position != before) turnKnob(id, position, dragKey());
+    if (const auto knob = editedKnob(id)) move(*knob, pointer, fine);
 }
 
 void Mixer::resetKnob(ParameterId id)
 {
-    turnKnob(id, parameter(id).defaultPosition, QByteArray());
+    if (const auto knob = editedKnob(id)) reset(*knob);
 }
 
-void Mixer::stepKnob(ParameterId id, int steps)
+void Mixer::step(const Adjustable &a, int steps)
 {
-    const std::optional<StripId> strip = edited();
-    if (!strip) return;
-    const Parameter &turned = parameter(id);
-    const int position = steppedKnob(turned, knobValue(values(), *strip, turned).position, steps);
-    turnKnob(id, position, runKey(*strip, turned.stem));
+    adjust(a, stepped(a, storedPosition(values(), a), steps), runKey(a));
 }
 
-void Mixer::turnKnob(ParameterId id, int position, const QByteArray &mergeKey)
+void Mixer::shift(const Adjustable &a, int positions)
 {
-    const std::optional<StripId> strip = edited();
-    if (!strip) return;
-    const Parameter &turned = parameter(id);
-    changeStrip(*strip, turned.title, mergeKey, [&](Transaction &t) {
-        setKnob(t, *strip, turned, position);
+    adjust(a, shifted(a, storedPosition(values(), a), positions), runKey(a));
+}
+
+void Mixer::toLowest(const Adjustable &a)
+{
+    adjust(a, lowestPosition(a), QByteArray());
+}
+
+void Mixer::toHighest(const Adjustable &a)
+{
+    const int position = storedPosition(values(), a);
+    const bool atDefault = position == defaultPosition(a) || position == highestPosition(a);
+    const bool stops = stopsAtDefault(a) && !atDefault;
+    adjust(a, stops ? defaultPosition(a) : highestPosition(a), QByteArray());
+}
+
+void Mixer::reset(const Adjustable &a)
+{
+    adjust(a, defaultPosition(a), QByteArray());
+}
+
+void Mixer::setPosition(const Adjustable &a, int position)
+{
+    adjust(a, position, QByteArray());
+}
+
+void Mixer::adjust(const Adjustable &a, int position, const QByteArray &mergeKey)
+{
+    if (isBypassed(values())) return;
+    change(title(a), mergeKey, [&](Transaction &t) {
+        switch (a.what) {
+        case Adjustable::What::Fader:
+            return setFader(t, a.strip, position);
+        case Adjustable::What::Pan:
+            return setPan(t, a.strip.number, position);
+        case Adjustable::What::Knob:
+            break;
+        }
+        setKnob(t, a.strip, parameter(a.id), position);
     });
 }
 
@@ -165,12 +165,14 @@ void Mixer::setPhase(int input, bool on)
 
 void Mixer::setEq(const StripId &strip, bool on)
 {
+    select(strip, true);
     changeStrip(
         strip, "EQ", QByteArray(), [&](Transaction &t) { setSwitch(t, strip, key::eq, on); });
 }
 
 void Mixer::setComp(const StripId &strip, bool on)
 {
+    select(strip, true);
     changeStrip(strip, "compressor", QByteArray(), [&](Transaction &t) {
         setSwitch(t, strip, key::comp, on);
     });
@@ -179,6 +181,16 @@ void Mixer::setComp(const StripId &strip, bool on)
 void Mixer::setSolo(const StripId &strip, bool on)
 {
     changeStrip(strip, "solo", QByteArray(), [&](Transaction &t) { mixer::setSolo(t, strip, on); });
+}
+
+void Mixer::soloAlone(const StripId &strip)
+{
+    changeStrip(strip, "solo", QByteArray(), [&](Transaction &t) {
+        mixer::setSolo(t, strip, true);
+        for (const StripId &other : allStrips())
+            if (other != strip && !other.isMaster() && isShown(t.values(), other))
+                mixer::setSolo(t, other, false);
+    });
 }
 
 void Mixer::setMute(const StripId &strip, bool on)
@@ -214,8 +226,29 @@ void Mixer::setLowCut(bool on)
 
 void Mixer::setName(const StripId &strip, const QString &name)
 {
-    changeStrip(strip, "name", runKey(strip, "name"), [&](Transaction &t) {
+    changeStrip(strip, "name", sessionKey("name:"), [&](Transaction &t) {
         mixer::setName(t, strip, name);
+    });
+}
+
+void Mixer::paste(const StripClip &clip, const StripId &strip, ClipPart part)
+{
+    if (isBypassed(values())) return;
+    const QString what = part == ClipPart::All  ? QStringLiteral("Paste to %1")
+                         : part == ClipPart::Eq ? QStringLiteral("Paste EQ to %1")
+                                                : QStringLiteral("Paste compressor to %1");
+    change(
+        what.arg(title(strip)), QByteArray(), [&](Transaction &t) { clip.paste(t, strip, part); });
+}
+
+void Mixer::reset(const StripId &strip, ClipPart part)
+{
+    if (isBypassed(values())) return;
+    const QString what = part == ClipPart::All  ? QStringLiteral("Reset %1")
+                         : part == ClipPart::Eq ? QStringLiteral("Reset EQ of %1")
+                                                : QStringLiteral("Reset compressor of %1");
+    change(what.arg(title(strip)), QByteArray(), [&](Transaction &t) {
+        mixer::reset(t, strip, part);
     });
 }
 

@@ -1,19 +1,21 @@
 #pragma once
 
-#include "mixer/drag.h"
+#include "mixer/adjustable.h"
 #include "mixer/rules.h"
 #include "mixer/sender.h"
+#include "mixer/stripclip.h"
 
 #include <QObject>
+#include <QPointF>
 
 #include <optional>
 
 namespace mixer {
 
-/// What the user's gestures do: each becomes one transaction on the store, by the rules. The mixer
-/// knows no widget; what changes is told by the store. GUI thread only.
+/// Turns each gesture of the user into one transaction on the store, by the rules. The mixer knows
+/// no widget; the store tells its views what has changed. GUI thread only.
 ///
-/// While the mixer is bypassed no gesture on a strip or knob does anything.
+/// While the mixer is bypassed, gestures on strips and knobs do nothing.
 class Mixer : public QObject
 {
     Q_OBJECT
@@ -22,49 +24,61 @@ public:
     /// Both must outlive the object.
     Mixer(storage::Store &store, Sender &sender);
 
-    /// The strip that is shown for editing; none while there is none, or the mixer is bypassed.
+    /// Returns the strip that is shown for editing. There is none while no strip is selected or the
+    /// mixer is bypassed.
     std::optional<StripId> edited() const { return editedStrip(m_store.values()); }
+    /// Returns a knob of the edited strip, or nothing if no strip is edited.
+    std::optional<Adjustable> editedKnob(ParameterId id) const;
 
     /// @name Drags
-    /// Pointers are in coordinates that stay where they are while the control moves. A drag goes on
-    /// from the stored position, whoever has changed it meanwhile.
+    /// A drag continues from the stored position, even if something else has changed it meanwhile.
+    /// Moves count only after a press on the same control.
     ///@{
-    void pressFader(const StripId &strip, const QPointF &pointer);
-    void moveFader(const StripId &strip, const QPointF &pointer);
-    void pressPan(int input, const QPointF &pointer);
-    void movePan(int input, const QPointF &pointer);
-    void pressKnob(ParameterId id, const QPointF &pointer);
-    /// Counts only after a press on the same knob, while the same strip is edited.
-    void moveKnob(ParameterId id, const QPointF &pointer);
-    ///@}
-
-    /// @name Back to the default
-    ///@{
-    void resetFader(const StripId &strip);
-    void resetPan(int input);
+    /// @param pointer in coordinates that do not move with the control
+    void press(const Adjustable &a, const QPointF &pointer);
+    /// @param fine one position for every four pixels instead of one a pixel
+    void move(const Adjustable &a, const QPointF &pointer, bool fine = false);
+    void pressKnob(ParameterId id, const QPointF &pointer); ///< of the edited strip
+    void moveKnob(ParameterId id, const QPointF &pointer, bool fine = false);
     void resetKnob(ParameterId id);
     ///@}
 
-    /// @name Steps by wheel or key
+    /// @name Other gestures on a fader, pan marker or knob
     ///@{
-    void stepFader(const StripId &strip, int positions); ///< down
-    void stepPan(int input, int positions);              ///< to the right
-    void stepKnob(ParameterId id, int steps);            ///< up, each to another text
+    void step(const Adjustable &a, int steps);      ///< see mixer::stepped()
+    void shift(const Adjustable &a, int positions); ///< see mixer::shifted()
+    void toLowest(const Adjustable &a);
+    /// Faders and make-up gain stop at their default first, because the highest value is loud.
+    void toHighest(const Adjustable &a);
+    void reset(const Adjustable &a);
+    /// @param position within the control's range
+    void setPosition(const Adjustable &a, int position);
     ///@}
 
     /// @name Switches, with the state that their button has now
     ///@{
     void setPhase(int input, bool on);
+    /// EQ and compressor also select the strip.
     void setEq(const StripId &strip, bool on);
     void setComp(const StripId &strip, bool on);
     void setSolo(const StripId &strip, bool on);
+    void soloAlone(const StripId &strip); ///< ends the solo of all other strips
     void setMute(const StripId &strip, bool on);
     void select(const StripId &strip, bool on);
     void setLinked(const StripId &pair, bool linked);
     void setLowCut(bool on); ///< of the edited strip
     ///@}
 
+    /// Changes of a name after one startNaming() are one step for undo.
+    void startNaming() { ++m_sessions; }
     void setName(const StripId &strip, const QString &name);
+
+    /// @name Whole strips
+    /// The strip keeps its name, mute, solo, link and selection.
+    ///@{
+    void paste(const StripClip &clip, const StripId &strip, ClipPart part);
+    void reset(const StripId &strip, ClipPart part);
+    ///@}
 
     /// @name Outputs
     ///@{
@@ -87,29 +101,21 @@ signals:
     void bypassChanging(bool bypassed);
 
 private:
-    struct Grab
-    {
-        ParameterId id;
-        StripId strip;
-    };
-
     template <typename Rule>
     void change(const QString &title, const QByteArray &mergeKey, Rule rule);
     template <typename Rule>
     void changeStrip(const StripId &strip, const char *what, const QByteArray &mergeKey, Rule rule);
-    void dragFader(const StripId &strip, int position, const QByteArray &mergeKey);
-    void dragPan(int input, int position, const QByteArray &mergeKey);
-    void turnKnob(ParameterId id, int position, const QByteArray &mergeKey);
-    void startDrag(const QPointF &pointer);
-    QByteArray dragKey() const;
+    void adjust(const Adjustable &a, int position, const QByteArray &mergeKey);
+    QByteArray sessionKey(const char *what) const;
 
     const Values &values() const { return m_store.values(); }
 
     storage::Store &m_store;
     Sender &m_sender;
-    Pointer m_pointer;          ///< at the last event of the drag
-    int m_drags = 0;            ///< how many there have been
-    std::optional<Grab> m_grab; ///< of a knob
+    std::optional<Adjustable> m_grab; ///< pressed last
+    QPointF m_pointer;                ///< at the last event of the drag
+    QPointF m_travelled;              ///< the pointer, with fine moves made smaller
+    int m_sessions = 0;               ///< drags and edits of names so far
 };
 
 } // namespace mixer

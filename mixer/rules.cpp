@@ -115,4 +115,18 @@ void initialize(Transaction &t)
     t.write(storage::informationSeen, false);
 }
 
+void replay(Transaction &t, const storage::ChangeSet &changes, bool forwards)
+{
+    std::optional<storage::Group> selected;
+    for (const storage::Change &change : changes.changes) {
+        t.set(change.group, change.key, forwards ? change.after : change.before);
+        const bool selects = change.key == key::select.key && change.group < storage::masterGroup;
+        if (selects && t.values().read(change.group, key::select)) selected = change.group;
+    }
+    for (const storage::ForeignChange &change : changes.foreign)
+        t.setForeign(change.entry, forwards ? change.after : change.before);
+    // Selections are not in the history, so another strip may be selected by now.
+    if (selected) select(t, stripAt(static_cast<int>(*selected)), true);
+}
+
 } // namespace mixer

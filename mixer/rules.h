@@ -60,6 +60,9 @@ void setLineOut(Transaction &t, int output, int source);
 void recall(Transaction &t, const Values &scene);
 /// Sets every value to its default. The start information is shown again at the next start.
 void initialize(Transaction &t);
+/// Writes the new values of a change set, or the old ones. One strip at most is selected
+/// afterwards: the one that the change set selects.
+void replay(Transaction &t, const storage::ChangeSet &changes, bool forwards);
 ///@}
 
 } // namespace mixer

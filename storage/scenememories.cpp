@@ -47,6 +47,27 @@ std::optional<FileContent> SceneMemories::read(int slot) const
     return content;
 }
 
+std::optional<QByteArray> SceneMemories::bytes(int slot) const
+{
+    constexpr int mostBytes = 16 * 1024 * 1024;
+    QByteArray bytes("");
+    const auto append = [&bytes](const char *data, qint64 count) {
+        bytes.append(data, static_cast<int>(count));
+        return bytes.size() <= mostBytes;
+    };
+    const Disk::Read result = m_disk.read(fileName(slot), append);
+    if (result == Disk::Read::Missing) return QByteArray();
+    const bool whole = result == Disk::Read::Done && bytes.size() <= mostBytes;
+    return whole ? std::make_optional(bytes) : std::nullopt;
+}
+
+void SceneMemories::restore(int slot, const QByteArray &bytes)
+{
+    const bool done = bytes.isNull() ? m_disk.remove(fileName(slot))
+                                     : replaceFile(m_disk, fileName(slot), bytes);
+    if (!done) qCWarning(log) << "the scene cannot be restored:" << fileName(slot);
+}
+
 QString SceneMemories::name(int slot) const
 {
     const QString name = m_names.read(sceneName(slot));

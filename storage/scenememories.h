@@ -26,6 +26,12 @@ public:
     /// is empty or has no group of the panel does not count as a scene.
     std::optional<storage::FileContent> read(int slot) const;
 
+    /// Returns the bytes of a scene's file, null if there is no file. Returns nothing if the file
+    /// cannot be read or has more than 16 MiB.
+    std::optional<QByteArray> bytes(int slot) const;
+    /// Replaces a scene's file by these bytes, or removes it if they are null. Failures are logged.
+    void restore(int slot, const QByteArray &bytes);
+
     /// Returns the name of a slot. The default names are "SceneMemory1" to "SceneMemory10".
     QString name(int slot) const;
 

@@ -26,8 +26,23 @@ public:
     XDisplay &operator=(const XDisplay &) = delete;
 
     void movePointer(const QPoint &to) { fake(XCB_MOTION_NOTIFY, 0, to); }
-    void press() { fake(XCB_BUTTON_PRESS, XCB_BUTTON_INDEX_1); }
-    void release() { fake(XCB_BUTTON_RELEASE, XCB_BUTTON_INDEX_1); }
+    void press(int button = XCB_BUTTON_INDEX_1)
+    {
+        fake(XCB_BUTTON_PRESS, static_cast<std::uint8_t>(button));
+    }
+    void release(int button = XCB_BUTTON_INDEX_1)
+    {
+        fake(XCB_BUTTON_RELEASE, static_cast<std::uint8_t>(button));
+    }
+    /// Turns the wheel by notches, up if positive.
+    void turnWheel(int notches)
+    {
+        const int button = notches > 0 ? XCB_BUTTON_INDEX_4 : XCB_BUTTON_INDEX_5;
+        for (int left = std::abs(notches); left > 0; --left) {
+            press(button);
+            release(button);
+        }
+    }
     void click(const QPoint &at)
     {
         movePointer(at);
@@ -36,7 +51,32 @@ public:
     }
 
     /// Key codes of a standard keyboard: the evdev code plus 8.
-    enum Key : std::uint8_t { Return = 36, Control = 37, Shift = 50, F1 = 67, Left = 113 };
+    enum Key : std::uint8_t {
+        Escape = 9,
+        Six = 15,
+        Minus = 20,
+        Tab = 23,
+        Return = 36,
+        Control = 37,
+        Shift = 50,
+        Z = 52,
+        F1 = 67,
+        F2 = 68,
+        F12 = 96,
+        Home = 110,
+        Up = 111,
+        PageUp = 112,
+        Left = 113,
+        Right = 114,
+        End = 115,
+        Down = 116,
+        PageDown = 117,
+        Delete = 119,
+        Menu = 135,
+    };
+
+    void hold(Key key) { fake(XCB_KEY_PRESS, key); }
+    void letGo(Key key) { fake(XCB_KEY_RELEASE, key); }
 
     /// Presses the keys one after the other, then releases all of them.
     void type(const QVector<Key> &chord)

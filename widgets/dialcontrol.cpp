@@ -46,7 +46,7 @@ std::shared_ptr<DialControl::Frames> DialControl::sharedFrames()
 }
 
 DialControl::DialControl(QWidget *parent)
-    : StepControl(Travel::Horizontal, parent), m_frames(sharedFrames())
+    : StepControl(gestures::Layout::Horizontal, QAccessible::Dial, parent), m_frames(sharedFrames())
 {
     setPixmap(m_frames->image(m_frame));
     setFixedSize(36, 36);

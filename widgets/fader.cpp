@@ -5,7 +5,7 @@
 
 #include <QMouseEvent>
 
-fader::fader(QWidget *parent) : StepControl(Travel::Vertical, parent)
+fader::fader(QWidget *parent) : StepControl(gestures::Layout::Vertical, QAccessible::Slider, parent)
 {
     setPixmap(sharpPixmap(QStringLiteral(":/Resource/track/fader.png")));
     setFixedSize(geometry::capWidth, geometry::capHeight);

@@ -7,7 +7,7 @@
 
 // contract: these two paths have no slash after the colon.
 PanControl::PanControl(QWidget *parent)
-    : StepControl(Travel::Horizontal, parent),
+    : StepControl(gestures::Layout::Horizontal, QAccessible::Slider, parent),
       m_centreImage(sharpPixmap(QStringLiteral(":Resource/track/PAN_c.png"))),
       m_sideImage(sharpPixmap(QStringLiteral(":Resource/track/PAN.png")))
 {

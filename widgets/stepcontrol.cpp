@@ -1,70 +1,88 @@
 #include "widgets/stepcontrol.h"
 
+#include <QAccessible>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QWheelEvent>
 
+using gestures::Gesture;
+
 namespace {
 
-constexpr int pageStep = 10;
-constexpr int wheelUnitsPerPosition = 60; // a notch is 120, so two positions
 constexpr qreal ringRadius = 3;
 
 } // namespace
 
-StepControl::StepControl(Travel travel, QWidget *parent)
-    : QLabel(parent), m_up(travel == Travel::Vertical ? -1 : 1),
-      m_sideways(travel == Travel::Horizontal)
+StepControl::StepControl(gestures::Layout layout, QAccessible::Role role, QWidget *parent)
+    : QLabel(parent), m_layout(layout), m_role(role)
 {
     setFocusPolicy(Qt::StrongFocus);
 }
 
+bool StepControl::isResetClick(const QEvent *event) const
+{
+    if (event->type() != QEvent::MouseButtonPress) return false;
+    const auto *press = static_cast<const QMouseEvent *>(event);
+    return press->button() == Qt::LeftButton && press->modifiers() == Qt::ControlModifier;
+}
+
 bool StepControl::event(QEvent *event)
 {
+    if (isResetClick(event)) {
+        m_letGo = true; // the click starts no drag
+        setFocus(Qt::MouseFocusReason);
+        emit gestureMade({Gesture::Kind::Default});
+        return true;
+    }
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
         m_letGo = false;
     if (event->type() == QEvent::MouseMove && m_letGo) return true;
-    return QLabel::event(event);
+    const bool isRelease = event->type() == QEvent::MouseButtonRelease;
+    const bool handled = QLabel::event(event);
+    if (isRelease) announce();
+    return handled;
+}
+
+void StepControl::setReading(double value, const QString &words)
+{
+    m_value = value;
+    m_words = words;
+    // During a drag the value is announced once, at its end.
+    if (!(QGuiApplication::mouseButtons() & Qt::LeftButton) || QWidget::mouseGrabber() != this)
+        announce();
+}
+
+void StepControl::announce()
+{
+    if (m_value == m_announced || !QAccessible::isActive()) return;
+    m_announced = m_value;
+    QAccessibleValueChangeEvent event(this, m_value);
+    QAccessible::updateAccessibility(&event);
 }
 
 void StepControl::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Home) {
-        emit resetRequested();
-    } else if (const int step = stepOfKey(event->key())) {
-        emit stepped(step);
-    } else {
+    if (const std::optional<Gesture> gesture = gestures::gestureOf(*event, m_layout))
+        emit gestureMade(*gesture);
+    else
         QLabel::keyPressEvent(event);
-    }
-}
-
-int StepControl::stepOfKey(int key) const
-{
-    switch (key) {
-    case Qt::Key_Up:
-        return m_up;
-    case Qt::Key_Down:
-        return -m_up;
-    case Qt::Key_PageUp:
-        return m_up * pageStep;
-    case Qt::Key_PageDown:
-        return -m_up * pageStep;
-    case Qt::Key_Right:
-        return m_sideways ? 1 : 0;
-    case Qt::Key_Left:
-        return m_sideways ? -1 : 0;
-    default:
-        return 0;
-    }
 }
 
 void StepControl::turn(QWheelEvent *event)
 {
-    m_wheelRemainder += event->angleDelta().y();
-    const int positions = m_wheelRemainder / wheelUnitsPerPosition;
-    m_wheelRemainder -= positions * wheelUnitsPerPosition;
-    if (positions != 0) emit stepped(positions * m_up);
     event->accept();
+    const bool fine = event->modifiers() & Qt::ShiftModifier;
+    if (fine != m_wheelWasFine) m_wheelRemainder = 0;
+    m_wheelWasFine = fine;
+    // Some systems turn a wheel with Shift into a horizontal one.
+    const QPoint delta = event->angleDelta();
+    m_wheelRemainder += delta.y() != 0 ? delta.y() : delta.x();
+    const int unitsPerMove = gestures::wheelUnits / (fine ? 1 : m_notchSteps);
+    const int moves = m_wheelRemainder / unitsPerMove;
+    m_wheelRemainder -= moves * unitsPerMove;
+    if (moves == 0) return;
+    emit gestureMade({fine ? Gesture::Kind::Positions : Gesture::Kind::Steps, moves});
 }
 
 void StepControl::paintEvent(QPaintEvent *event)

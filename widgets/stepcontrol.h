@@ -1,32 +1,48 @@
 #pragma once
 
+#include "widgets/gestures.h"
+
+#include <QAccessible>
 #include <QLabel>
 
-/// An image that stands for a value and is moved: what the fader cap, the pan marker and the dial
-/// have in common beside the mouse. It takes the focus, shows that it has it, and turns wheel and
-/// keys into steps; what a step does is up to those who listen. GUI thread only.
+/// An image that the user moves to change a value: a fader's cap, a pan marker or a knob. It takes
+/// the focus, shows the focus, and turns wheel, keys and clicks into gestures. It does not move by
+/// itself. GUI thread only.
 class StepControl : public QLabel
 {
     Q_OBJECT
 
 public:
-    /// Where the value grows. Vertical: positions are rows, so up is a step of -1.
-    /// Horizontal: positions are columns, right and up are a step of +1.
-    enum class Travel { Vertical, Horizontal };
+    StepControl(gestures::Layout layout, QAccessible::Role role, QWidget *parent);
 
-    StepControl(Travel travel, QWidget *parent);
+    /// The values that the control can have, in the unit of the readout, for screen readers.
+    struct Range
+    {
+        double lowest = 0;
+        double highest = 0;
+        double step = 1;
+    };
+    void setRange(const Range &range) { m_range = range; }
+    const Range &range() const { return m_range; }
 
-    /// Ends a drag in the user's hand: the pointer's moves count again from the next press.
+    /// Sets the current value, in the unit of the readout and in words. Screen readers are told
+    /// once a gesture, not at every move of a drag.
+    void setReading(double value, const QString &words);
+    double value() const { return m_value; }
+    const QString &words() const { return m_words; }
+    QAccessible::Role accessibleRole() const { return m_role; }
+
+    /// Ends a drag in progress. Moves of the pointer count again after the next press.
     void letGo() { m_letGo = true; }
 
-    /// Turns the control by a wheel event, wherever the pointer is.
+    /// Sets how many steps a notch of the wheel takes; 1 at first.
+    void setNotchSteps(int steps) { m_notchSteps = steps; }
+
+    /// Handles a wheel event, wherever the pointer is. Fractions of a notch add up.
     void turn(QWheelEvent *event);
 
 signals:
-    /// Wheel or key: move by this many positions, positive down (vertical) or right (horizontal).
-    void stepped(int positions);
-    /// Home key: back to the default.
-    void resetRequested();
+    void gestureMade(const gestures::Gesture &gesture);
 
 protected:
     bool event(QEvent *event) override;
@@ -35,10 +51,17 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    int stepOfKey(int key) const;
+    bool isResetClick(const QEvent *event) const;
+    void announce();
 
-    const int m_up;        ///< the step of one position upwards, -1 or 1
-    const bool m_sideways; ///< the left and right keys count
+    const gestures::Layout m_layout;
+    const QAccessible::Role m_role;
+    Range m_range;
+    double m_value = 0;
+    QString m_words;
+    double m_announced = 0; ///< the value that was announced last
     bool m_letGo = false;
-    int m_wheelRemainder = 0; ///< eighths of a degree that did not make a whole position yet
+    int m_notchSteps = 1;
+    int m_wheelRemainder = 0; ///< eighths of a degree that do not make a whole step yet
+    bool m_wheelWasFine = false;
 };

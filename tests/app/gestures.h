@@ -34,10 +34,12 @@ inline void doubleClick(QWidget *widget)
 }
 
 /// Returns true if the widget accepts the event.
-inline bool turnWheel(QWidget *widget, int angle, const QPoint &at = QPoint(3, 3))
+inline bool turnWheel(
+    QWidget *widget, int angle, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+    const QPoint &at = QPoint(3, 3))
 {
     QWheelEvent event(
-        at, widget->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton, Qt::NoModifier,
+        at, widget->mapToGlobal(at), QPoint(), QPoint(0, angle), Qt::NoButton, modifiers,
         Qt::NoScrollPhase, false);
     event.ignore();
     QCoreApplication::sendEvent(widget, &event);
@@ -49,5 +51,5 @@ inline bool turnWheel(QWidget *widget, int angle, const QPoint &at = QPoint(3, 3
 inline void turnWheelAt(QWidget *window, const QPoint &at, int angle)
 {
     for (QWidget *w = window->childAt(at); w; w = w->parentWidget())
-        if (turnWheel(w, angle, w->mapFrom(window, at))) return;
+        if (turnWheel(w, angle, Qt::NoModifier, w->mapFrom(window, at))) return;
 }

@@ -40,7 +40,7 @@ constexpr char session[] =
 void changeEverything(const Panel &panel)
 {
     for (auto *knob : panel.window.findChildren<StepControl *>())
-        if (knob->isEnabled()) emit knob->stepped(7);
+        if (knob->isEnabled()) emit knob->gestureMade({gestures::Gesture::Kind::Steps, -4});
     for (auto *button : panel.window.findChildren<QAbstractButton *>()) {
         const bool links = button->objectName().startsWith("pB_Link"_s);
         if (button->isEnabled() && (button->isCheckable() || links) && !button->isHidden())

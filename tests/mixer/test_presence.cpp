@@ -52,7 +52,7 @@ void TestPresence::unplugAndPlugAgain()
         console.pass(minute); // the signal is not repeated
         QCOMPARE(gone.count(), round);
         console.mixer.setMute(track(5), round == 1);
-        console.mixer.stepFader(track(3), 20);
+        console.mixer.shift(faderOf(track(3)), -20);
         console.settle(); // these commands fail
         console.setPlugged(true);
         QVERIFY(console.presence.isAnswering());

@@ -31,7 +31,13 @@ constexpr char seedVariable[] = "TAMBER_TEST_SEED"; // to repeat a run
 class Musician
 {
 public:
-    explicit Musician(unsigned seed) : m_random(seed) { saveScene(); }
+    explicit Musician(unsigned seed) : m_random(seed)
+    {
+        saveScene();
+        QObject::connect(
+            &m_console.store, &storage::Store::committed,
+            [this](const storage::ChangeSet &changes) { m_changes.push_back(changes); });
+    }
 
     void gesture();
 
@@ -42,6 +48,7 @@ public:
         const Model found(m_console.store.values());
         QStringList lines;
         if (!(found == m_model)) lines += found.differences(m_model);
+        if (!m_undoFault.isEmpty()) lines += "not true: "_s + m_undoFault;
         if (below(3) == 0) return lines;
         m_console.settle();
         if (m_console.tamber.isPlugged()) lines += m_console.differences();
@@ -80,6 +87,7 @@ private:
     void bypass();
     void scene();
     void cable();
+    void undoAndRedo(const storage::Values &before);
     void saveScene() { m_scenes.push_back({m_console.store.values(), m_model}); }
 
     std::mt19937 m_random;
@@ -87,6 +95,8 @@ private:
     Model m_model;
     std::vector<Scene> m_scenes;
     QStringList m_history;
+    std::vector<storage::ChangeSet> m_changes; ///< of the latest gesture
+    QString m_undoFault;
 };
 
 void Musician::gesture()
@@ -101,22 +111,44 @@ void Musician::gesture()
         {&Musician::link, 5},       {&Musician::output, 3},   {&Musician::bypass, 1},
         {&Musician::scene, 2},      {&Musician::cable, 1},
     }; // of 102
+    const storage::Values before = m_console.store.values();
+    m_changes.clear();
     int chance = below(102);
-    for (const auto &[act, weight] : acts) {
-        chance -= weight;
-        if (chance < 0) return (this->*act)();
-    }
+    const auto *chosen = std::begin(acts);
+    while ((chance -= chosen->weight) >= 0)
+        ++chosen;
+    (this->*chosen->act)();
+    if (below(10) == 0) undoAndRedo(before);
+}
+
+/// Takes the gesture back, which must restore every value, and makes it again.
+void Musician::undoAndRedo(const storage::Values &before)
+{
+    note("undone and redone"_s);
+    const std::vector<storage::ChangeSet> changes = m_changes;
+    const storage::Values after = m_console.store.values();
+    const auto replayOne = [this](const storage::ChangeSet &set, bool forwards) {
+        Transaction transaction(m_console.store);
+        replay(transaction, set, forwards);
+        transaction.commit();
+    };
+    for (auto set = changes.rbegin(); set != changes.rend(); ++set)
+        replayOne(*set, false);
+    if (!(m_console.store.values() == before)) m_undoFault = "undo restores the values"_s;
+    for (const storage::ChangeSet &set : changes)
+        replayOne(set, true);
+    if (!(m_console.store.values() == after)) m_undoFault = "redo repeats the changes"_s;
 }
 
 void Musician::dragFader()
 {
     const int place = below(25);
     QPointF pointer(between(0, 1000), between(0, 700));
-    m_console.mixer.pressFader(stripAt(place), pointer);
+    m_console.mixer.press(faderOf(stripAt(place)), pointer);
     for (int moves = between(1, 4); moves > 0; --moves) {
         const int down = distance();
         note("fader of strip %1 dragged by %2"_s.arg(place).arg(down));
-        m_console.mixer.moveFader(stripAt(place), pointer += QPointF(distance(), down));
+        m_console.mixer.move(faderOf(stripAt(place)), pointer += QPointF(distance(), down));
         if (!m_model.bypassed) m_model.dragFader(place, down);
     }
 }
@@ -125,11 +157,11 @@ void Musician::dragPan()
 {
     const int input = below(16);
     QPointF pointer(between(0, 1000), between(0, 700));
-    m_console.mixer.pressPan(input + 1, pointer);
+    m_console.mixer.press(panOf(input + 1), pointer);
     for (int moves = between(1, 4); moves > 0; --moves) {
         const QPoint step(distance(), distance());
         note("pan of input %1 dragged by %2, %3"_s.arg(input).arg(step.x()).arg(step.y()));
-        m_console.mixer.movePan(input + 1, pointer += step);
+        m_console.mixer.move(panOf(input + 1), pointer += step);
         if (!m_model.bypassed) m_model.dragPan(input, step.x() + step.y());
     }
 }
@@ -156,15 +188,15 @@ void Musician::step()
     const int input = below(16);
     const int steps = distance();
     note("steps of %1: fader of strip %2, pan of input %3"_s.arg(steps).arg(place).arg(input));
-    m_console.mixer.stepFader(stripAt(place), steps);
-    m_console.mixer.stepPan(input + 1, -steps);
+    m_console.mixer.shift(faderOf(stripAt(place)), -steps);
+    m_console.mixer.shift(panOf(input + 1), -steps);
     if (m_model.bypassed) return;
     m_model.stepFader(place, steps);
     m_model.stepPan(input, -steps);
     if (below(4) != 0) return;
     note("defaults of the same"_s);
-    m_console.mixer.resetFader(stripAt(place));
-    m_console.mixer.resetPan(input + 1);
+    m_console.mixer.reset(faderOf(stripAt(place)));
+    m_console.mixer.reset(panOf(input + 1));
     strip(place).fader = 157;
     m_model.pans[static_cast<std::size_t>(input)] = input % 2 ? 79 : 20;
 }
@@ -184,9 +216,11 @@ void Musician::toggle()
     switch (what) {
     case 0:
         mixer.setEq(id, on);
+        if (!ignored) m_model.select(place, true);
         return set(&Model::Strip::eq);
     case 1:
         mixer.setComp(id, on);
+        if (!ignored) m_model.select(place, true);
         return set(&Model::Strip::comp);
     case 2:
         mixer.setMute(id, on);

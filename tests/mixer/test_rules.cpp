@@ -43,14 +43,14 @@ QByteArrayList changesSince(const Entries &before, const Console &console)
 
 void dragFader(Console &console, const StripId &strip, int down)
 {
-    console.mixer.pressFader(strip, QPointF(300, 400));
-    console.mixer.moveFader(strip, QPointF(290, 400 + down));
+    console.mixer.press(faderOf(strip), QPointF(300, 400));
+    console.mixer.move(faderOf(strip), QPointF(290, 400 + down));
 }
 
 void dragPan(Console &console, int input, int right)
 {
-    console.mixer.pressPan(input, QPointF(300, 400));
-    console.mixer.movePan(input, QPointF(300 + right, 400));
+    console.mixer.press(panOf(input), QPointF(300, 400));
+    console.mixer.move(panOf(input), QPointF(300 + right, 400));
 }
 
 void dragKnob(Console &console, ParameterId id, int up)
@@ -169,18 +169,18 @@ void TestRules::dragContinuesFromTheStoredValue()
     const auto is = [&](const char *entry, const char *value) {
         return console.stored(entry) == value;
     };
-    console.mixer.stepKnob(ParameterId::Ratio, 1);
+    console.mixer.step(*console.mixer.editedKnob(ParameterId::Ratio), 1);
     QVERIFY(is("Track1/CompRatioText", "1.1:1"));
     dragFader(console, track(1), 5);
-    console.mixer.stepFader(track(1), 4);
-    console.mixer.moveFader(track(1), QPointF(290, 406));
+    console.mixer.shift(faderOf(track(1)), -4); // four positions down
+    console.mixer.move(faderOf(track(1)), QPointF(290, 406));
     QVERIFY(is("Track1/Fader_pos", "167"));
     console.mixer.recall(storage::Values({{"Track1/Fader_pos", "200"}}), "Recall"_s);
-    console.mixer.moveFader(track(1), QPointF(290, 409));
+    console.mixer.move(faderOf(track(1)), QPointF(290, 409));
     QVERIFY(is("Track1/Fader_pos", "203"));
     dragPan(console, 2, -3);
-    console.mixer.resetPan(2);
-    console.mixer.movePan(2, QPointF(296, 400));
+    console.mixer.reset(panOf(2));
+    console.mixer.move(panOf(2), QPointF(296, 400));
     QVERIFY(is("Track2/Pan_pos", "78"));
     // The recall has deselected the strip, so the knob edits no strip.
     console.mixer.moveKnob(ParameterId::LowGain, QPointF(300, 300));
@@ -201,7 +201,6 @@ void TestRules::knobBelongsToItsStrip()
     QVERIFY(console.stored("Track4/EqHighGainPos").isNull());
     console.mixer.select(track(4), false);
     dragKnob(console, ParameterId::LowGain, 5);
-    console.mixer.stepKnob(ParameterId::LowGain, 1);
     console.mixer.resetKnob(ParameterId::LowGain);
     console.mixer.setLowCut(true);
     QVERIFY(console.stored("Track4/EqLowGainPos").isNull());
@@ -236,8 +235,8 @@ void TestRules::bypassedMixerTakesNoGesture()
     Mixer &mixer = console.mixer;
     for (const StripId &strip : {track(1), pair(3), master()}) {
         dragFader(console, strip, 9);
-        mixer.resetFader(strip);
-        mixer.stepFader(strip, 3);
+        mixer.reset(faderOf(strip));
+        mixer.shift(faderOf(strip), -3);
         mixer.setMute(strip, true);
         mixer.setSolo(strip, true);
         mixer.setEq(strip, true);
@@ -246,12 +245,12 @@ void TestRules::bypassedMixerTakesNoGesture()
         mixer.select(strip, true);
     }
     dragPan(console, 1, 9);
-    mixer.stepPan(1, 3);
-    mixer.resetPan(1);
+    mixer.shift(panOf(1), 3);
+    mixer.reset(panOf(1));
     mixer.setPhase(1, true);
     mixer.setLinked(pair(3), true);
     dragKnob(console, ParameterId::Ratio, 9);
-    mixer.stepKnob(ParameterId::Ratio, 9);
+    mixer.step(knobOf(track(1), ParameterId::Ratio), 9);
     mixer.setLowCut(true);
     QCOMPARE(console.store.values().entries(), before);
     mixer.setLineOut(1, 5);

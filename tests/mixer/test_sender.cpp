@@ -150,7 +150,7 @@ void TestSender::recallSendsDifferencesOnly()
     console.settle();
     console.mixer.setLineOut(4, 3);
     console.mixer.setMute(track(4), !isOn(scene, track(4), storage::strip::mute));
-    console.mixer.stepFader(track(7), 20);
+    console.mixer.shift(faderOf(track(7)), -20);
     console.settle();
     console.takeCommands();
     console.mixer.recall(scene, "Recall"_s);
@@ -166,7 +166,7 @@ void TestSender::newestValueOnly()
     {
         const auto lock = console.cable.hold();
         for (int i = 0; i < 50; ++i) {
-            console.mixer.stepFader(track(3), 1);
+            console.mixer.shift(faderOf(track(3)), -1);
             QCoreApplication::processEvents();
         }
     }

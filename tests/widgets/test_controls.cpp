@@ -1,4 +1,5 @@
 #include "tests/app/gestures.h"
+#include "tests/shorthand.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/dialcontrol.h"
 #include "widgets/fader.h"
@@ -22,22 +23,31 @@ private slots:
 
 namespace {
 
-/// Counts the mouse signals of a control, and records the steps of the wheel and keys.
+using gestures::Gesture;
+using Kind = Gesture::Kind;
+
+/// Counts the mouse signals of a control, and records its gestures.
 struct Recorder
 {
     template <typename Knob, typename... Signals>
     explicit Recorder(Knob *knob, Signals... passedOn) : widget(knob)
     {
-        (QObject::connect(knob, passedOn, [this] { ++gestures; }), ...);
-        QObject::connect(knob, &StepControl::stepped, [this](int step) { steps += step; });
-        QObject::connect(knob, &StepControl::resetRequested, [this] { ++resets; });
+        (QObject::connect(knob, passedOn, [this] { ++signalCount; }), ...);
+        QObject::connect(knob, &StepControl::gestureMade, [this](const Gesture &gesture) {
+            made +=
+                "%1 %2 %3"_s.arg(int(gesture.kind)).arg(gesture.amount).arg(gesture.text).trimmed();
+        });
     }
 
     std::unique_ptr<StepControl> widget;
-    int gestures = 0;
-    int resets = 0;
-    QList<int> steps;
+    int signalCount = 0;
+    QStringList made; ///< kind, amount and text of each gesture
 };
+
+QString madeOf(Kind kind, int amount = 0, const QString &text = {})
+{
+    return "%1 %2 %3"_s.arg(int(kind)).arg(amount).arg(text).trimmed();
+}
 
 struct Controls
 {
@@ -68,7 +78,7 @@ int passedOn(Recorder &recorder, Qt::MouseButton button)
     send(QEvent::MouseButtonRelease, Qt::NoButton);
     send(QEvent::MouseButtonDblClick, button);
     send(QEvent::MouseButtonRelease, Qt::NoButton);
-    return std::exchange(recorder.gestures, 0);
+    return std::exchange(recorder.signalCount, 0);
 }
 
 QImage imageOf(const QLabel &label)
@@ -92,27 +102,32 @@ void TestControls::mouse()
 void TestControls::wheel_data()
 {
     QTest::addColumn<QList<int>>("turns");
-    QTest::addColumn<QList<int>>("steps"); // of a pan knob or a dial; a fader steps the other way
-    QTest::newRow("notches down") << QList<int>{-360} << QList<int>{-6};
-    QTest::newRow("fine wheel adds up") << QList<int>{25, 25, 25, 25, 25} << QList<int>{1, 1};
-    QTest::newRow("there and back") << QList<int>{50, -50, 50, -50} << QList<int>();
+    QTest::addColumn<QList<int>>("once"); // moves of a control with one step a notch
+    QTest::addColumn<QList<int>>("twice");
+    QTest::newRow("notches down") << QList<int>{-360} << QList<int>{-3} << QList<int>{-6};
+    QTest::newRow("fine wheel adds up")
+        << QList<int>{25, 25, 25, 25, 25} << QList<int>{1} << QList<int>{1, 1};
+    QTest::newRow("there and back") << QList<int>{50, -50, 50, -50} << QList<int>() << QList<int>();
 }
 
 void TestControls::wheel()
 {
     QFETCH(QList<int>, turns);
-    QFETCH(QList<int>, steps);
+    QFETCH(QList<int>, once);
+    QFETCH(QList<int>, twice);
     Controls all;
-    for (const int turn : turns) {
+    all.cap.widget->setNotchSteps(2);
+    for (const auto modifier : {Qt::NoModifier, Qt::ShiftModifier}) {
+        const Kind kind = modifier ? Kind::Positions : Kind::Steps;
         for (Recorder *control : {&all.cap, &all.knob, &all.dial}) {
-            turnWheel(control->widget.get(), turn);
+            for (const int turn : turns)
+                turnWheel(control->widget.get(), turn, modifier);
+            QStringList wanted;
+            for (const int moves : control == &all.cap && !modifier ? twice : once)
+                wanted += madeOf(kind, moves);
+            QCOMPARE(std::exchange(control->made, {}), wanted);
         }
     }
-    QCOMPARE(all.knob.steps, steps);
-    QCOMPARE(all.dial.steps, steps);
-    for (int &step : steps)
-        step = -step;
-    QCOMPARE(all.cap.steps, steps);
 }
 
 void TestControls::keys()
@@ -120,14 +135,23 @@ void TestControls::keys()
     Controls all;
     for (const Qt::Key key :
          {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Right, Qt::Key_Left,
-          Qt::Key_A, Qt::Key_Home}) {
-        for (Recorder *control : {&all.cap, &all.knob, &all.dial})
+          Qt::Key_Home, Qt::Key_End, Qt::Key_Delete, Qt::Key_Return, Qt::Key_F2, Qt::Key_B,
+          Qt::Key_Minus, Qt::Key_7})
+        for (Recorder *control : {&all.cap, &all.knob, &all.dial}) {
             QTest::keyClick(control->widget.get(), key);
-    }
-    QCOMPARE(all.cap.steps, (QList<int>{-1, 1, -10, 10}));
-    QCOMPARE(all.knob.steps, (QList<int>{1, -1, 10, -10, 1, -1}));
-    QCOMPARE(all.dial.steps, all.knob.steps);
-    QCOMPARE(QList<int>({all.cap.resets, all.knob.resets, all.dial.resets}), (QList<int>{1, 1, 1}));
+            QTest::keyClick(control->widget.get(), key, Qt::AltModifier); // a shortcut, perhaps
+        }
+    QStringList wanted = {
+        madeOf(Kind::Steps, 1), madeOf(Kind::Steps, -1), madeOf(Kind::Pages, 1),
+        madeOf(Kind::Pages, -1)};
+    const QStringList sideways = {madeOf(Kind::Steps, 1), madeOf(Kind::Steps, -1)};
+    const QStringList rest = {madeOf(Kind::Lowest),        madeOf(Kind::Highest),
+                              madeOf(Kind::Default),       madeOf(Kind::Edit),
+                              madeOf(Kind::Edit),          madeOf(Kind::Edit, 0, "-"_s),
+                              madeOf(Kind::Edit, 0, "7"_s)};
+    QCOMPARE(all.cap.made, wanted + rest);
+    QCOMPARE(all.knob.made, wanted + sideways + rest);
+    QCOMPARE(all.dial.made, wanted + sideways + rest);
 }
 
 void TestControls::selectedStrip()

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QLineEdit>
+
+/// The field for a strip's name. Escape gives back the name from before the editing. In a field
+/// that was entered by a click or by edit(), Tab goes to the next name; otherwise Tab goes to the
+/// next control. GUI thread only.
+class NameEdit : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit NameEdit(QWidget *parent) : QLineEdit(parent) {}
+
+    /// Enters the field and selects the name.
+    void edit();
+
+signals:
+    void editingStarted();
+    /// Tab (1) or Shift+Tab (-1) in a field that was entered to edit names.
+    void neighbourRequested(int direction);
+
+protected:
+    bool focusNextPrevChild(bool next) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QString m_before; ///< when the field was entered
+    bool m_walksNames = false;
+};
