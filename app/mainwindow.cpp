@@ -153,6 +153,7 @@ void MainWindow::buildEditMenu()
     }
     edit->addSeparator();
     m_stripActions.fillEditMenu(edit);
+    connect(edit, &QMenu::aboutToShow, this, [this] { m_menuControl = nullptr; });
 }
 
 void MainWindow::buildSceneMenu()

@@ -156,7 +156,7 @@ private:
     Notice *m_notice;
     QPointer<QMessageBox> m_disconnectedBox;
     QPointer<ProductInformation> m_productInformation;
-    QPointer<StepControl> m_menuControl; ///< where the strip's menu was opened; null elsewhere
+    QPointer<StepControl> m_menuControl; ///< where a strip's menu was opened; null elsewhere
     QAction *m_update;
     SceneMemories m_scenes;
     QVXDevice m_device;

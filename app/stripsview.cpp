@@ -235,19 +235,21 @@ void StripsView::enable(const StripWidgets &strip, bool enabled)
 void StripsView::holdPan(int input)
 {
     flashOf(input).stop();
+    m_heldPan = input;
     setPanTextVisible(input, true);
 }
 
 void StripsView::releasePan(int input)
 {
     flashOf(input).stop();
+    if (m_heldPan == input) m_heldPan = 0;
     setPanTextVisible(input, false);
 }
 
 void StripsView::flashPan(int input)
 {
     setPanTextVisible(input, true);
-    flashOf(input).start();
+    if (m_heldPan != input) flashOf(input).start();
 }
 
 void StripsView::releaseAllPans()

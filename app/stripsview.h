@@ -57,5 +57,6 @@ private:
     const storage::Store &m_store;
     const MixerWidgets &m_widgets;
     bool m_bypassed = false;
+    int m_heldPan = 0; ///< input whose pan knob is held, 0 for none
     std::array<QTimer, mixer::trackCount> m_panFlashes; ///< running while a pan text flashes
 };

@@ -330,6 +330,17 @@ void TestGestures::stripMenu()
     m_display.type({Key::Escape});
     QTRY_VERIFY(!m_panel->window.findChild<QLineEdit *>("lineEdit_Value"_s));
     QTRY_VERIFY(!m_panel->window.findChild<QMenu *>("stripMenu"_s));
+
+    // The Edit menu sets a value of the selected strip, wherever a strip's menu was opened before.
+    m_panel->find<QPushButton>("pB_Analog12"_s)->setChecked(false);
+    m_panel->find<QPushButton>("pB_Analog12"_s)->click();
+    auto *setValue = m_panel->find<QAction>("actionSet_Value"_s);
+    QMetaObject::invokeMethod(setValue->parent(), "aboutToShow");
+    setValue->trigger();
+    const auto *editor = m_panel->find<QLineEdit>("lineEdit_Value"_s);
+    QCOMPARE(editor->accessibleName(), "Channel 12 fader"_s);
+    m_display.type({Key::Escape});
+    QTRY_VERIFY(!m_panel->window.findChild<QLineEdit *>("lineEdit_Value"_s));
 }
 
 /// Tab goes to the next name only in a field that was entered to edit names.
