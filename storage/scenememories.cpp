@@ -63,8 +63,8 @@ std::optional<QByteArray> SceneMemories::bytes(int slot) const
 
 void SceneMemories::restore(int slot, const QByteArray &bytes)
 {
-    const bool done = bytes.isNull() ? m_disk.remove(fileName(slot))
-                                     : replaceFile(m_disk, fileName(slot), bytes);
+    const bool done =
+        bytes.isNull() ? m_disk.remove(fileName(slot)) : replaceFile(m_disk, fileName(slot), bytes);
     if (!done) qCWarning(log) << "the scene cannot be restored:" << fileName(slot);
 }
 
