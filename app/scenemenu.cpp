@@ -2,9 +2,9 @@
 
 #include "app/boxes.h"
 #include "app/history.h"
+#include "app/scenememorydialog.h"
 #include "mixer/mixer.h"
 #include "storage/scenememories.h"
-#include "widgets/scenememorydialog.h"
 
 #include <QFontMetrics>
 

@@ -36,7 +36,10 @@ void StripActions::openMenu(const StripId &strip, const QPoint &position, QWidge
     auto *menu = new QMenu(parent);
     menu->setObjectName(QStringLiteral("stripMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addSection(mixer::titleWithName(m_store.values(), strip));
+    QString title = mixer::titleWithName(m_store.values(), strip);
+    title.replace(QLatin1Char('&'), QLatin1String("&&"));
+    menu->addAction(title)->setEnabled(false); // a section's text is not drawn with a style sheet
+    menu->addSeparator();
     fill(menu, [strip] { return std::make_optional(strip); });
     menu->popup(position);
 }

@@ -74,7 +74,7 @@ bool chop(QString &text, std::initializer_list<const char *> endings)
     return false;
 }
 
-std::optional<double> typedPan(QString text)
+std::optional<double> typedPan(const QString &text)
 {
     if (text == QLatin1String("c") || text == QLatin1String("center") ||
         text == QLatin1String("centre"))

@@ -132,7 +132,8 @@ std::optional<StripClip> StripClip::fromJson(const QByteArray &text)
         if (!position) return std::nullopt;
         (*clip.m_knobs)[static_cast<std::size_t>(i)] = *position;
     }
-    for (const QJsonValue &side : json.value(sidesKey).toArray()) {
+    const QJsonArray sides = json.value(sidesKey).toArray();
+    for (const auto &side : sides) {
         const QString pan = side.toObject().value(panKey).toString();
         if (!typedPosition(panOf(1), pan)) return std::nullopt;
         clip.m_sides.push_back({pan, side.toObject().value(phaseKey).toBool()});

@@ -40,8 +40,8 @@ enum class Layout { Vertical, Horizontal };
 std::optional<Gesture> gestureOf(const QKeyEvent &event, Layout layout);
 
 /// Move the focus to the same control of the strip on the left or right.
-constexpr int leftNeighbourKeys = Qt::CTRL | Qt::Key_Left;
-constexpr int rightNeighbourKeys = Qt::CTRL | Qt::Key_Right;
+constexpr int leftNeighbourKeys = int{Qt::ControlModifier} + int{Qt::Key_Left};
+constexpr int rightNeighbourKeys = int{Qt::ControlModifier} + int{Qt::Key_Right};
 
 constexpr int wheelUnits = 120;   ///< of a notch, in eighths of a degree
 constexpr int fineDragPixels = 4; ///< pixels of a drag with Shift for one position

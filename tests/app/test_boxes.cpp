@@ -5,7 +5,7 @@
 #include "tests/patience.h"
 #include "update/informationbox.h"
 #include "update/newstext.h"
-#include "widgets/scenememorydialog.h"
+#include "app/scenememorydialog.h"
 
 #include <QCheckBox>
 #include <QDesktopServices>

@@ -316,6 +316,7 @@ void TestGestures::stripMenu()
     const auto action = [&menu](const char *name) {
         return menu->findChild<QAction *>(QLatin1String(name));
     };
+    QCOMPARE(menu->actions().first()->text(), "Channel 3"_s);
     action("actionCopy_Strip")->trigger();
     menu->close();
     QTRY_VERIFY(!m_panel->window.findChild<QMenu *>("stripMenu"_s));

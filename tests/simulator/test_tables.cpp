@@ -6,6 +6,10 @@
 
 using namespace mixer;
 
+static_assert(simulator::inputCount == tamber::inputCount);
+static_assert(simulator::lineOutCount == tamber::lineOutCount);
+static_assert(std::tuple_size_v<decltype(simulator::Eq::bands)> == tamber::eqBandCount);
+
 /// The simulator keeps tables of its own, so that a wrong entry in the panel's shows.
 class TestTables : public QObject
 {

@@ -1,9 +1,10 @@
-#include "widgets/scenememorydialog.h"
+#include "app/scenememorydialog.h"
+
+#include "app/boxes.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QVBoxLayout>
 
 namespace {
@@ -48,10 +49,8 @@ void SceneMemoryDialog::accept()
 
 void SceneMemoryDialog::warn()
 {
-    auto *box = new QMessageBox(
-        QMessageBox::Warning, QStringLiteral("Empty Name"), QStringLiteral("Please enter the name"),
-        QMessageBox::Ok, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
+    QMessageBox *box = boxes::make(QMessageBox::Warning, this, QStringLiteral("Empty Name"));
+    box->setText(QStringLiteral("Please enter the name"));
     connect(box, &QDialog::finished, m_name, [this] {
         m_name->setFocus();
         m_name->selectAll();

@@ -1,5 +1,5 @@
+#include "app/scenememorydialog.h"
 #include "tests/shorthand.h"
-#include "widgets/scenememorydialog.h"
 
 #include <QDialogButtonBox>
 #include <QLineEdit>
