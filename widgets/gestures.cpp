@@ -61,7 +61,7 @@ QString keysOf(const char *does)
         if (binding.does != does || binding.key == Qt::Key_Enter) continue;
         (binding.sideways ? sideways : names) += nameOf(binding.key);
     }
-    const QString keys = names.join(QLatin1String(", "));
+    QString keys = names.join(QLatin1String(", "));
     if (sideways.isEmpty()) return keys;
     return QStringLiteral("%1; on pans and knobs %2").arg(keys, sideways.join(QLatin1String(", ")));
 }

@@ -1,11 +1,11 @@
 #include "app/boxes.h"
 #include "app/language.h"
 #include "app/program.h"
+#include "app/scenememorydialog.h"
 #include "tests/app/panel.h"
 #include "tests/patience.h"
 #include "update/informationbox.h"
 #include "update/newstext.h"
-#include "app/scenememorydialog.h"
 
 #include <QCheckBox>
 #include <QDesktopServices>
