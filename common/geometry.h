@@ -18,6 +18,8 @@ constexpr int faderColumns[] = {12, 71, 35, 17}; ///< the cap's left edge: odd, 
 constexpr int capWidth = 20;
 constexpr int capHeight = 30;
 
+constexpr int fineDragPixels = 4; ///< pixels of a drag with Shift for one position
+
 constexpr int panRow = 128; ///< top edge of the pan markers
 constexpr int panWidth = 16;
 constexpr int panHeight = 12;

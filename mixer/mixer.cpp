@@ -1,5 +1,6 @@
 #include "mixer/mixer.h"
 
+#include "common/geometry.h"
 #include "mixer/drag.h"
 #include "mixer/routing.h"
 
@@ -79,10 +80,9 @@ void Mixer::press(const Adjustable &a, const QPointF &pointer)
 
 void Mixer::move(const Adjustable &a, const QPointF &pointer, bool fine)
 {
-    constexpr int pixelsPerFinePosition = 4;
     if (!m_grab || !(*m_grab == a)) return;
     const QPointF before = m_travelled;
-    m_travelled += (pointer - m_pointer) / (fine ? pixelsPerFinePosition : 1);
+    m_travelled += (pointer - m_pointer) / (fine ? geometry::fineDragPixels : 1);
     m_pointer = pointer;
     const int stored = storedPosition(values(), a);
     const int position = draggedPosition(a, stored, before, m_travelled);

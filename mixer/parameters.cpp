@@ -214,16 +214,6 @@ Value storedValue(const Parameter &parameter, int position, const QString &text)
     return {agrees ? position : positionOfStep(step, parameter.steps), step, text};
 }
 
-int steppedKnob(const Parameter &parameter, int position, int steps)
-{
-    const int end = steps > 0 ? topPosition(parameter) : 0;
-    const int way = steps > 0 ? 1 : -1;
-    const int wanted = stepOfPosition(parameter, position) + steps;
-    while (position != end && stepOfPosition(parameter, position) != wanted)
-        position += way;
-    return position;
-}
-
 int knobFrame(const Parameter &parameter, int position)
 {
     constexpr int lastFrame = 20;

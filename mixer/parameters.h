@@ -100,10 +100,6 @@ Value storedValue(const Parameter &parameter, int position, const QString &text)
 /// Returns the highest position of a knob. The lowest is 0.
 int topPosition(const Parameter &parameter);
 
-/// Returns the nearest position that is `steps` steps above `position`, or below it if `steps` is
-/// negative. Returns the end of the knob's range if there are fewer steps up to it.
-int steppedKnob(const Parameter &parameter, int position, int steps);
-
 /// Returns the number of the image that shows a position, 0 to 20.
 int knobFrame(const Parameter &parameter, int position);
 

@@ -30,7 +30,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 signals:
-    void clicked(const QPoint &point); ///< the left button, on the surface's coordinates
+    void clicked(const QPoint &point); ///< left button; in the surface's coordinates
     void menuRequested(const QPoint &point);
 
 private:

@@ -1,5 +1,7 @@
 #include "widgets/gestures.h"
 
+#include "common/geometry.h"
+
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QStringList>
@@ -84,7 +86,7 @@ std::vector<Row> printedTable()
     std::vector<Row> rows = {
         {QStringLiteral("Drag"), QStringLiteral("one position a pixel")},
         {QStringLiteral("Shift + drag"),
-         QStringLiteral("one position every %1 pixels").arg(fineDragPixels)},
+         QStringLiteral("one position every %1 pixels").arg(geometry::fineDragPixels)},
         {QStringLiteral("Wheel over the control, its scale or its readout"),
          QStringLiteral("two steps on faders and gain knobs, one on all others")},
         {QStringLiteral("Shift + wheel"), QStringLiteral("one position")},

@@ -44,7 +44,6 @@ constexpr int leftNeighbourKeys = int{Qt::ControlModifier} + int{Qt::Key_Left};
 constexpr int rightNeighbourKeys = int{Qt::ControlModifier} + int{Qt::Key_Right};
 
 constexpr int wheelUnits = 120;   ///< of a notch, in eighths of a degree
-constexpr int fineDragPixels = 4; ///< pixels of a drag with Shift for one position
 
 /// A row of the printed table.
 struct Row

@@ -64,6 +64,9 @@ void TestAdjustable::everyStepReadsDifferently()
             QCOMPARE(stepped(a, start, 3), stepped(a, stepped(a, stepped(a, start, 1), 1), 1));
         }
     }
+    // A step goes to the nearest position with another text.
+    QCOMPARE(stepped(midQ, 40, 1), 55);
+    QCOMPARE(stepped(midQ, 40, -1), 36);
 }
 
 /// What the readout shows can be typed and gives the same reading. So does its number.

@@ -17,7 +17,6 @@ private slots:
     void frames();
     void storedValues_data();
     void storedValues();
-    void steps();
 };
 
 namespace {
@@ -182,28 +181,6 @@ void TestParameters::storedValues()
     const Value value = storedValue(parameter(static_cast<ParameterId>(id)), position, text);
     QTEST(value.position, "expectedPosition");
     QTEST(value.text, "expectedText");
-}
-
-/// From any position, a step shows the next text. Many steps lead to either end.
-void TestParameters::steps()
-{
-    for (const Parameter &each : parameters()) {
-        for (int position = 0; position <= topPosition(each); ++position) {
-            const QString text = valueAt(each, position).text;
-            for (const int way : {1, -1}) {
-                const int next = steppedKnob(each, position, way);
-                const bool atTheEnd = valueAt(each, way > 0 ? topPosition(each) : 0).text == text;
-                QCOMPARE(valueAt(each, next).text == text, atTheEnd);
-                QCOMPARE(
-                    valueAt(each, next).step - valueAt(each, position).step, atTheEnd ? 0 : way);
-            }
-        }
-        QCOMPARE(valueAt(each, steppedKnob(each, 0, 1000)).step, each.steps - 1);
-        QCOMPARE(steppedKnob(each, topPosition(each), -1000), 0);
-    }
-    // A step goes to the nearest position that shows the text.
-    QCOMPARE(steppedKnob(parameter(ParameterId::HighMidQ), 40, 1), 55);
-    QCOMPARE(steppedKnob(parameter(ParameterId::HighMidQ), 40, -1), 36);
 }
 
 QTEST_APPLESS_MAIN(TestParameters)
