@@ -43,7 +43,7 @@ std::optional<Gesture> gestureOf(const QKeyEvent &event, Layout layout);
 constexpr int leftNeighbourKeys = int{Qt::ControlModifier} + int{Qt::Key_Left};
 constexpr int rightNeighbourKeys = int{Qt::ControlModifier} + int{Qt::Key_Right};
 
-constexpr int wheelUnits = 120;   ///< of a notch, in eighths of a degree
+constexpr int wheelUnits = 120; ///< of a notch, in eighths of a degree
 
 /// A row of the printed table.
 struct Row
