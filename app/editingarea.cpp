@@ -22,64 +22,71 @@ struct KnobLayout
     ParameterId id;
     const char *caption;
     int middle; ///< column of the knob's middle
-    int row;    ///< 0 or 1, an index of knobRows
+    int row;    ///< 0 or 1, an index of geometry::knobRows
 };
 
-constexpr int bandWidth = 94;
-constexpr int leftHalf = 26; // from a band's left edge to the middle of its left knob
-constexpr int rightHalf = 69;
+constexpr int leftHalf = 24; // from a band's left edge to the middle of its left knob
+constexpr int rightHalf = 71;
 constexpr int centre = 47;
-constexpr int band(int column) { return 184 + bandWidth * column; }
-constexpr int compressorColumns[] = {784, 882, 980};
+constexpr int band(int column) { return geometry::bandsLeft + geometry::bandWidth * column; }
+constexpr int compressorColumns[] = {820, 916, 1012};
 
 using Id = ParameterId;
 
 /// The knobs in tab order.
 constexpr KnobLayout knobs[] = {
-    {Id::LowGain,     "Gain dB",      band(0) + leftHalf,   0},
-    {Id::LowFreq,     "Freq Hz",      band(0) + rightHalf,  0},
-    {Id::LowMidGain,  "Gain dB",      band(1) + leftHalf,   0},
-    {Id::LowMidFreq,  "Freq Hz",      band(1) + rightHalf,  0},
-    {Id::LowMidQ,     "Q",            band(1) + centre,     1},
-    {Id::HighMidGain, "Gain dB",      band(2) + leftHalf,   0},
-    {Id::HighMidFreq, "Freq Hz",      band(2) + rightHalf,  0},
-    {Id::HighMidQ,    "Q",            band(2) + centre,     1},
-    {Id::HighGain,    "Gain dB",      band(3) + leftHalf,   0},
-    {Id::HighFreq,    "Freq Hz",      band(3) + rightHalf,  0},
-    {Id::Threshold,   "Threshold dB", compressorColumns[0], 0},
-    {Id::Ratio,       "Ratio",        compressorColumns[1], 0},
-    {Id::MakeUpGain,  "Make-up dB",   compressorColumns[2], 0},
-    {Id::Attack,      "Attack ms",    compressorColumns[0], 1},
-    {Id::Release,     "Release ms",   compressorColumns[1], 1},
+    {Id::LowGain,     "Gain",      band(0) + leftHalf,   0},
+    {Id::LowFreq,     "Freq",      band(0) + rightHalf,  0},
+    {Id::LowMidGain,  "Gain",      band(1) + leftHalf,   0},
+    {Id::LowMidFreq,  "Freq",      band(1) + rightHalf,  0},
+    {Id::LowMidQ,     "Q",         band(1) + centre,     1},
+    {Id::HighMidGain, "Gain",      band(2) + leftHalf,   0},
+    {Id::HighMidFreq, "Freq",      band(2) + rightHalf,  0},
+    {Id::HighMidQ,    "Q",         band(2) + centre,     1},
+    {Id::HighGain,    "Gain",      band(3) + leftHalf,   0},
+    {Id::HighFreq,    "Freq",      band(3) + rightHalf,  0},
+    {Id::Threshold,   "Threshold", compressorColumns[0], 0},
+    {Id::Ratio,       "Ratio",     compressorColumns[1], 0},
+    {Id::MakeUpGain,  "Make-up",   compressorColumns[2], 0},
+    {Id::Attack,      "Attack",    compressorColumns[0], 1},
+    {Id::Release,     "Release",   compressorColumns[1], 1},
 };
 
-constexpr int knobRows[] = {27, 95};
-constexpr QRect captionArea(-45, 0, 90, 13); // these three: relative to a knob's middle and row
-constexpr QPoint dialPlace(-18, 13);
-constexpr QRect textArea(-20, 50, 40, 15);
+// Relative to a knob's middle and the top edge of its caption.
+constexpr QRect captionArea(-35, 0, 70, geometry::knobCaption);
+constexpr QPoint dialPlace(-geometry::knobSide / 2, geometry::knobCaption);
+constexpr QRect bandTextArea(-22, 50, 44, 15);
+constexpr QRect compressorTextArea(-26, 50, 52, 15);
+constexpr int unitWidth = 13;
 
-constexpr QRect titleArea(9, 2, 172, 21);
-constexpr int headTop = 2;
-constexpr int headHeight = 21;
-constexpr QRect compressorHead(561, headTop, 474, headHeight);
-constexpr QRect lowCutArea(band(0) + 11, 119, 72, 20);
-// The displays must lie exactly on the grids of the background image.
+constexpr QRect titleArea(9, 3, 172, 21);
+constexpr int headTop = 6;
+constexpr int headHeight = 18;
+constexpr QRect compressorHead(geometry::compressorSection + 7, headTop, 120, headHeight);
+constexpr QRect lowCutArea(band(0) + 11, 116, 72, 20);
+constexpr QRect shelfCaption(band(3) + 12, 95, 70, geometry::knobCaption);
+// The displays must lie exactly on the grids of the surface.
 constexpr QPoint eqPlace(geometry::eqLeft, geometry::eqTop);
 constexpr QPoint compressorPlace(
     geometry::compressorLeft - DrawCompressor::margin,
     geometry::compressorTop - DrawCompressor::margin);
 constexpr QRect reductionCaption(564, 54, 26, 14);
+constexpr QRect reductionHead(compressorColumns[2] - 35, 95, 70, geometry::knobCaption);
+constexpr QRect reductionText(compressorColumns[2] - 35, 112, 70, 28);
+constexpr QRect hintArea(band(0) + 8, 46, 4 * geometry::bandWidth - 16, 72);
 // clang-format on
 
 void makeHeads(QWidget *area)
 {
     const char *const bands[] = {"LOW", "LOW MID", "HIGH MID", "HIGH"};
+    const char *const bandRoles[] = {"lowHead", "lowMidHead", "highMidHead", "highHead"};
     for (int i = 0; i < 4; ++i) {
         makeText(
-            {}, "sectionHead", QLatin1String(bands[i]),
-            QRect(band(i), headTop, bandWidth, headHeight), area);
+            {}, bandRoles[i], QLatin1String(bands[i]),
+            QRect(band(i), headTop, geometry::bandWidth, headHeight), area);
     }
-    makeText({}, "sectionHead", QStringLiteral("COMPRESSOR"), compressorHead, area);
+    makeText({}, "sectionHead", QStringLiteral("COMPRESSOR"), compressorHead, area)
+        ->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
 QString tipOf(const Parameter &parameter)
@@ -90,9 +97,21 @@ QString tipOf(const Parameter &parameter)
             QLatin1String(parameter.unit));
 }
 
+/// Makes the unit at the right end of a value's field. The numbers stay aligned while they change.
+QLabel *makeUnit(const Parameter &parameter, QLabel *text, QWidget *area)
+{
+    QRect place = text->geometry();
+    place.setLeft(place.right() + 1 - unitWidth);
+    QLabel *unit = makeText({}, "unit", QString::fromLatin1(parameter.unit).trimmed(), place, area);
+    unit->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    text->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    text->setContentsMargins(0, 0, unitWidth + 1, 0);
+    return unit;
+}
+
 SectionWidgets::Knob makeKnob(const KnobLayout &layout, QWidget *area)
 {
-    const QPoint origin(layout.middle, knobRows[layout.row]);
+    const QPoint origin(layout.middle, geometry::knobRows[layout.row]);
     const Parameter &parameter = mixer::parameter(layout.id);
     const QString stem = QLatin1String(parameter.stem);
     const QString spoken = QLatin1String(parameter.title);
@@ -103,9 +122,12 @@ SectionWidgets::Knob makeKnob(const KnobLayout &layout, QWidget *area)
     knob.dial = new DialControl(area);
     apply({stem + QLatin1String("Knob"), spoken, tipOf(parameter)}, "knob", knob.dial);
     knob.dial->move(dialPlace + origin);
+    const QRect text =
+        (parameter.band == noBand ? compressorTextArea : bandTextArea).translated(origin);
     knob.text = makeText(
         {QLatin1String("label_") + stem, spoken + QLatin1String(" value"), {}}, "knobText", {},
-        textArea.translated(origin), area);
+        text, area);
+    if (*parameter.unit) knob.unit = makeUnit(parameter, knob.text, area);
     return knob;
 }
 
@@ -156,6 +178,18 @@ void buildReduction(SectionWidgets &view, QWidget *area)
          QStringLiteral("Gain reduction of the compressor, in dB")},
         "reductionCaption", QStringLiteral("GR"), reductionCaption, area);
     view.gainReductionCaption->setProperty("state", QStringLiteral("GR_Passive"));
+    makeText({}, "knobCaption", QStringLiteral("Reduction"), reductionHead, area);
+    view.gainReductionText = makeText(
+        {QStringLiteral("label_Reduction"), QStringLiteral("Gain reduction value"), {}},
+        "reductionText", {}, reductionText, area);
+}
+
+QLabel *makeHint(QWidget *area)
+{
+    QLabel *hint =
+        makeText({QStringLiteral("label_EditHint"), {}, {}}, "editHint", {}, hintArea, area);
+    hint->setWordWrap(true);
+    return hint;
 }
 
 } // namespace
@@ -166,8 +200,6 @@ SectionWidgets build(QWidget *area)
 {
     SectionWidgets view;
     view.area = area;
-    area->setFixedSize(geometry::editingWidth, geometry::editingHeight);
-    area->setAttribute(Qt::WA_StyledBackground);
     view.title = makeText(
         {QStringLiteral("label_EditedChannel"), QStringLiteral("Channel shown"), {}},
         "editedChannel", QStringLiteral("No channel selected"), titleArea, area);
@@ -176,6 +208,8 @@ SectionWidgets build(QWidget *area)
     buildKnobs(view, area);
     buildDisplays(view, area);
     buildReduction(view, area);
+    makeText({}, "knobCaption", QStringLiteral("Shelf"), shelfCaption, area);
+    view.hint = makeHint(area);
     area->setEnabled(false);
     return view;
 }

@@ -342,6 +342,10 @@ void MainWindow::connectSection()
     connect(
         section.compressorCurve, &DrawCompressor::changeColorComp, this,
         &MainWindow::sig_changeColorComp);
+    connect(&m_meters, &MetersView::clearRequested, this, [this] {
+        m_presence.clearClips();
+        m_meters.show(m_presence.meters().readings());
+    });
     connect(this, &MainWindow::sig_changeColorComp, this, &MainWindow::slt_changeColorComp);
 }
 

@@ -2,14 +2,27 @@
 
 #include "common/geometry.h"
 #include "widgets/accessiblecontrols.h"
+#include "widgets/clipmark.h"
 
 #include <QLabel>
 
 using namespace mixer;
 
+namespace {
+
+/// Returns the level of a gap in words.
+QString levelAt(int gap)
+{
+    constexpr int rowsPerDecibel = 2;
+    if (gap >= geometry::meterHeight) return QStringLiteral("no signal");
+    return QStringLiteral("%1 dB").arg(-gap / rowsPerDecibel);
+}
+
+} // namespace
+
 MetersView::MetersView(const MixerWidgets &widgets)
 {
-    m_readings.fill({geometry::meterHeight, false});
+    m_readings.fill({geometry::meterHeight});
     for (int left = 1; left < trackCount; left += 2) {
         add(widgets.of(track(left)).sides[0]);
         add(widgets.of(track(left + 1)).sides[0]);
@@ -20,16 +33,18 @@ MetersView::MetersView(const MixerWidgets &widgets)
         add(side);
 }
 
-/// Gives a meter and its peak mark words for screen readers.
+/// Gives the parts of a meter words for screen readers.
 void MetersView::add(const SideWidgets &side)
 {
     const std::size_t index = m_meters.size();
-    m_meters.emplace_back(side.meter, side.peak);
-    accessiblecontrols::setWords(side.meter, [this, index] {
-        constexpr int rowsPerDecibel = 2;
-        const int gap = m_readings[index].gap;
-        if (gap >= geometry::meterHeight) return QStringLiteral("no signal");
-        return QStringLiteral("%1 dB").arg(-gap / rowsPerDecibel);
+    m_meters.emplace_back(DrawLevelMeter::Parts{side.meter, side.hold, side.peak, side.clip});
+    connect(side.clip, &ClipMark::clicked, this, &MetersView::clearRequested);
+    accessiblecontrols::setWords(
+        side.meter, [this, index] { return levelAt(m_readings[index].gap); });
+    accessiblecontrols::setWords(
+        side.hold, [this, index] { return levelAt(m_readings[index].hold); });
+    accessiblecontrols::setWords(side.clip, [this, index] {
+        return m_readings[index].clip ? QStringLiteral("lit") : QStringLiteral("off");
     });
     accessiblecontrols::setWords(side.peak, [this, index] {
         return m_readings[index].peak ? QStringLiteral("lit") : QStringLiteral("off");
@@ -39,6 +54,8 @@ void MetersView::add(const SideWidgets &side)
 void MetersView::show(const Meters::Readings &readings)
 {
     m_readings = readings;
-    for (std::size_t i = 0; i < m_meters.size(); ++i)
-        m_meters[i].show({readings[i].gap, readings[i].peak});
+    for (std::size_t i = 0; i < m_meters.size(); ++i) {
+        const MeterReading &reading = readings[i];
+        m_meters[i].show({reading.gap, reading.hold, reading.peak, reading.clip});
+    }
 }

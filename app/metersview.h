@@ -4,19 +4,24 @@
 #include "mixer/meters.h"
 #include "widgets/drawlevelmeter.h"
 
+#include <QObject>
+
 #include <vector>
 
 /// Shows the readings of all level meters. GUI thread only.
-class MetersView
+class MetersView : public QObject
 {
+    Q_OBJECT
+
 public:
     /// @param widgets must outlive the object
     explicit MetersView(const MixerWidgets &widgets);
-    MetersView(const MetersView &) = delete; // the widgets' words refer to the object
-    MetersView &operator=(const MetersView &) = delete;
 
     /// Shows new readings; changes only the widgets whose reading has changed.
     void show(const mixer::Meters::Readings &readings);
+
+signals:
+    void clearRequested(); ///< of the clip memories
 
 private:
     void add(const SideWidgets &side);

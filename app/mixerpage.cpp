@@ -1,6 +1,7 @@
 #include "app/mixerpage.h"
 
 #include "app/editingarea.h"
+#include "app/editingsurface.h"
 #include "app/pagebar.h"
 #include "app/stripbuilder.h"
 #include "common/geometry.h"
@@ -18,8 +19,6 @@
 namespace {
 
 constexpr int margin = 6;
-constexpr int gapBetweenPairs = 1;
-constexpr int gapBeforeMaster = 7;
 
 /// The wheel moves the fader from the groove and meter down to the readout, and the pans from the
 /// rows of their text and marker.
@@ -66,7 +65,7 @@ MixerPage::MixerPage(QWidget *parent) : QWidget(parent)
 
 QWidget *MixerPage::buildEditingArea()
 {
-    auto *area = new QWidget(this);
+    auto *area = new EditingSurface(this);
     area->setObjectName(QStringLiteral("editingArea"));
     m_section = editingarea::build(area);
     auto *zones = new ControlZones(area);
@@ -98,10 +97,10 @@ QWidget *MixerPage::buildStrips()
     auto *strips = new QWidget(this);
     auto *row = new QHBoxLayout(strips);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(gapBetweenPairs);
+    row->setSpacing(geometry::pairGap);
     for (int pair = 0; pair < mixer::pairCount; ++pair)
         row->addWidget(buildPairPlace(pair, strips));
-    row->addSpacing(gapBeforeMaster - gapBetweenPairs);
+    row->addSpacing(geometry::masterGap - geometry::pairGap);
     row->addWidget(buildMaster(strips));
     row->addStretch();
     return strips;

@@ -7,6 +7,7 @@
 #include <array>
 
 class ChannelControl;
+class ClipMark;
 class DialControl;
 class DrawCompressor;
 class DrawEq;
@@ -34,7 +35,9 @@ struct SideWidgets
     PanControl *panKnob = nullptr;
     QLabel *panText = nullptr;
     QLabel *meter = nullptr;
+    QLabel *hold = nullptr; ///< the line at the bar's maximum
     QLabel *peak = nullptr;
+    ClipMark *clip = nullptr;
 };
 
 /// The widgets of one strip. The master has only a frame, the fader, its text, the mute and two
@@ -85,6 +88,7 @@ struct SectionWidgets
     {
         DialControl *dial = nullptr;
         QLabel *text = nullptr; ///< shows the value
+        QLabel *unit = nullptr; ///< null for a parameter without a unit
     };
 
     /// The parent of the other widgets. It is disabled while no strip is shown.
@@ -98,6 +102,8 @@ struct SectionWidgets
     /// The caption of the gain-reduction bar. The style sheet colours it by its dynamic property
     /// "state": "GR_Passive", "GR_Available" or "GR_Active".
     QLabel *gainReductionCaption = nullptr;
+    QLabel *gainReductionText = nullptr; ///< the reduction in decibels
+    QLabel *hint = nullptr;              ///< says how to select a strip while none is shown
 };
 
 /// The widgets of the Output page.

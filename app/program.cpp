@@ -6,7 +6,7 @@
 #include "common/constants.h"
 #include "device/tracetransport.h"
 #include "widgets/accessiblecontrols.h"
-#include "widgets/displaycolours.h"
+#include "widgets/colours.h"
 #include "widgets/sharppixmap.h"
 
 #include <QFile>
@@ -26,12 +26,13 @@ void applyLook()
     font.setPixelSize(12);
     QApplication::setFont(font);
     QPalette palette = QApplication::palette();
-    palette.setColor(QPalette::Link, displaycolours::inCircuit); // style sheets cannot set links
-    palette.setColor(QPalette::LinkVisited, displaycolours::inCircuit);
+    palette.setColor(QPalette::Link, colours::inCircuit); // style sheets cannot set links
+    palette.setColor(QPalette::LinkVisited, colours::inCircuit);
     QApplication::setPalette(palette);
     QFile sheet(QStringLiteral(":/Resource/panel.qss"));
     if (sheet.open(QIODevice::ReadOnly)) qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
-    QApplication::setWindowIcon(QIcon(sharpPixmap(QStringLiteral(":/Resource/track/tamber.png"))));
+    QApplication::setWindowIcon(QIcon(
+        sharpPixmap(QStringLiteral(":/Resource/track/tamber.png"), qGuiApp->devicePixelRatio())));
 }
 
 namespace {

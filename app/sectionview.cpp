@@ -6,6 +6,7 @@
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
+#include "widgets/eqshapes.h"
 
 #include <QLabel>
 #include <QLoggingCategory>
@@ -25,6 +26,35 @@ Q_LOGGING_CATEGORY(log, "tamber.mixer")
 bool isKeyOf(const Parameter &parameter, storage::Key key)
 {
     return key == parameter.keys.position.key || key == parameter.keys.text.key;
+}
+
+/// Returns the decibels of a length of the gain-reduction bar.
+QString reductionText(int length)
+{
+    constexpr double rowsPerDecibel = 2.6;
+    return QStringLiteral("%1 dB").arg(-qRound(length / rowsPerDecibel));
+}
+
+/// Returns the column at which the axis below the curve has the frequency of a band's knob. The
+/// high band's own column is elsewhere, see eqshapes::highColumn().
+int markColumn(const Parameter &parameter, int step)
+{
+    const Parameter &axis = mixer::parameter(ParameterId::LowMidFreq);
+    const int axisStep = stepOfText(axis, parameter.text(step));
+    return eqshapes::column(axisStep < 0 ? axis.steps - 1 : axisStep);
+}
+
+/// Returns where a position lies between the knob's lowest (0) and highest value (1).
+double arcPlace(const Parameter &parameter, int position)
+{
+    return double(position) / mixer::topPosition(parameter);
+}
+
+/// Returns where the arc of a knob begins: at 0 dB or at the lowest value.
+double arcStart(const Parameter &parameter)
+{
+    return parameter.scale == mixer::Scale::Gain ? arcPlace(parameter, parameter.defaultPosition)
+                                                 : 0;
 }
 
 } // namespace
@@ -57,10 +87,8 @@ void SectionView::describeDisplays()
             .join(QLatin1String(", "));
     });
     accessiblecontrols::setWords(m_widgets.gainReduction, [this] {
-        constexpr double rowsPerDecibel = 2.6;
-        const int length =
-            m_widgets.gainReduction->isHidden() ? 0 : m_widgets.gainReduction->height();
-        return QStringLiteral("%1 dB").arg(qRound(length / rowsPerDecibel));
+        const bool hidden = m_widgets.gainReduction->isHidden();
+        return reductionText(hidden ? 0 : m_widgets.gainReduction->height());
     });
 }
 
@@ -88,6 +116,7 @@ void SectionView::showAll()
     m_widgets.lowCut->setChecked(
         m_edited && mixer::isOn(m_store.values(), *m_edited, key::eqLowCut));
     showTitle();
+    showReduction(m_reduction);
     markEq();
     markComp();
 }
@@ -132,7 +161,9 @@ void SectionView::showKnob(ParameterId id)
     knob.dial->setAccessibleName(owner + title);
     knob.dial->setReading(
         numberAt(a, value.position), m_edited ? wordsAt(a, value.position) : QString());
+    knob.dial->setArc(arcStart(shown), arcPlace(shown, value.position));
     knob.text->setText(m_edited ? value.text : QString());
+    if (knob.unit) knob.unit->setVisible(m_edited.has_value());
     (shown.band == mixer::noBand ? m_compMarked : m_eqMarked) = true;
 }
 
@@ -167,6 +198,20 @@ void SectionView::showTitle()
     // and the name is escaped.
     const QString whole = QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
     label->setToolTip(shown == text ? QString() : whole);
+    showHint();
+}
+
+/// Says how to get a strip to edit while none is shown.
+void SectionView::showHint()
+{
+    QLabel *hint = m_widgets.hint;
+    hint->setText(
+        mixer::isBypassed(m_store.values())
+            ? QStringLiteral("The device's mixer is bypassed: its inputs go straight to the "
+                             "computer. Turn Mixer True Bypass off on the Output page to edit.")
+            : QStringLiteral("Click the number or the background of a strip to edit its equalizer "
+                             "and compressor here."));
+    hint->setVisible(!m_edited);
 }
 
 void SectionView::repaintMarked()
@@ -186,6 +231,11 @@ void SectionView::drawEq()
         curve.bands[static_cast<std::size_t>(band)] = {
             static_cast<std::int8_t>(eq.gain), eq.freq, band == mixer::bandLow ? 0 : eq.q};
         if (band == mixer::bandLow) curve.lowCut = eq.q != 0;
+        const ParameterId frequencies[] = {
+            ParameterId::LowFreq, ParameterId::HighFreq, ParameterId::HighMidFreq,
+            ParameterId::LowMidFreq};
+        curve.marks[static_cast<std::size_t>(band)] =
+            markColumn(mixer::parameter(frequencies[band]), eq.freq);
     }
     m_widgets.eqCurve->setCurve(curve);
 }
@@ -213,8 +263,11 @@ void SectionView::showReductionState(const QString &state)
 
 void SectionView::showReduction(int length)
 {
+    m_reduction = length;
     m_widgets.gainReduction->setVisible(length > 0);
     if (length > 0)
         m_widgets.gainReduction->setGeometry(
             geometry::reductionLeft, geometry::reductionTop, geometry::reductionWidth, length);
+    const QString text = m_edited ? reductionText(length) : QString();
+    if (m_widgets.gainReductionText->text() != text) m_widgets.gainReductionText->setText(text);
 }

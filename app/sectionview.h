@@ -45,6 +45,7 @@ private:
     void show(const storage::ChangeSet &changes);
     void showKnob(mixer::ParameterId id);
     void showTitle();
+    void showHint();
     void drawEq();
     void drawComp();
     void describeDisplays();
@@ -55,6 +56,7 @@ private:
     const storage::Store &m_store;
     const SectionWidgets &m_widgets;
     std::optional<mixer::StripId> m_edited;
+    int m_reduction = 0; ///< rows of the gain-reduction bar
     bool m_eqMarked = true;
     bool m_compMarked = true;
     QSet<QString> m_reported; ///< unknown texts that were logged

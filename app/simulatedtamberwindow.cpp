@@ -15,8 +15,8 @@
 namespace {
 
 constexpr int refreshInterval = 100; // milliseconds
-constexpr int barWidth = 12;
-constexpr int barPitch = 16;
+constexpr int barWidth = 10;
+constexpr int barPitch = 14;
 constexpr int numberHeight = 14;
 constexpr int hotHeight = LevelBars::barHeight - 1;
 constexpr unsigned int sampleRates[] = {44100, 48000, 88200, 96000, 176400, 192000};

@@ -22,6 +22,7 @@ struct SideLayout
     QRect panText;
     int panCentre; ///< column of the marker's left edge at the centre
     int meterColumn;
+    int clipMiddle;
 };
 
 /// The places of a strip's controls, relative to the strip's top-left corner.
@@ -34,22 +35,23 @@ struct StripLayout
 
 // clang-format off
 constexpr StripLayout monoLayout = {
-    {4, 5, 49, 22}, {4, 60, 49, 19}, {4, 83, 49, 19},
-    {0, 277, 58, 16}, {4, 297, 23, 20}, {30, 297, 23, 20}, {2, 322, 54, 19},
-    {{{4, 37, 49, 19}, {6, 110, 45, 15}, 20, geometry::monoMeterColumn}},
+    {5, 5, 49, 24}, {5, 60, 49, 19}, {5, 83, 49, 19},
+    {0, 276, 59, 16}, {5, 296, 23, 21}, {31, 296, 23, 21}, {4, 321, 51, 19},
+    {{{5, 37, 49, 19}, {6, 110, 45, 15}, 20, geometry::monoMeterColumn, 49}},
     1,
 };
 constexpr StripLayout pairLayout = {
-    {4, 5, 108, 22}, {4, 60, 108, 19}, {4, 83, 108, 19},
-    {0, 277, 117, 16}, {4, 297, 52, 20}, {60, 297, 52, 20}, {2, 322, 112, 19},
-    {{{4, 37, 52, 19}, {6, 110, 45, 15}, 20, geometry::pairMeterColumns[0]},
-     {{60, 37, 52, 19}, {65, 110, 45, 15}, 79, geometry::pairMeterColumns[1]}},
+    {5, 5, 108, 24}, {5, 60, 108, 19}, {5, 83, 108, 19},
+    {0, 276, 118, 16}, {5, 296, 52, 21}, {61, 296, 52, 21}, {4, 321, 110, 19},
+    {{{5, 37, 52, 19}, {6, 110, 45, 15}, 20, geometry::pairMeterColumns[0], 57},
+     {{61, 37, 52, 19}, {65, 110, 45, 15}, 79, geometry::pairMeterColumns[1], 87}},
     2,
 };
-constexpr QRect linkButton(4, 345, 108, 19);
-constexpr QRect masterTitle(4, 5, 70, 22);
-constexpr QRect masterFaderText(0, 277, 78, 16);
-constexpr QRect masterMute(4, 297, 70, 20);
+constexpr QRect linkButton(5, geometry::linkRow, 108, 19);
+constexpr QRect masterTitle(5, 5, 68, 24);
+constexpr QRect masterFaderText(0, 276, 78, 16);
+constexpr QRect masterMute(5, 296, 68, 21);
+constexpr int masterClipMiddles[] = {38, 63};
 // clang-format on
 
 /// Builds a mono or stereo strip. The two differ only in their layout and names.
@@ -117,8 +119,9 @@ QPushButton *StripBuilder::toggle(
 
 void StripBuilder::buildHead(StripWidgets &strip) const
 {
-    auto *frame =
-        new ChannelControl(stereo() ? QStringLiteral("stereo") : QStringLiteral("mono"), m_parent);
+    using stripsurface::Look;
+    const Look mono = sideOf(m_id.number) == Side::Left ? Look::Left : Look::Right;
+    auto *frame = new ChannelControl(stereo() ? Look::Pair : mono, m_parent);
     frame->move(m_origin);
     strip.frame = frame;
     strip.select = toggle(
@@ -158,15 +161,10 @@ void StripBuilder::buildPan(SideWidgets &view, int side) const
 
 void StripBuilder::buildMeter(SideWidgets &view, int side) const
 {
-    const int column = m_layout.sides[side].meterColumn + m_origin.x();
-    const QString spoken = sideName(side);
-    view.meter = makeMeter(
-        {QLatin1String("label_LevelMeter") + sideKey(side), spoken + QLatin1String(" level"), {}},
-        column, m_parent);
-    view.peak = makePeak(
-        {QLatin1String("label_Peak") + sideKey(side), spoken + QLatin1String(" peak"),
-         QStringLiteral("Level within 1 dB of full scale")},
-        column, m_parent);
+    const SideLayout &place = m_layout.sides[side];
+    makeMeters(
+        view, {sideKey(side), sideName(side)}, place.meterColumn + m_origin.x(),
+        place.clipMiddle + m_origin.x(), m_parent);
 }
 
 void StripBuilder::buildFader(StripWidgets &strip) const
@@ -193,7 +191,7 @@ void StripBuilder::buildFoot(StripWidgets &strip) const
     strip.name = new NameEdit(m_parent);
     apply(
         {QLatin1String("lineEdit_Name") + m_key, title(m_id) + QLatin1String(" name"),
-         QStringLiteral("Name of this strip")},
+         strip.name->toolTip()},
         "name", strip.name);
     strip.name->setAlignment(Qt::AlignCenter);
     strip.name->setGeometry(at(m_layout.name));
@@ -213,17 +211,10 @@ StripWidgets StripBuilder::build() const
 
 void buildMasterMeter(SideWidgets &view, int side, QWidget *parent)
 {
-    const QString end = side == 0 ? QStringLiteral("_L") : QStringLiteral("_R");
-    const QString spoken =
-        side == 0 ? QStringLiteral("Master left") : QStringLiteral("Master right");
-    const int column = geometry::masterMeterColumns[side];
-    view.meter = makeMeter(
-        {QLatin1String("label_LevelMeterMaster") + end, spoken + QLatin1String(" level"), {}},
-        column, parent);
-    view.peak = makePeak(
-        {QLatin1String("label_PeakMaster") + end, spoken + QLatin1String(" peak"),
-         QStringLiteral("Level within 1 dB of full scale")},
-        column, parent);
+    const MeterNaming naming =
+        side == 0 ? MeterNaming{QStringLiteral("Master_L"), QStringLiteral("Master left")}
+                  : MeterNaming{QStringLiteral("Master_R"), QStringLiteral("Master right")};
+    makeMeters(view, naming, geometry::masterMeterColumns[side], masterClipMiddles[side], parent);
 }
 
 } // namespace
@@ -245,7 +236,7 @@ StripWidgets buildMaster(QWidget *parent)
 {
     StripWidgets strip;
     strip.id = master();
-    strip.frame = new ChannelControl(QStringLiteral("master"), parent);
+    strip.frame = new ChannelControl(stripsurface::Look::Master, parent);
     makeText({{}, {}, {}}, "masterTitle", QStringLiteral("MASTER"), masterTitle, parent);
     for (int side = 0; side < 2; ++side)
         buildMasterMeter(strip.sides[static_cast<std::size_t>(side)], side, parent);

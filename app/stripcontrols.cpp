@@ -2,6 +2,7 @@
 
 #include "common/geometry.h"
 #include "mixer/faderscale.h"
+#include "widgets/clipmark.h"
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
 #include "widgets/sharppixmap.h"
@@ -13,8 +14,8 @@ using namespace mixer;
 
 namespace {
 
-constexpr int peakTop = 147;
-constexpr int peakHeight = 4;
+constexpr int peakTop = 143;
+constexpr int peakHeight = 6;
 
 } // namespace
 
@@ -65,24 +66,32 @@ PanControl *makePan(const Naming &naming, int centre, QWidget *parent)
     return knob;
 }
 
-QLabel *makeMeter(const Naming &naming, int column, QWidget *parent)
+void makeMeters(
+    SideWidgets &view, const MeterNaming &naming, int column, int clipMiddle, QWidget *parent)
 {
-    auto *bar = new QLabel(parent);
-    apply(naming, "meter", bar);
-    bar->setPixmap(sharpPixmap(QStringLiteral(":/Resource/track/meter.png")));
-    bar->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
-    bar->setGeometry(column, geometry::meterBottom, geometry::meterWidth, 1);
-    bar->hide();
-    return bar;
-}
-
-QLabel *makePeak(const Naming &naming, int column, QWidget *parent)
-{
-    auto *mark = new QLabel(parent);
-    apply(naming, "peak", mark);
-    mark->setGeometry(column, peakTop, geometry::meterWidth, peakHeight);
-    mark->hide();
-    return mark;
+    const auto make = [&](const char *stem, const char *what, const char *role, const QRect &area) {
+        QLabel *label = makeText(
+            {QLatin1String(stem) + naming.ending, naming.spoken + QLatin1String(what), {}}, role,
+            {}, area, parent);
+        label->hide();
+        return label;
+    };
+    const int width = geometry::meterWidth;
+    view.meter =
+        make("label_LevelMeter", " level", "meter", QRect(column, geometry::meterBottom, width, 1));
+    view.meter->setPixmap(
+        sharpPixmap(QStringLiteral(":/Resource/track/meter.png"), parent->devicePixelRatioF()));
+    view.meter->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
+    view.hold =
+        make("label_Hold", " highest level", "hold", QRect(column, geometry::meterTop, width, 1));
+    view.peak = make("label_Peak", " peak", "peak", QRect(column, peakTop, width, peakHeight));
+    view.peak->setToolTip(QStringLiteral("Level within 1 dB of full scale"));
+    view.clip = new ClipMark(parent);
+    apply(
+        {QLatin1String("label_Clip") + naming.ending, naming.spoken + QLatin1String(" clip"),
+         QStringLiteral("Lit since the level was within 1 dB of full scale. Click: clear all")},
+        "clip", view.clip);
+    view.clip->move(clipMiddle - ClipMark::side / 2, peakTop + peakHeight / 2 - ClipMark::side / 2);
 }
 
 } // namespace stripcontrols

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mixer/strip.h"
+#include "app/mixerwidgets.h"
 
 #include <QRect>
 #include <QString>
@@ -40,12 +40,18 @@ fader *makeFader(const Naming &naming, mixer::StripKind kind, QWidget *parent);
 /// Makes the marker of a pan control at its centre.
 /// @param centre column of the marker's left edge
 PanControl *makePan(const Naming &naming, int centre, QWidget *parent);
-/// Makes the bar of a meter, hidden. The widget shows the lower end of the image of a full bar, so
-/// that each row has the same colour at every level.
-/// @param column the left edge
-QLabel *makeMeter(const Naming &naming, int column, QWidget *parent);
-/// Makes the peak mark above a meter, hidden.
-/// @param column the left edge
-QLabel *makePeak(const Naming &naming, int column, QWidget *parent);
+
+/// The names of a meter's parts.
+struct MeterNaming
+{
+    QString ending; ///< of the object names: "3", "3_4_L", "Master_L"
+    QString spoken; ///< begins the accessible names: "Channel 3"
+};
+/// Makes the parts of a meter. Bar, line and peak mark are hidden. The bar shows the lower end of
+/// the image of a full bar, so that each row has the same colour at every level.
+/// @param column the left edge of the bar
+/// @param clipMiddle column of the middle of the clip memory
+void makeMeters(
+    SideWidgets &view, const MeterNaming &naming, int column, int clipMiddle, QWidget *parent);
 
 } // namespace stripcontrols

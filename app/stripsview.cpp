@@ -6,6 +6,7 @@
 #include "mixer/panscale.h"
 #include "mixer/state.h"
 #include "widgets/channelcontrol.h"
+#include "widgets/clipmark.h"
 #include "widgets/fader.h"
 #include "widgets/nameedit.h"
 #include "widgets/pancontrol.h"
@@ -13,6 +14,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <QStyle>
+#include <QVariant>
 
 #include <initializer_list>
 
@@ -44,11 +47,17 @@ StripsView::StripsView(const storage::Store &store, const MixerWidgets &widgets)
 
 void StripsView::show(const storage::ChangeSet &changes)
 {
-    for (const storage::Change &change : changes.changes)
+    bool isSoloChanged = false;
+    for (const storage::Change &change : changes.changes) {
+        isSoloChanged = isSoloChanged || change.key == Key::Solo;
         if (change.group <= storage::masterGroup)
             show(mixer::stripAt(static_cast<int>(change.group)), change.key);
         else if (change.group == storage::miscGroup && change.key == Key::MixerTrueBypass)
             setBypassed(mixer::isBypassed(m_store.values()));
+    }
+    if (!isSoloChanged) return;
+    for (const StripId &strip : mixer::allStrips()) // a solo changes the look of all mutes
+        showSwitches(strip);
 }
 
 void StripsView::show(const StripId &strip, Key key)
@@ -64,6 +73,7 @@ void StripsView::show(const StripId &strip, Key key)
     case Key::Comp:
     case Key::Solo:
     case Key::Mute:
+    case Key::SavedMute:
         return showSwitches(strip);
     case Key::Select:
         return showSelection();
@@ -142,10 +152,21 @@ void StripsView::showSwitches(const StripId &strip)
         return mixer::isOn(m_store.values(), strip, key);
     };
     widgets.mute->setChecked(isOn(key::mute));
+    showMuteBySolo(widgets, mixer::isMutedBySolo(m_store.values(), strip));
     if (strip.isMaster()) return;
     widgets.solo->setChecked(isOn(key::solo));
     widgets.eq->setChecked(isOn(key::eq));
     widgets.comp->setChecked(isOn(key::comp));
+}
+
+/// Shows whether a mute comes from the solo of other strips: outlined, not lit.
+void StripsView::showMuteBySolo(const StripWidgets &widgets, bool bySolo)
+{
+    constexpr char property[] = "bySolo";
+    if (widgets.mute->property(property).toBool() == bySolo) return;
+    widgets.mute->setProperty(property, bySolo);
+    widgets.mute->style()->unpolish(widgets.mute);
+    widgets.mute->style()->polish(widgets.mute);
 }
 
 /// Shows the selection, also while the mixer is bypassed and no strip is edited.
@@ -205,7 +226,9 @@ void StripsView::nameControls(const StripId &strip) const
         call(side.phase, mixer::track(input), "phase");
         call(side.panKnob, mixer::track(input), "pan");
         call(side.meter, mixer::track(input), "level");
+        call(side.hold, mixer::track(input), "highest level");
         call(side.peak, mixer::track(input), "peak");
+        call(side.clip, mixer::track(input), "clip");
     }
 }
 

@@ -11,6 +11,11 @@ constexpr int stripWidth = 59;
 constexpr int pairWidth = 2 * stripWidth;
 constexpr int masterWidth = 78;
 constexpr int stripHeight = 368;
+constexpr int pairGap = 6;   ///< between two pairs
+constexpr int masterGap = 8; ///< between the last pair and the master
+constexpr int stripsWidth = 8 * (pairWidth + pairGap) - pairGap + masterGap + masterWidth;
+constexpr int stripMargin = 5; ///< on both sides of a strip's buttons
+constexpr int linkRow = 344;   ///< top edge of the buttons that link pairs
 
 constexpr int faderTop = 144;                    ///< the cap's top edge at the highest level
 constexpr int faderBottom = 245;                 ///< the cap's top edge at silence
@@ -33,9 +38,16 @@ constexpr int pairMeterColumns[] = {63, 75};
 constexpr int masterMeterColumns[] = {43, 52};
 
 // The editing area above the strips.
-constexpr int editingWidth = 1036;
+constexpr int editingWidth = stripsWidth;
 constexpr int editingHeight = 165;
-constexpr int reductionLeft = 574; ///< the gain-reduction bar, which grows downwards
+constexpr int editingHead = 24; ///< height of the row of headings
+constexpr int bandsLeft = 184;  ///< the four EQ bands, from low to high
+constexpr int bandWidth = 94;
+constexpr int compressorSection = bandsLeft + 4 * bandWidth;
+constexpr int knobSide = 36;
+constexpr int knobRows[] = {27, 95}; ///< top edges of the captions
+constexpr int knobCaption = 13;      ///< height of a caption; the knob is below it
+constexpr int reductionLeft = 574;   ///< the gain-reduction bar, which grows downwards
 constexpr int reductionTop = 73;
 constexpr int reductionWidth = 5;
 constexpr int reductionLength = 63; ///< of the longest bar
@@ -43,7 +55,7 @@ constexpr int eqLeft = 33;          ///< the EQ curve
 constexpr int eqTop = 52;
 constexpr int eqColumns = 136;
 constexpr int eqZeroRow = 38;       ///< row of 0 dB, from the top of the curve
-constexpr int compressorLeft = 630; ///< the compressor curve without its margin
-constexpr int compressorTop = 50;
+constexpr int compressorLeft = 634; ///< the compressor curve without its margin
+constexpr int compressorTop = 29;
 
 } // namespace geometry

@@ -46,12 +46,27 @@ void LevelMeter::update(std::uint16_t level)
     } else {
         m_placedGap = m_shownGap = wanted;
     }
-    if (wanted == 0) m_peakHold = peakSeconds;
+    holdMaximum();
+    if (wanted != 0) return;
+    m_peakHold = peakSeconds;
+    m_clipped = true;
+}
+
+void LevelMeter::holdMaximum()
+{
+    if (m_placedGap <= m_heldGap || m_heldUpdates == 0) {
+        m_heldGap = m_placedGap;
+        m_heldUpdates = holdUpdates - 1;
+    } else {
+        --m_heldUpdates;
+    }
 }
 
 void LevelMeter::clear()
 {
+    const bool clipped = m_clipped;
     *this = LevelMeter();
+    m_clipped = clipped;
 }
 
 void LevelMeter::countPeakDown()

@@ -40,7 +40,14 @@ bool Meters::poll()
 
 void Meters::clear()
 {
-    m_meters.fill(LevelMeter());
+    for (LevelMeter &meter : m_meters)
+        meter.clear();
+}
+
+void Meters::clearClips()
+{
+    for (LevelMeter &meter : m_meters)
+        meter.clearClip();
 }
 
 Meters::Readings Meters::readings() const

@@ -26,8 +26,11 @@ public:
     /// every 100 ms. Returns false if the last request failed; the meters then stay as they are.
     bool poll();
 
-    /// Empties all meters and clears their peak marks. Call it while no device answers.
+    /// Empties all meters and clears their peak marks. The clip memories stay. Call it while no
+    /// device answers.
     void clear();
+    /// Clears all clip memories.
+    void clearClips();
 
     /// Returns what the meters show now.
     Readings readings() const;

@@ -27,6 +27,7 @@ public:
     void tick();
 
     const Meters &meters() const { return m_meters; }
+    void clearClips() { m_meters.clearClips(); }
     const GainReduction &gainReduction() const { return m_gainReduction; }
 
     /// Returns whether the device is connected and answers. A single failed request does not count.

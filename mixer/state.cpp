@@ -80,6 +80,13 @@ bool isAnySoloed(const Values &values, const std::optional<StripId> &except)
     });
 }
 
+bool isMutedBySolo(const Values &values, const StripId &strip)
+{
+    namespace key = storage::strip;
+    return !strip.isMaster() && isOn(values, strip, key::mute) &&
+           !isOn(values, strip, key::savedMute) && isAnySoloed(values, strip);
+}
+
 int faderPosition(const Values &values, const StripId &strip)
 {
     const int stored = values.read(strip.group(), key::fader.position);

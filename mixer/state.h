@@ -34,6 +34,8 @@ bool isOn(const Values &values, const StripId &strip, const storage::SwitchKey &
 bool isBypassed(const Values &values);
 /// Returns whether any shown strip but `except` is soloed.
 bool isAnySoloed(const Values &values, const std::optional<StripId> &except = std::nullopt);
+/// Returns whether a strip is muted only because other strips are soloed.
+bool isMutedBySolo(const Values &values, const StripId &strip);
 
 /// @name Positions
 ///@{

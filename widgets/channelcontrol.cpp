@@ -1,25 +1,26 @@
 #include "widgets/channelcontrol.h"
 
-#include "widgets/sharppixmap.h"
+#include <QPainter>
 
-namespace {
-
-QPixmap background(const QString &name)
+ChannelControl::ChannelControl(stripsurface::Look look, QWidget *parent)
+    : QLabel(parent), m_look(look)
 {
-    return sharpPixmap(QStringLiteral(":/Resource/track/%1.png").arg(name));
-}
-
-} // namespace
-
-ChannelControl::ChannelControl(const QString &look, QWidget *parent) : QLabel(parent), m_look(look)
-{
-    setPixmap(background(m_look));
-    adjustSize();
+    const QPixmap image = stripsurface::image(look, false, devicePixelRatioF());
+    setFixedSize((QSizeF(image.size()) / image.devicePixelRatio()).toSize());
 }
 
 void ChannelControl::setSelected(bool selected)
 {
     if (selected == m_selected) return;
     m_selected = selected;
-    setPixmap(background(selected ? m_look + QLatin1String("_selected") : m_look));
+    m_image = QPixmap();
+    update();
+}
+
+void ChannelControl::paintEvent(QPaintEvent *)
+{
+    const qreal ratio = devicePixelRatioF();
+    if (m_image.isNull() || m_image.devicePixelRatio() != ratio)
+        m_image = stripsurface::image(m_look, m_selected, ratio);
+    QPainter(this).drawPixmap(0, 0, m_image);
 }

@@ -1,9 +1,11 @@
 #pragma once
 
-#include <QLabel>
-#include <QString>
+#include "widgets/stripsurface.h"
 
-/// The background image of a channel strip. It also relays the strip's requests to the window.
+#include <QLabel>
+#include <QPixmap>
+
+/// The background of a channel strip. It also relays the strip's requests to the window.
 /// GUI thread only.
 class ChannelControl : public QLabel
 {
@@ -11,9 +13,8 @@ class ChannelControl : public QLabel
     Q_PROPERTY(bool selected READ isSelected WRITE setSelected)
 
 public:
-    /// Loads the background and takes its size.
-    /// @param look base name of the two images: "mono" for mono.png and mono_selected.png
-    ChannelControl(const QString &look, QWidget *parent);
+    /// Takes the size of the background.
+    ChannelControl(stripsurface::Look look, QWidget *parent);
 
     bool isSelected() const { return m_selected; }
     /// Shows whether the editing area shows this strip.
@@ -28,7 +29,11 @@ signals:
     void signal_setLowCutFilterEnable();
     void signal_setLowCutFilterDisable();
 
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
 private:
-    const QString m_look;
+    const stripsurface::Look m_look;
     bool m_selected = false;
+    QPixmap m_image; ///< for the ratio of the screen at the last paint
 };

@@ -1,55 +1,39 @@
 #include "widgets/dialcontrol.h"
 
-#include "widgets/sharppixmap.h"
+#include "widgets/colours.h"
 
 #include <QMouseEvent>
+#include <QPainter>
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
 constexpr int firstHour = 7;
 
-/// Returns the clock position of a frame: "700", "730", "800", ...
-// contract: it is part of the image's file name.
-QString clockText(int frame)
+// The arc lies on the ring of the images.
+constexpr int side = 36;
+constexpr QPointF middle(18, 18.5);
+constexpr qreal arcRadius = 15.5;
+constexpr qreal arcWidth = 2.5;
+constexpr double firstAngle = -150; // degrees clockwise from 12 o'clock
+constexpr double wholeAngle = 300;
+
+/// Returns the image of a frame, which is named after the clock position of its pointer.
+// contract: the names: "knob-s_700.png", "knob-s_730.png", "knob-s_800.png", ...
+QString imageOf(int frame)
 {
-    const int hour = firstHour + frame / 2;
-    return QString::number(100 * hour + (frame % 2 == 0 ? 0 : 30));
+    const int clock = 100 * (firstHour + frame / 2) + (frame % 2 == 0 ? 0 : 30);
+    return QStringLiteral(":/Resource/track/knob_s/knob-s_%1.png").arg(clock);
 }
 
 } // namespace
 
-struct DialControl::Frames
-{
-    std::array<QPixmap, frameCount> images; ///< null until first used
-
-    const QPixmap &image(int frame)
-    {
-        QPixmap &image = images[static_cast<std::size_t>(frame)];
-        if (image.isNull())
-            image = sharpPixmap(
-                QStringLiteral(":/Resource/track/knob_s/knob-s_%1.png").arg(clockText(frame)));
-        return image;
-    }
-};
-
-std::shared_ptr<DialControl::Frames> DialControl::sharedFrames()
-{
-    // The pointer is weak so that the last dial frees the images before the application ends.
-    static std::weak_ptr<Frames> loaded;
-    if (auto frames = loaded.lock()) return frames;
-    auto frames = std::make_shared<Frames>();
-    loaded = frames;
-    return frames;
-}
-
 DialControl::DialControl(QWidget *parent)
-    : StepControl(gestures::Layout::Horizontal, QAccessible::Dial, parent), m_frames(sharedFrames())
+    : StepControl(gestures::Layout::Horizontal, QAccessible::Dial, parent)
 {
-    setPixmap(m_frames->image(m_frame));
-    setFixedSize(36, 36);
+    setImage(imageOf(m_frame));
+    setFixedSize(side, side);
 }
 
 void DialControl::setFrame(int frame)
@@ -57,7 +41,30 @@ void DialControl::setFrame(int frame)
     const int nearest = std::clamp(frame, 0, frameCount - 1);
     if (nearest == m_frame) return;
     m_frame = nearest;
-    setPixmap(m_frames->image(m_frame));
+    setImage(imageOf(m_frame));
+}
+
+void DialControl::setArc(double from, double to)
+{
+    if (from == m_arcFrom && to == m_arcTo) return;
+    m_arcFrom = from;
+    m_arcTo = to;
+    update();
+}
+
+void DialControl::paintEvent(QPaintEvent *event)
+{
+    StepControl::paintEvent(event);
+    if (m_arcFrom == m_arcTo || !isEnabled()) return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colours::accent, arcWidth, Qt::SolidLine, Qt::FlatCap));
+    const QRectF circle(
+        middle.x() - arcRadius, middle.y() - arcRadius, 2 * arcRadius, 2 * arcRadius);
+    // Qt counts angles counterclockwise from 3 o'clock, in sixteenths of a degree.
+    const auto angle = [](double place) { return 90 - firstAngle - place * wholeAngle; };
+    painter.drawArc(
+        circle, qRound(16 * angle(m_arcFrom)), qRound(16 * (angle(m_arcTo) - angle(m_arcFrom))));
 }
 
 void DialControl::mousePressEvent(QMouseEvent *event)

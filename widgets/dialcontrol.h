@@ -2,8 +2,6 @@
 
 #include "widgets/stepcontrol.h"
 
-#include <memory>
-
 /// A knob of the equalizer or the compressor, 36 x 36 pixels, drawn by one of 21 images. It passes
 /// on the gestures of the left mouse button and computes nothing. Its steps are positive for the
 /// keys Up and Right and for the wheel turned away from the user. GUI thread only.
@@ -20,6 +18,10 @@ public:
     /// Shows a frame, clamped to 0 to 20. The pointer of frame 0 is at 7 o'clock and that of frame
     /// 20 at 5 o'clock; each frame is half an hour further.
     void setFrame(int frame);
+    /// Shows the value as an arc around the knob, which follows smaller steps than the frames.
+    /// @param from where the arc begins, 0 (lowest value) to 1 (highest value)
+    /// @param to   where the arc ends; no arc is drawn if it is equal to `from`
+    void setArc(double from, double to);
 
 signals:
     // contract: the names of these signals.
@@ -28,14 +30,13 @@ signals:
     void dialknob_DoubleClicked(QMouseEvent *event);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
 
 private:
-    struct Frames;
-    static std::shared_ptr<Frames> sharedFrames();
-
-    const std::shared_ptr<Frames> m_frames; ///< shared by all dials
     int m_frame = frameCount / 2;
+    double m_arcFrom = 0;
+    double m_arcTo = 0;
 };

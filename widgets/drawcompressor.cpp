@@ -1,6 +1,6 @@
 #include "widgets/drawcompressor.h"
 
-#include "widgets/displaycolours.h"
+#include "widgets/colours.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -19,13 +19,13 @@ Look lookOf(CompressorCurve::State state)
 {
     switch (state) {
     case CompressorCurve::State::On:
-        return {displaycolours::inCircuit, QStringLiteral("GR_Active")};
+        return {colours::inCircuit, QStringLiteral("GR_Active")};
     case CompressorCurve::State::Off:
-        return {displaycolours::switchedOff, QStringLiteral("GR_Available")};
+        return {colours::switchedOff, QStringLiteral("GR_Available")};
     case CompressorCurve::State::NoChannel:
         break;
     }
-    return {displaycolours::noChannel, QStringLiteral("GR_Passive")};
+    return {colours::noChannel, QStringLiteral("GR_Passive")};
 }
 
 /// Returns the middle of the pixel for an input and an output level in dB.
@@ -61,7 +61,7 @@ void DrawCompressor::paintEvent(QPaintEvent *)
     const QPointF knee = place(threshold, threshold);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(displaycolours::noChannel, 1, Qt::DotLine));
+    painter.setPen(QPen(colours::noChannel, 1, Qt::DotLine));
     painter.drawLine(knee, place(threshold, lowestLevel));
 
     painter.setPen(QPen(look.colour, 1, Qt::SolidLine, Qt::RoundCap, Qt::BevelJoin));

@@ -4,9 +4,9 @@
 
 #include <QLabel>
 
-/// The transfer curve of a channel's compressor, 81 x 81 pixels inside a margin, two pixels a
-/// decibel. The input runs from -40 to 0 dB to the right, the output upwards. A dot marks the
-/// threshold. The display is transparent beside the curve, so that the background's grid shows.
+/// The transfer curve of a channel's compressor, 121 x 121 pixels inside a margin, three
+/// pixels a decibel. The input runs from -40 to 0 dB to the right, the output upwards. A dot marks
+/// the threshold. The display is transparent beside the curve, so that the background's grid shows.
 /// GUI thread only.
 class DrawCompressor : public QLabel
 {
@@ -14,7 +14,7 @@ class DrawCompressor : public QLabel
 
 public:
     static constexpr int lowestLevel = -40; ///< dB, at the left and bottom edges
-    static constexpr int pixelsPerDecibel = 2;
+    static constexpr int pixelsPerDecibel = 3;
     static constexpr int side = -lowestLevel * pixelsPerDecibel + 1;
     static constexpr int margin = 3; ///< on all sides, so that the dot is never cut off
 

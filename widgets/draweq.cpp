@@ -1,22 +1,24 @@
 #include "widgets/draweq.h"
 
-#include "widgets/displaycolours.h"
+#include "widgets/colours.h"
 
 #include <QPainter>
 
 namespace {
 
+constexpr qreal markRadius = 3.2;
+
 QColor colourOf(EqCurve::State state)
 {
     switch (state) {
     case EqCurve::State::On:
-        return displaycolours::inCircuit;
+        return colours::inCircuit;
     case EqCurve::State::Off:
-        return displaycolours::switchedOff;
+        return colours::switchedOff;
     case EqCurve::State::NoChannel:
         break;
     }
-    return displaycolours::noChannel;
+    return colours::noChannel;
 }
 
 QPainterPath pathOf(const EqCurve &curve)
@@ -55,5 +57,32 @@ void DrawEq::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setPen(QPen(colour, 1, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
     painter.setBrush(colour);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(0.5, 0.5); // columns and rows are those of whole pixels
     painter.drawPath(m_path);
+    if (m_curve.state == EqCurve::State::NoChannel) return;
+    if (m_curve.lowCut) drawLowCut(painter);
+    drawMarks(painter);
+}
+
+/// Draws the sign of the low cut at the left edge.
+void DrawEq::drawLowCut(QPainter &painter) const
+{
+    constexpr int bottom = 2 * zeroRow - 3;
+    painter.setPen(QPen(colours::bands[0], 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolyline(QPolygonF({{3, bottom}, {9, bottom - 9.0}, {20, bottom - 9.0}}));
+}
+
+/// Marks each band on the curve with a dot of its colour.
+void DrawEq::drawMarks(QPainter &painter) const
+{
+    const bool isOn = m_curve.state == EqCurve::State::On;
+    painter.setPen(QPen(colours::well, 1));
+    for (std::size_t band = 0; band < m_curve.marks.size(); ++band) {
+        const int column = qMax(1, m_curve.marks[band]);
+        painter.setBrush(isOn ? colours::bands[band] : colours::switchedOff);
+        painter.drawEllipse(
+            QPointF(column, zeroRow - m_curve.response(column)), markRadius, markRadius);
+    }
 }

@@ -8,7 +8,7 @@
 
 /// The frequency response of a channel's equalizer as a filled curve, 136 x 77 pixels, with the 0
 /// dB line at row 38. The display is transparent beside the curve, so that the background's grid
-/// shows. GUI thread only.
+/// shows. A dot marks each band, and a sign at the left edge the low cut. GUI thread only.
 class DrawEq : public QLabel
 {
     Q_OBJECT
@@ -27,6 +27,9 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void drawLowCut(QPainter &painter) const;
+    void drawMarks(QPainter &painter) const;
+
     EqCurve m_curve;
     QPainterPath m_path; ///< the outline of m_curve
 };

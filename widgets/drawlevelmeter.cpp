@@ -1,23 +1,35 @@
 #include "widgets/drawlevelmeter.h"
 
 #include "common/geometry.h"
+#include "widgets/clipmark.h"
 
-#include <QWidget>
+namespace {
 
-DrawLevelMeter::DrawLevelMeter(QWidget *bar, QWidget *peak)
-    : m_bar(bar), m_peak(peak), m_shown{geometry::meterHeight, false}
+constexpr int empty = geometry::meterHeight;
+
+} // namespace
+
+DrawLevelMeter::DrawLevelMeter(const Parts &parts)
+    : m_parts(parts), m_shown{empty, empty, false, false}
 {
-    m_bar->hide();
-    m_peak->hide();
+    m_parts.bar->hide();
+    m_parts.hold->hide();
+    m_parts.peak->hide();
 }
 
 void DrawLevelMeter::show(const Reading &reading)
 {
     if (reading.gap != m_shown.gap) {
+        QWidget *bar = m_parts.bar;
         const int top = geometry::meterTop + reading.gap;
-        m_bar->setGeometry(m_bar->x(), top, m_bar->width(), geometry::meterBottom - top + 1);
-        m_bar->setVisible(reading.gap < geometry::meterHeight);
+        bar->setGeometry(bar->x(), top, bar->width(), geometry::meterBottom - top + 1);
+        bar->setVisible(reading.gap < empty);
     }
-    if (reading.peak != m_shown.peak) m_peak->setVisible(reading.peak);
+    if (reading.hold != m_shown.hold) {
+        m_parts.hold->move(m_parts.hold->x(), geometry::meterTop + reading.hold);
+        m_parts.hold->setVisible(reading.hold < empty);
+    }
+    if (reading.peak != m_shown.peak) m_parts.peak->setVisible(reading.peak);
+    if (reading.clip != m_shown.clip) m_parts.clip->setLit(reading.clip);
     m_shown = reading;
 }

@@ -29,12 +29,14 @@ struct EqCurve
     State state = State::NoChannel;
     std::array<Band, tamber::eqBandCount> bands{}; ///< low, high, high-mid, low-mid
     bool lowCut = false;
+    /// The columns at which the bands are marked, in the order of the bands.
+    std::array<int, tamber::eqBandCount> marks{};
 
     /// Returns the curve's height above the 0 dB line at a column (1 to 135), in pixels, -39 to 39.
     int response(int column) const;
 
     bool operator==(const EqCurve &o) const
     {
-        return state == o.state && bands == o.bands && lowCut == o.lowCut;
+        return state == o.state && bands == o.bands && lowCut == o.lowCut && marks == o.marks;
     }
 };

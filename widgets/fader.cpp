@@ -1,13 +1,12 @@
 #include "widgets/fader.h"
 
 #include "common/geometry.h"
-#include "widgets/sharppixmap.h"
 
 #include <QMouseEvent>
 
 fader::fader(QWidget *parent) : StepControl(gestures::Layout::Vertical, QAccessible::Slider, parent)
 {
-    setPixmap(sharpPixmap(QStringLiteral(":/Resource/track/fader.png")));
+    setImage(QStringLiteral(":/Resource/track/fader.png"));
     setFixedSize(geometry::capWidth, geometry::capHeight);
 }
 

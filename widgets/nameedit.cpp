@@ -2,6 +2,43 @@
 
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionFrame>
+
+namespace {
+
+constexpr int smallSize = 10; // pixels, the smallest font
+constexpr int padding = 3;    // with the border
+
+} // namespace
+
+NameEdit::NameEdit(QWidget *parent) : QLineEdit(parent)
+{
+    const QString tip = QStringLiteral("Name of this strip");
+    setToolTip(tip);
+    connect(this, &QLineEdit::textChanged, this, [this, tip](const QString &name) {
+        // As rich text, because Qt would take a name that looks like HTML for rich text.
+        const QString whole = QStringLiteral("<span>%1</span>").arg(name.toHtmlEscaped());
+        setToolTip(name.isEmpty() ? tip : whole);
+    });
+}
+
+void NameEdit::paintEvent(QPaintEvent *event)
+{
+    const int space = width() - 2 * padding;
+    if (hasFocus() || fontMetrics().horizontalAdvance(text()) <= space)
+        return QLineEdit::paintEvent(event);
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, this);
+    QFont small = font();
+    small.setPixelSize(smallSize);
+    painter.setFont(small);
+    painter.setPen(palette().color(foregroundRole()));
+    const QString shown = painter.fontMetrics().elidedText(text(), Qt::ElideRight, space);
+    painter.drawText(rect(), Qt::AlignCenter, shown);
+}
 
 void NameEdit::edit()
 {

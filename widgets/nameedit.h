@@ -10,7 +10,7 @@ class NameEdit : public QLineEdit
     Q_OBJECT
 
 public:
-    explicit NameEdit(QWidget *parent) : QLineEdit(parent) {}
+    explicit NameEdit(QWidget *parent);
 
     /// Enters the field and selects the name.
     void edit();
@@ -21,6 +21,9 @@ signals:
     void neighbourRequested(int direction);
 
 protected:
+    /// Shows a name that is too long for the field in a smaller font, and if that is not enough
+    /// elided. While the field has the focus it shows the name as any field does.
+    void paintEvent(QPaintEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     void focusInEvent(QFocusEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

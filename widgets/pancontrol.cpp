@@ -1,17 +1,24 @@
 #include "widgets/pancontrol.h"
 
 #include "common/geometry.h"
-#include "widgets/sharppixmap.h"
 
 #include <QMouseEvent>
 
+namespace {
+
 // contract: these two paths have no slash after the colon.
-PanControl::PanControl(QWidget *parent)
-    : StepControl(gestures::Layout::Horizontal, QAccessible::Slider, parent),
-      m_centreImage(sharpPixmap(QStringLiteral(":Resource/track/PAN_c.png"))),
-      m_sideImage(sharpPixmap(QStringLiteral(":Resource/track/PAN.png")))
+QString imageOf(bool centred)
 {
-    setPixmap(m_centreImage);
+    return centred ? QStringLiteral(":Resource/track/PAN_c.png")
+                   : QStringLiteral(":Resource/track/PAN.png");
+}
+
+} // namespace
+
+PanControl::PanControl(QWidget *parent)
+    : StepControl(gestures::Layout::Horizontal, QAccessible::Slider, parent)
+{
+    setImage(imageOf(m_centred));
     setFixedSize(geometry::panWidth, geometry::panHeight);
 }
 
@@ -19,7 +26,7 @@ void PanControl::setCentred(bool centred)
 {
     if (centred == m_centred) return;
     m_centred = centred;
-    setPixmap(centred ? m_centreImage : m_sideImage);
+    setImage(imageOf(centred));
 }
 
 void PanControl::mousePressEvent(QMouseEvent *event)

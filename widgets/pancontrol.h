@@ -2,8 +2,6 @@
 
 #include "widgets/stepcontrol.h"
 
-#include <QPixmap>
-
 /// The marker of a pan control, 16 x 12 pixels. It passes on the gestures of the left mouse button
 /// and computes nothing; the view moves it. GUI thread only.
 class PanControl : public StepControl
@@ -30,7 +28,5 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
 
 private:
-    const QPixmap m_centreImage;
-    const QPixmap m_sideImage;
     bool m_centred = true;
 };

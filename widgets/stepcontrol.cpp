@@ -1,5 +1,7 @@
 #include "widgets/stepcontrol.h"
 
+#include "widgets/sharppixmap.h"
+
 #include <QAccessible>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -18,6 +20,12 @@ StepControl::StepControl(gestures::Layout layout, QAccessible::Role role, QWidge
     : QLabel(parent), m_layout(layout), m_role(role)
 {
     setFocusPolicy(Qt::StrongFocus);
+}
+
+void StepControl::setImage(const QString &path)
+{
+    m_image = path;
+    setPixmap(sharpPixmap(path, devicePixelRatioF()));
 }
 
 bool StepControl::isResetClick(const QEvent *event) const
@@ -87,6 +95,8 @@ void StepControl::turn(QWheelEvent *event)
 
 void StepControl::paintEvent(QPaintEvent *event)
 {
+    // The window may have moved to a screen with another ratio.
+    if (pixmap(Qt::ReturnByValue).devicePixelRatio() != devicePixelRatioF()) setImage(m_image);
     QLabel::paintEvent(event);
     if (!hasFocus()) return;
     QPainter painter(this);

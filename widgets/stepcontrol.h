@@ -15,6 +15,9 @@ class StepControl : public QLabel
 public:
     StepControl(gestures::Layout layout, QAccessible::Role role, QWidget *parent);
 
+    /// Shows an image, see sharpPixmap().
+    void setImage(const QString &path);
+
     /// The values that the control can have, in the unit of the readout, for screen readers.
     struct Range
     {
@@ -55,6 +58,7 @@ private:
     void announce();
 
     const gestures::Layout m_layout;
+    QString m_image;
     const QAccessible::Role m_role;
     Range m_range;
     double m_value = 0;

@@ -1,7 +1,8 @@
 #include "icons.h"
 
 #include "controls.h"
-#include "sheet.h"
+#include "widgets/colours.h"
+#include "widgets/drawing.h"
 
 #include <QBuffer>
 #include <QDataStream>
@@ -24,7 +25,7 @@ constexpr QSize installerSize(164, 314);
 
 QImage picture(int size)
 {
-    return sheet::drawn({drawnSize, drawnSize}, qreal(size) / drawnSize, controls::icon)
+    return drawing::drawn({drawnSize, drawnSize}, qreal(size) / drawnSize, controls::icon)
         .convertToFormat(QImage::Format_ARGB32);
 }
 
@@ -90,16 +91,16 @@ QByteArray iconFile()
 /// Draws the picture beside the texts of the installer's first and last pages.
 void installerSide(QPainter &painter)
 {
-    sheet::fill(painter, QRectF(QPointF(), installerSize), sheet::colour::gap);
+    drawing::fill(painter, QRectF(QPointF(), installerSize), colours::page);
     const QRectF line(installerSize.width() - 2, 0, 2, installerSize.height());
-    sheet::fill(painter, line, sheet::colour::accent);
+    drawing::fill(painter, line, colours::accent);
     painter.translate((installerSize.width() - 2 - drawnSize) / 2.0, drawnSize);
     controls::icon(painter);
 }
 
 bool writeInstallerSide(const QString &fileName)
 {
-    return sheet::drawn(installerSize, 1, installerSide)
+    return drawing::drawn(installerSize, 1, installerSide)
         .convertToFormat(QImage::Format_RGB32)
         .convertToFormat(QImage::Format_Indexed8, Qt::AvoidDither)
         .save(fileName, "BMP");

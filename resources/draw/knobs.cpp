@@ -1,11 +1,10 @@
 #include "knobs.h"
 
-#include "sheet.h"
+#include "widgets/colours.h"
+#include "widgets/drawing.h"
 
 #include <QLinearGradient>
 #include <QPainter>
-
-namespace colour = sheet::colour;
 
 namespace {
 
@@ -17,10 +16,10 @@ constexpr qreal bodyRadius = 12;
 void arc(QPainter &painter)
 {
     const QRectF circle(-arcRadius, -arcRadius, 2 * arcRadius, 2 * arcRadius);
-    painter.setPen(QPen(QColor::fromRgba(colour::line), 2, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(QPen(colours::line, 2, Qt::SolidLine, Qt::FlatCap));
     painter.setBrush(Qt::NoBrush);
     painter.drawArc(circle, 16 * -60, 16 * 300);
-    painter.setPen(QPen(QColor::fromRgba(colour::tick), 1, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(QPen(colours::tick, 1, Qt::SolidLine, Qt::FlatCap));
     for (const int frame : {0, knobs::frameCount / 2, knobs::frameCount - 1}) {
         painter.save();
         painter.rotate(firstAngle + angleStep * frame);
@@ -33,9 +32,9 @@ void body(QPainter &painter)
 {
     const QRectF circle(-bodyRadius, -bodyRadius, 2 * bodyRadius, 2 * bodyRadius);
     QLinearGradient shade(circle.topLeft(), circle.bottomLeft());
-    shade.setColorAt(0, QColor::fromRgba(colour::capTop));
-    shade.setColorAt(1, QColor::fromRgba(colour::capBottom));
-    painter.setPen(QPen(QColor::fromRgba(colour::capEdge), 1));
+    shade.setColorAt(0, colours::capTop);
+    shade.setColorAt(1, colours::capBottom);
+    painter.setPen(QPen(colours::capEdge, 1));
     painter.setBrush(shade);
     painter.drawEllipse(circle);
 }
@@ -43,7 +42,7 @@ void body(QPainter &painter)
 void pointer(QPainter &painter, int frame)
 {
     painter.rotate(firstAngle + angleStep * frame);
-    painter.setPen(QPen(QColor::fromRgba(colour::accent), 2.4, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(colours::accent, 2.4, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(QPointF(0, -bodyRadius + 2), QPointF(0, -3.5));
 }
 

@@ -5,11 +5,9 @@
 
 #include "common/geometry.h"
 #include "controls.h"
-#include "editing.h"
 #include "icons.h"
 #include "knobs.h"
 #include "sheet.h"
-#include "strips.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -44,22 +42,14 @@ std::vector<Image> images()
     using namespace geometry;
     using std::bind;
     using std::placeholders::_1;
-    const QSize mono(stripWidth, stripHeight);
-    const QSize pair(pairWidth, stripHeight);
     std::vector<Image> all = {
         {QStringLiteral("fader"), QSize(capWidth, capHeight), controls::faderCap},
         {QStringLiteral("PAN"), QSize(panWidth, panHeight), bind(controls::panMarker, _1, false)},
         {QStringLiteral("PAN_c"), QSize(panWidth, panHeight), bind(controls::panMarker, _1, true)},
         {QStringLiteral("meter"), QSize(meterWidth, meterHeight + 1), controls::meterBar},
-        {QStringLiteral("mono"), mono, bind(strips::mono, _1, false)},
-        {QStringLiteral("mono_selected"), mono, bind(strips::mono, _1, true)},
-        {QStringLiteral("stereo"), pair, bind(strips::pair, _1, false)},
-        {QStringLiteral("stereo_selected"), pair, bind(strips::pair, _1, true)},
-        {QStringLiteral("master"), QSize(masterWidth, stripHeight), strips::master},
         {QStringLiteral("check"), QSize(12, 12), controls::checkMark},
         {QStringLiteral("arrow_down"), QSize(10, 6), controls::downArrow},
         {QStringLiteral("tamber"), QSize(64, 64), controls::icon},
-        {QStringLiteral("editing"), editing::size, editing::background},
     };
     addKnobs(all);
     return all;

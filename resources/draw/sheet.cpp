@@ -1,5 +1,7 @@
 #include "sheet.h"
 
+#include "widgets/drawing.h"
+
 #include <QHash>
 #include <QImage>
 #include <QPainter>
@@ -8,14 +10,6 @@
 #include <cstdint>
 
 namespace sheet {
-
-void fill(QPainter &painter, const QRectF &area, QRgb rgb)
-{
-    const bool smooth = painter.testRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.fillRect(area, QColor::fromRgba(rgb));
-    painter.setRenderHint(QPainter::Antialiasing, smooth);
-}
 
 /// Converts an image to one with a palette, unless it has too many colours. An image with a palette
 /// loads in a fraction of the time, and all images are loaded while the window opens.
@@ -41,25 +35,13 @@ static QImage withPalette(const QImage &image)
     return indexed;
 }
 
-QImage drawn(QSize size, qreal scale, const std::function<void(QPainter &)> &draw)
-{
-    QImage image(size * scale, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(scale, scale);
-    draw(painter);
-    painter.end();
-    return image;
-}
-
 bool write(
     const QString &folder, const QString &name, QSize size,
     const std::function<void(QPainter &)> &draw)
 {
     const QString stem = folder + QLatin1Char('/') + name;
-    return withPalette(drawn(size, 1, draw)).save(stem + QLatin1String(".png")) &&
-           withPalette(drawn(size, 2, draw)).save(stem + QLatin1String("@2x.png"));
+    return withPalette(drawing::drawn(size, 1, draw)).save(stem + QLatin1String(".png")) &&
+           withPalette(drawing::drawn(size, 2, draw)).save(stem + QLatin1String("@2x.png"));
 }
 
 } // namespace sheet

@@ -15,6 +15,7 @@ private slots:
     void gaps();
     void levelRisesAtOnceAndFallsSlowly();
     void peakMark();
+    void maximumAndClip();
     void reduction();
     void metersShowTheDevice();
     void levelsOutOfRange();
@@ -47,6 +48,26 @@ void TestMeters::levelRisesAtOnceAndFallsSlowly()
     }
     meter.update(29203); // -1 dB
     QCOMPARE(meter.reading().gap, 2);
+}
+
+void TestMeters::maximumAndClip()
+{
+    LevelMeter meter;
+    meter.update(32768);
+    meter.update(0); // the bar is still at the top
+    for (int update = 0; update < LevelMeter::holdUpdates; ++update) {
+        QCOMPARE(meter.reading().hold, 0);
+        meter.update(0);
+    }
+    QCOMPARE(meter.reading().hold, meter.reading().gap); // now the line is at the bar's top again
+    QVERIFY(meter.reading().hold > 0);
+
+    meter.clear();
+    QCOMPARE(meter.reading().hold, 106);
+    QVERIFY(meter.reading().clip); // it belongs to the user
+    meter.clearClip();
+    meter.update(29203);
+    QVERIFY(!meter.reading().clip);
 }
 
 void TestMeters::peakMark()

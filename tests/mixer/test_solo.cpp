@@ -14,6 +14,7 @@ private slots:
     void gestures_data();
     void gestures();
     void recallInTheMiddle();
+    void mutesOfSolo();
 };
 
 namespace {
@@ -112,6 +113,20 @@ void TestSolo::recallInTheMiddle()
     mixer.recall(soloed, "Recall"_s);
     mixer.setSolo(track(3), false);
     QCOMPARE(audible(console), allBut({}));
+}
+
+/// A mute that comes from solo is told apart from one that the user has set.
+void TestSolo::mutesOfSolo()
+{
+    Console console("[Track5]\nMute=true\n");
+    const auto bySolo = [&console](int number) {
+        return isMutedBySolo(console.store.values(), track(number));
+    };
+    QVERIFY(!bySolo(5) && !bySolo(6));
+    perform(console.mixer, "solo 3");
+    QVERIFY(!bySolo(3) && !bySolo(5) && bySolo(6));
+    perform(console.mixer, "-solo 3");
+    QVERIFY(!bySolo(5) && !bySolo(6));
 }
 
 QTEST_GUILESS_MAIN(TestSolo)

@@ -1,4 +1,6 @@
 #include "tests/shorthand.h"
+#include "widgets/clipmark.h"
+#include "widgets/colours.h"
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
@@ -17,6 +19,7 @@ class TestDisplays : public QObject
 private slots:
     void dialFrames();
     void equalizerPixels();
+    void equalizerMarks();
     void compressorReportsItsState();
     void transferCurve();
     void levelMeter();
@@ -60,12 +63,11 @@ void TestDisplays::dialFrames()
 }
 
 /// Each column is filled from the 0 dB line to its response. Beyond that it is empty, except for
-/// the line to the responses of the next columns.
+/// the smooth line to the responses of the next columns.
 void TestDisplays::equalizerPixels()
 {
     EqCurve curve;
     curve.bands = {{{8, 8, 0}, {-9, 20, 0}, {11, 33, 3}, {-10, 15, 2}}};
-    curve.lowCut = true;
     DrawEq display;
     for (const auto &[state, colour] :
          {std::pair(EqCurve::State::On, cyan), std::pair(EqCurve::State::Off, grey),
@@ -74,19 +76,38 @@ void TestDisplays::equalizerPixels()
         display.setCurve(curve);
         const QImage image = picture(display);
         QCOMPARE(image.size(), QSize(136, 77));
-        for (int x = 2; x < 135; ++x) {
+        for (int x = 6; x < 135; ++x) { // the marks are at column 1
             const int here = curve.response(x);
-            const auto [least, most] =
-                std::minmax({0, here, curve.response(x - 1), curve.response(x + 1)});
+            const int before = curve.response(x - 1);
+            const int after = curve.response(x + 1);
+            const auto [least, most] = std::minmax({0, here, before, after});
             for (int height = -38; height <= 38; ++height) {
                 const QRgb pixel = image.pixel(x, 38 - height);
-                if (height >= std::min(0, here) && height <= std::max(0, here))
+                const bool isInside = (height > 0 && height < std::min({here, before, after})) ||
+                                      (height < 0 && height > std::max({here, before, after}));
+                if (isInside)
                     QCOMPARE(pixel, colour);
-                else if (height < least || height > most)
+                else if (height < least - 1 || height > most + 1)
                     QCOMPARE(pixel, background);
             }
         }
     }
+}
+
+void TestDisplays::equalizerMarks()
+{
+    EqCurve curve;
+    curve.state = EqCurve::State::On;
+    curve.marks = {20, 110, 80, 50};
+    DrawEq display;
+    display.setCurve(curve);
+    const QImage image = picture(display);
+    for (std::size_t band = 0; band < curve.marks.size(); ++band)
+        QCOMPARE(image.pixel(curve.marks[band], 38), colours::bands[band].rgb());
+    QCOMPARE(image.pixel(9, 66), background);
+    curve.lowCut = true;
+    display.setCurve(curve);
+    QVERIFY(picture(display).pixel(9, 66) != background);
 }
 
 void TestDisplays::compressorReportsItsState()
@@ -109,7 +130,7 @@ void TestDisplays::compressorReportsItsState()
         picture(display); // nothing changed
         QCOMPARE(announced, (QList<QVariantList>{{name}, {name}}));
         const auto at = [&image = image](int input, int output) {
-            return image.pixel(3 + 2 * (input + 40), 3 + 80 - 2 * (output + 40));
+            return image.pixel(3 + 3 * (input + 40), 3 + 120 - 3 * (output + 40));
         };
         QCOMPARE(at(-20, -20), colour);
         for (const int input : {-30, -10, -4})
@@ -151,14 +172,19 @@ void TestDisplays::levelMeter()
     QWidget window;
     window.resize(59, 368);
     QWidget bar(&window);
+    QWidget hold(&window);
     QWidget peak(&window);
+    ClipMark clip(&window);
     bar.setGeometry(37, 260, 6, 1);
-    DrawLevelMeter meter(&bar, &peak);
-    QVERIFY(bar.isHidden() && peak.isHidden());
+    hold.setGeometry(37, 154, 6, 1);
+    DrawLevelMeter meter({&bar, &hold, &peak, &clip});
+    QVERIFY(bar.isHidden() && hold.isHidden() && peak.isHidden() && !clip.isLit());
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     for (const int gap : {0, 50, 104}) {
-        meter.show({gap, gap == 0});
+        meter.show({gap, gap / 2, gap == 0, gap == 0});
+        QCOMPARE(hold.geometry(), QRect(37, 154 + gap / 2, 6, 1));
+        QCOMPARE(clip.isLit(), gap == 0);
         QCOMPARE(bar.geometry(), QRect(QPoint(37, 154 + gap), QPoint(42, 260)));
         QCOMPARE(peak.isVisible(), gap == 0);
     }
@@ -166,11 +192,11 @@ void TestDisplays::levelMeter()
     Counter counter;
     bar.installEventFilter(&counter);
     for (int i = 0; i < 20; ++i)
-        meter.show({104, false});
+        meter.show({104, 52, false, false});
     QCoreApplication::processEvents();
     QCOMPARE(counter.changes, 0);
-    meter.show({106, false});
-    QVERIFY(bar.isHidden());
+    meter.show({106, 106, false, false});
+    QVERIFY(bar.isHidden() && hold.isHidden());
 }
 
 QTEST_MAIN(TestDisplays)
