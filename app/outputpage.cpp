@@ -2,14 +2,15 @@
 
 #include "app/pagebar.h"
 #include "widgets/focusedwheel.h"
+#include "widgets/lamp.h"
 #include "widgets/lineout.h"
+#include "widgets/routekey.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int margin = 6;
 constexpr int listWidth = 140;
+constexpr int listGap = 10; ///< columns between an output and its list
 constexpr int optionsWidth = 250;
 
 QStringList sources()
@@ -58,6 +60,28 @@ QComboBox *makeList(int output)
     return list;
 }
 
+QLayout *makeKey(bool fromMaster, const QString &text)
+{
+    auto *row = new QHBoxLayout;
+    row->setSpacing(12);
+    row->addWidget(new RouteKey(fromMaster));
+    row->addWidget(new QLabel(text), 1);
+    return row;
+}
+
+/// Makes a group with a column of widgets that begins at the top.
+QVBoxLayout *makeGroup(const QString &title, QVBoxLayout *groups)
+{
+    auto *group = new QGroupBox(title);
+    group->setFixedWidth(optionsWidth);
+    groups->addWidget(group);
+    auto *column = new QVBoxLayout(group);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(12);
+    column->setAlignment(Qt::AlignTop);
+    return column;
+}
+
 QRadioButton *makeRadio(const QString &name, const QString &text, const QString &spoken)
 {
     auto *radio = new QRadioButton(text);
@@ -72,8 +96,8 @@ QRadioButton *makeRadio(const QString &name, const QString &text, const QString 
 OutputPage::OutputPage(QWidget *parent) : QWidget(parent)
 {
     auto *columns = new QHBoxLayout;
-    columns->setContentsMargins(18, 8, 18, 12);
-    columns->setSpacing(40);
+    columns->setContentsMargins(18, 12, 18, 14);
+    columns->setSpacing(36);
     columns->addLayout(buildRouting(), 1);
     columns->addLayout(buildOptions());
 
@@ -88,63 +112,72 @@ QLayout *OutputPage::buildRouting()
 {
     m_widgets.picture = new LineOut(sources(), tamber::masterSides);
     m_widgets.picture->setObjectName(QStringLiteral("lineOut"));
+    m_widgets.picture->setDisabledText(QStringLiteral(
+        "Mixer bypassed: nothing can be dragged.\nThe lists still choose the sources."));
 
     auto *grid = new QGridLayout;
-    grid->setHorizontalSpacing(10);
+    grid->setHorizontalSpacing(0);
     grid->setVerticalSpacing(0);
     grid->addWidget(makeHead(QStringLiteral("SOURCES"), Qt::AlignLeft), 0, 0);
-    grid->addWidget(makeHead(QStringLiteral("OUTPUTS"), Qt::AlignRight), 0, 1);
-    grid->addWidget(makeHead(QStringLiteral("PLAYS"), Qt::AlignLeft), 0, 2);
+    grid->addWidget(makeHead(QStringLiteral("OUTPUTS"), Qt::AlignLeft), 0, 1);
+    grid->addWidget(makeHead(QStringLiteral("PLAYS"), Qt::AlignLeft), 0, 3);
     grid->addWidget(m_widgets.picture, 1, 0, mixer::lineOutCount, 2);
     for (int output = 1; output <= mixer::lineOutCount; ++output) {
         QComboBox *list = makeList(output);
         m_widgets.lists[static_cast<std::size_t>(output - 1)] = list;
-        grid->addWidget(list, output, 2, Qt::AlignVCenter);
+        grid->addWidget(list, output, 3, Qt::AlignVCenter);
         grid->setRowMinimumHeight(output, LineOut::outputPitch);
     }
     grid->setColumnStretch(0, 1);
+    grid->setColumnMinimumWidth(1, LineOut::outputWidth);
+    grid->setColumnMinimumWidth(2, listGap);
     grid->setRowStretch(mixer::lineOutCount + 1, 1);
     return grid;
 }
 
 QLayout *OutputPage::buildOptions()
 {
-    auto *column = new QVBoxLayout;
-    column->setSpacing(18);
-    column->addSpacing(24);
-    column->addWidget(buildStereoBus());
-    column->addWidget(buildTrueBypass());
-    column->addStretch();
-    return column;
+    auto *groups = new QVBoxLayout;
+    groups->setSpacing(16);
+    groups->setContentsMargins(0, 0, 0, 12); // ends with the lowest source of the picture
+    buildKey(groups);
+    buildStereoBus(groups);
+    buildTrueBypass(groups);
+    return groups;
 }
 
-QWidget *OutputPage::buildStereoBus()
+/// Builds the key to the picture.
+void OutputPage::buildKey(QVBoxLayout *groups)
+{
+    QVBoxLayout *column = makeGroup(QStringLiteral("Routing"), groups);
+    column->addLayout(makeKey(true, QStringLiteral("from the master")));
+    column->addLayout(makeKey(false, QStringLiteral("from the computer")));
+    column->addWidget(makeHint(
+        QStringLiteral("Drag a source to an output to play it there, or an output to a source.")));
+}
+
+void OutputPage::buildStereoBus(QVBoxLayout *groups)
 {
     m_widgets.stereoBus = new QCheckBox(QStringLiteral("Computer out to Stereo BUS"));
     m_widgets.stereoBus->setObjectName(QStringLiteral("cB_ToStereoBus"));
     m_widgets.stereoBus->setToolTip(
         QStringLiteral("Mix what the computer plays into the master: on or off"));
-    m_widgets.stereoBusTwin = new QPushButton(QStringLiteral("COMPUTER \u2192 MASTER"));
+    m_widgets.stereoBusTwin = new LampButton(QStringLiteral("COMPUTER \u2192 MASTER"));
     m_widgets.stereoBusTwin->setObjectName(QStringLiteral("pB_ToStereoBus"));
     m_widgets.stereoBusTwin->setAccessibleName(
         QStringLiteral("Computer out goes to the stereo bus"));
     m_widgets.stereoBusTwin->setToolTip(
         QStringLiteral("Lit while the computer's channels go to the master"));
-    m_widgets.stereoBusTwin->setProperty("role", QStringLiteral("lamp"));
     m_widgets.stereoBusTwin->setCheckable(true);
     m_widgets.stereoBusTwin->setEnabled(false);
 
-    auto *group = new QGroupBox(QStringLiteral("Stereo Bus"));
-    group->setFixedWidth(optionsWidth);
-    auto *column = new QVBoxLayout(group);
-    column->setSpacing(12);
+    QVBoxLayout *column = makeGroup(QStringLiteral("Stereo Bus"), groups);
     column->addWidget(m_widgets.stereoBus);
     column->addWidget(m_widgets.stereoBusTwin);
     column->addWidget(makeHint(QStringLiteral("Mixes what the computer plays into the master.")));
-    return group;
 }
 
-QWidget *OutputPage::buildTrueBypass()
+void OutputPage::buildTrueBypass(QVBoxLayout *groups)
 {
     m_widgets.bypassOn = makeRadio(
         QStringLiteral("rB_MixerTrueBypass_on"), QStringLiteral("On"),
@@ -154,17 +187,13 @@ QWidget *OutputPage::buildTrueBypass()
         QStringLiteral("Mixer true bypass off: the device's mixer is in circuit"));
     m_widgets.bypassOff->setChecked(true);
 
-    auto *group = new QGroupBox(QStringLiteral("Mixer True Bypass"));
-    group->setFixedWidth(optionsWidth);
+    QVBoxLayout *column = makeGroup(QStringLiteral("Mixer True Bypass"), groups);
     auto *choices = new QHBoxLayout;
     choices->setSpacing(24);
     choices->addWidget(m_widgets.bypassOn);
     choices->addWidget(m_widgets.bypassOff);
     choices->addStretch();
-    auto *column = new QVBoxLayout(group);
-    column->setSpacing(12);
     column->addLayout(choices);
     column->addWidget(makeHint(QStringLiteral(
         "Takes the mixer out of circuit. Its controls are disabled until the bypass is off.")));
-    return group;
 }

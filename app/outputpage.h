@@ -5,6 +5,7 @@
 #include <QWidget>
 
 class QLayout;
+class QVBoxLayout;
 
 /// The Output page: the sources of the line outputs, and the bus options. It builds the widgets and
 /// gives access to them. It connects nothing and contains no mixer rules. GUI thread only.
@@ -26,8 +27,9 @@ public:
 private:
     QLayout *buildRouting();
     QLayout *buildOptions();
-    QWidget *buildStereoBus();
-    QWidget *buildTrueBypass();
+    void buildKey(QVBoxLayout *groups);
+    void buildStereoBus(QVBoxLayout *groups);
+    void buildTrueBypass(QVBoxLayout *groups);
 
     OutputWidgets m_widgets;
 };

@@ -17,6 +17,10 @@ OutputView::OutputView(const storage::Store &store, const OutputWidgets &widgets
     : m_store(store), m_widgets(widgets)
 {
     connect(&store, &storage::Store::committed, this, &OutputView::show);
+    // A drag in the picture acts as the entry of the output's list does.
+    connect(widgets.picture, &LineOut::routeChosen, this, [this](int output, int source) {
+        m_widgets.lists[static_cast<std::size_t>(output)]->setCurrentIndex(source);
+    });
 }
 
 void OutputView::show(const storage::ChangeSet &changes)
@@ -73,8 +77,11 @@ void OutputView::showStereoBus()
     m_widgets.stereoBusTwin->setEnabled(false);
 }
 
+/// Shows the bypass option. The lists stay enabled, because they choose what the outputs play after
+/// the bypass.
 void OutputView::showTrueBypass()
 {
     const bool bypassed = mixer::isBypassed(m_store.values());
+    m_widgets.picture->setEnabled(!bypassed);
     (bypassed ? m_widgets.bypassOn : m_widgets.bypassOff)->setChecked(true);
 }

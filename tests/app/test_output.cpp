@@ -1,6 +1,7 @@
 #include "app/outputpage.h"
 #include "app/program.h"
 #include "app/simulatedtamberwindow.h"
+#include "tests/app/gestures.h"
 #include "tests/app/panel.h"
 #include "tests/patience.h"
 #include "widgets/lineout.h"
@@ -23,6 +24,8 @@ private slots:
     void bypassDisablesTheMixer();
     void storedStateAtTheStart();
     void pictureShowsTheRoutes();
+    void dragsRoute();
+    void dragsWithoutEffect();
     void cableAndSampleRateOfTheDemo();
 };
 
@@ -132,25 +135,140 @@ void TestOutput::storedStateAtTheStart()
     QCOMPARE(panel.file().value("LineOutSettings/LineOut2"_s), "10"_s);
 }
 
-/// Another route changes the colour of its arrow, and of no other arrow.
+/// Arrows from the master and from the computer differ in colour and in shape.
 void TestOutput::pictureShowsTheRoutes()
 {
     OutputPage page;
     auto *picture = page.findChild<LineOut *>();
     picture->setStyleSheet("LineOut { qproperty-master: #ff0000; qproperty-computer: #00ff00; }"_s);
-    picture->setRoutes({0, 1, 4, 5, 6, 7, 8, 9});
-    page.grab();                            // lays the page out
-    const auto colourOf = [&](int output) { // at the head of the output's arrow
-        const QImage image = picture->grab().toImage();
-        const int x = image.width() - (104 + 8) * image.width() / picture->width();
-        return image.pixelColor(x, (2 * output + 1) * image.height() / 16);
+    page.grab(); // lays the page out
+    // Returns how many pixels of the output's arrow head are red and how many are green.
+    const auto headOf = [&](int output) {
+        const QRectF box = picture->outputBox(output);
+        const QRect head(QPoint(int(box.left()) - 15, int(box.center().y()) - 6), QSize(14, 13));
+        const QImage image = picture->grab(head).toImage();
+        QPair<int, int> count;
+        for (int i = 0; i < image.width() * image.height(); ++i) {
+            const QColor colour = image.pixelColor(i % image.width(), i / image.width());
+            count.first += colour.red() > 2 * colour.green();
+            count.second += colour.green() > 2 * colour.red();
+        }
+        return count;
     };
-    QCOMPARE(colourOf(0), QColor(Qt::red));
-    QCOMPARE(colourOf(2), QColor(Qt::green));
+    picture->setRoutes({0, 1, 4, 5, 6, 7, 8, 9});
+    const auto [red, noGreen] = headOf(0);
+    const auto [noRed, green] = headOf(2);
+    QCOMPARE(qMakePair(noRed, noGreen), qMakePair(0, 0));
+    QVERIFY2(green > 10 && red > green * 5 / 4, qPrintable("%1 %2"_s.arg(red).arg(green)));
     picture->setRoutes({2, 1, 0, 5, 6, 7, 8, 9});
-    QCOMPARE(colourOf(0), QColor(Qt::green));
-    QCOMPARE(colourOf(2), QColor(Qt::red));
+    QCOMPARE(headOf(0).first, 0);
+    QCOMPARE(headOf(2).second, 0);
     QVERIFY(picture->accessibleDescription().contains("Line out 3 plays MASTER L"_s));
+}
+
+namespace {
+
+/// The Output page of a window that is shown, and drags in its picture.
+struct Picture
+{
+    explicit Picture(Panel &panel) : panel(panel), lineOut(panel.find<LineOut>("lineOut"_s))
+    {
+        panel.find<QPushButton>("pB_ToOutputFromMixer"_s)->click();
+        panel.window.show();
+        QCoreApplication::processEvents();
+    }
+
+    QPoint source(int index) const { return lineOut->sourceBox(index).center().toPoint(); }
+    QPoint output(int number) const { return lineOut->outputBox(number - 1).center().toPoint(); }
+    void send(QEvent::Type type, const QPoint &at) const
+    {
+        sendMouse(lineOut, type, lineOut->mapToGlobal(at));
+    }
+    void begin(const QPoint &from, const QPoint &to) const
+    {
+        send(QEvent::MouseButtonPress, from);
+        for (const QPoint &at : {(from + to) / 2, to})
+            send(QEvent::MouseMove, at);
+    }
+    void drag(const QPoint &from, const QPoint &to) const
+    {
+        begin(from, to);
+        send(QEvent::MouseButtonRelease, to);
+    }
+    /// The sources of outputs 1 to 4 in the store.
+    QString stored() const
+    {
+        QStringList sources;
+        for (int output = 1; output <= 4; ++output)
+            sources += QString::number(mixer::lineOutSource(panel.settings.values(), output));
+        return sources.join(QLatin1Char(' '));
+    }
+
+    Panel &panel;
+    LineOut *const lineOut;
+};
+
+} // namespace
+
+/// A drag in either direction takes the same way as the entry of the list, undo included.
+void TestOutput::dragsRoute()
+{
+    Panel panel("outputs-drag", "");
+    const Picture picture(panel);
+    Outs expected = firstOuts;
+    const QImage before = picture.lineOut->grab().toImage();
+    picture.begin(picture.source(1), picture.output(3));
+    QCOMPARE(picture.lineOut->cursor().shape(), Qt::ClosedHandCursor);
+    QVERIFY(picture.lineOut->grab().toImage() != before); // the line and the boxes that take it
+    QCOMPARE(picture.stored(), "0 1 4 5"_s);
+    picture.send(QEvent::MouseButtonRelease, picture.output(3));
+    QCOMPARE(picture.stored(), "0 1 1 5"_s);
+    QCOMPARE(list(panel, 3)->currentText(), "MASTER R"_s);
+    QCOMPARE(picture.lineOut->routes()[2], 1);
+    picture.drag(picture.output(1), picture.source(9));
+    QCOMPARE(picture.stored(), "9 1 1 5"_s);
+    expected[0] = {3, 8};
+    expected[2] = {2, 2};
+    QVERIFY(plays(panel, expected));
+    QCOMPARE(panel.find<QAction>("actionUndo"_s)->text(), "&Undo Line out 1"_s);
+    panel.trigger("actionUndo"_s);
+    panel.trigger("actionUndo"_s);
+    QCOMPARE(picture.stored(), "0 1 4 5"_s);
+    QVERIFY(plays(panel, firstOuts));
+}
+
+void TestOutput::dragsWithoutEffect()
+{
+    Panel panel("outputs-no-drag", "");
+    const Picture picture(panel);
+    const QPoint from = picture.source(9), to = picture.output(1);
+    const auto release = [&] { picture.send(QEvent::MouseButtonRelease, to); };
+    const QPoint gap = (from + to) / 2;
+    picture.drag(from, gap);
+    picture.drag(gap, to);
+    picture.drag(from, picture.source(8));
+    picture.drag(picture.source(0), to); // plays there already
+    QTest::mouseClick(picture.lineOut, Qt::LeftButton, Qt::NoModifier, to);
+
+    picture.begin(from, to);
+    QTest::keyClick(list(panel, 2), Qt::Key_Escape); // whatever has the focus
+    release();
+    picture.begin(from, to);
+    QDialog box(&panel.window); // opens during the drag and takes the release
+    box.open();
+    box.close();
+    release();
+    picture.begin(from, to);
+    panel.find<QRadioButton>("rB_MixerTrueBypass_on"_s)->click();
+    release();
+    picture.drag(from, to);
+    QCOMPARE(picture.stored(), "0 1 4 5"_s);
+    QVERIFY(!panel.find<QAction>("actionUndo"_s)->text().contains("Line out"_s));
+    QVERIFY(picture.lineOut->accessibleDescription().startsWith("Mixer bypassed"_s));
+
+    panel.find<QRadioButton>("rB_MixerTrueBypass_off"_s)->click();
+    picture.drag(from, to);
+    QCOMPARE(picture.stored(), "9 1 4 5"_s);
 }
 
 void TestOutput::cableAndSampleRateOfTheDemo()
