@@ -1,9 +1,14 @@
 #pragma once
 
 #include "app/productinformation.h"
+#include "driver/buffersize.h"
+#include "widgets/lamp.h"
 
 #include <QWidget>
 
+#include <array>
+
+class ClickLabel;
 class QLabel;
 class QSlider;
 
@@ -22,8 +27,14 @@ public:
     /// The text of the buffer size. It lives as long as the page.
     QLabel *bufferSizeLabel() const { return m_bufferSize; }
 
+    /// Highlights the size of a step on the slider's scale.
+    void showStep(int step);
+    /// Shows how long a buffer lasts.
+    void setLatency(const QString &text);
+
     /// @name Texts about the device
     ///@{
+    void setState(Lamp::State state, const QString &text);
     void setFirmware(const QString &text);
     void setName(const QString &text);
     void setSampleRate(const QString &text);
@@ -41,9 +52,16 @@ public:
 private:
     void makeValues();
     QWidget *buildAudioDriver();
+    QLayout *buildScale();
+    QWidget *buildDevice();
+    QWidget *buildPanel();
 
     QSlider *m_bufferSlider;
     QLabel *m_bufferSize;
+    QLabel *m_latency;
+    std::array<ClickLabel *, driver::bufferStepCount> m_scale{};
+    Lamp *m_lamp;
+    QLabel *m_state;
     QLabel *m_software;
     QLabel *m_firmware;
     QLabel *m_device;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "driver/buffersizerule.h"
+#include "mixer/identity.h"
 
 #include <QObject>
 
@@ -20,6 +21,10 @@ public:
     InterfaceView(
         Settings &settings, QVXDevice &device, InterfacePage &page, const QString &organisation);
 
+    /// Whether the device answers, which refresh() shows. A device can be connected without
+    /// answering. It is assumed to answer until this is called.
+    void setAnswering(bool answers) { m_answers = answers; }
+
     /// Shows the device's last answers and requests new ones.
     void refresh();
     /// Reads the driver's buffer size again, because another program may have changed it, and shows
@@ -28,9 +33,13 @@ public:
 
 private:
     void showBufferSize(int step);
+    void showLatency();
+    void showState(const mixer::Identity &identity);
 
     Settings &m_settings;
     QVXDevice &m_device;
     InterfacePage &m_page;
     driver::BufferSizeRule m_bufferSize;
+    std::uint32_t m_sampleRate = 0; ///< in hertz, or 0 if unknown
+    bool m_answers = true;
 };

@@ -417,6 +417,7 @@ void MainWindow::showDisconnected()
 void MainWindow::status()
 {
     m_notice->set(Notice::Message::NoDevice, !m_presence.isAnswering());
+    m_interface->setAnswering(m_presence.isAnswering());
     m_notice->set(Notice::Message::DeviceRefuses, m_presence.isRefusing());
 }
 

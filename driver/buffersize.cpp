@@ -1,7 +1,6 @@
 #include "driver/buffersize.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <iterator>
 
 namespace driver {
@@ -51,6 +50,12 @@ int bufferFrames(int step)
 QString bufferLabel(int step)
 {
     return QLatin1String(rowAt(step).label);
+}
+
+QString bufferTime(int frames, std::uint32_t hertz)
+{
+    const double milliseconds = 1000.0 * frames / hertz;
+    return QStringLiteral("%1 ms").arg(milliseconds, 0, 'f', milliseconds < 1 ? 2 : 1);
 }
 
 int bufferStep(qint64 frames)

@@ -5,6 +5,8 @@
 #include "tests/app/gestures.h"
 #include "tests/app/panel.h"
 #include "tests/patience.h"
+#include "widgets/clicklabel.h"
+#include "widgets/lamp.h"
 
 #include <QRadioButton>
 #include <QSettings>
@@ -19,8 +21,11 @@ class TestInterface : public QObject
 private slots:
     void initTestCase() { applyLook(); }
     void sliderByKeyboardWheelAndMouse();
+    void sizesOfTheScale();
     void outsideChangeIsPickedUp();
     void deviceTexts();
+    void latency();
+    void deviceState();
     void refusedIdentity();
     void fitsTheWindow();
 };
@@ -103,6 +108,38 @@ void TestInterface::sliderByKeyboardWheelAndMouse()
     QCOMPARE(sizes(panel), "  16 Samples,16,2"_s);
 }
 
+/// A click on a size below the slider chooses it, and a second click changes nothing.
+void TestInterface::sizesOfTheScale()
+{
+    driverSettings().setBlockFrames(256);
+    Panel panel("scale", "");
+    openInterfacePage(panel);
+    panel.window.show();
+    auto *slider = panel.find<QSlider>("hS_BufferSize"_s);
+    const auto sizes = panel.window.findChildren<ClickLabel *>();
+    QCOMPARE(sizes.size(), 11);
+    int lastMiddle = -1;
+    for (int step = 10; step >= 0; --step) {
+        ClickLabel *size = sizes[step];
+        QTest::mouseClick(size, Qt::LeftButton);
+        QTest::mouseDClick(size, Qt::LeftButton);
+        const QString frames = QString::number(driverSettings().blockFrames());
+        QCOMPARE(slider->value(), step);
+        QCOMPARE(size->text(), frames);
+        QCOMPARE(text(panel, "label_BufferSize"_s).trimmed(), frames + " Samples"_s);
+        // The handle is above the size: a click there hits the handle and moves nothing.
+        const QPoint handle(
+            slider->mapFromGlobal(size->mapToGlobal(size->rect().center())).x(),
+            slider->height() / 2);
+        QTest::mouseClick(slider, Qt::LeftButton, Qt::NoModifier, handle);
+        QCOMPARE(slider->value(), step);
+        QVERIFY(lastMiddle < 0 || handle.x() < lastMiddle);
+        lastMiddle = handle.x();
+    }
+    QTest::mouseClick(sizes[3], Qt::RightButton);
+    QCOMPARE(slider->value(), 0);
+}
+
 /// The page shows an answer of the device only until the device refuses to repeat it.
 void TestInterface::refusedIdentity()
 {
@@ -163,6 +200,51 @@ void TestInterface::deviceTexts()
     // The buffer size belongs to the driver, so it can be changed without a device.
     QTest::keyClick(panel.find("hS_BufferSize"_s), Qt::Key_Left);
     QCOMPARE(sizes(panel), "1024 Samples,1024,9"_s);
+}
+
+void TestInterface::latency()
+{
+    driverSettings().setBlockFrames(256);
+    Panel panel("latency", "");
+    const auto become = [&](const QString &latency) {
+        return QTest::qWaitFor([&] { return text(panel, "label_Latency"_s) == latency; }, patience);
+    };
+    QVERIFY(become("5.3 ms at 48.0 kHz"_s));
+    panel.find<QSlider>("hS_BufferSize"_s)->setValue(0); // follows at once
+    QCOMPARE(panel.find<QLabel>("label_Latency"_s)->text(), "0.08 ms at 48.0 kHz"_s);
+    panel.tamber.setSampleRate(44100);
+    QVERIFY(become("0.09 ms at 44.1 kHz"_s));
+    panel.find<QSlider>("hS_BufferSize"_s)->setValue(10);
+    QVERIFY(become("46.4 ms at 44.1 kHz"_s));
+    panel.tamber.setSampleRate(32000); // not a rate of the device's list
+    QVERIFY(become("64.0 ms at 32.0 kHz"_s));
+    panel.tamber.setPlugged(false);
+    QVERIFY(become("Rate unknown, would be 42.7 ms at 48.0 kHz"_s));
+}
+
+void TestInterface::deviceState()
+{
+    Panel panel("state", "");
+    const auto *lamp = panel.window.findChild<Lamp *>();
+    const auto become = [&](const QString &state, Lamp::State shape) {
+        return QTest::qWaitFor(
+            [&] {
+                return text(panel, "label_DeviceState"_s).startsWith(state) &&
+                       lamp->state() == shape;
+            },
+            patience);
+    };
+    QVERIFY(become("Connected"_s, Lamp::State::On));
+    QCOMPARE(panel.find<QLabel>("label_DeviceState"_s)->text(), "Connected"_s);
+    panel.find<QRadioButton>("rB_MixerTrueBypass_on"_s)->click();
+    QVERIFY(become("Connected. Mixer bypassed"_s, Lamp::State::Barred));
+    panel.cable->lose(vxctl::tagMeter);
+    QVERIFY(become("Connected, but it does not answer"_s, Lamp::State::Warning));
+    panel.tamber.setPlugged(false);
+    QVERIFY(become("Not connected: check the USB cable"_s, Lamp::State::Off));
+    panel.cable->lose(0);
+    panel.tamber.setPlugged(true);
+    QVERIFY(become("Connected. Mixer bypassed"_s, Lamp::State::Barred));
 }
 
 /// No part of the page is cut off, and opening the page does not resize the window.
