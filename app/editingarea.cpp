@@ -55,7 +55,7 @@ constexpr KnobLayout knobs[] = {
 // Relative to a knob's middle and the top edge of its caption.
 constexpr QRect captionArea(-35, 0, 70, geometry::knobCaption);
 constexpr QPoint dialPlace(-geometry::knobSide / 2, geometry::knobCaption);
-constexpr QRect bandTextArea(-22, 50, 44, 15);
+constexpr QRect bandTextArea(-22, 50, 45, 15);
 constexpr QRect compressorTextArea(-26, 50, 52, 15);
 constexpr int unitWidth = 13;
 
@@ -105,7 +105,7 @@ QLabel *makeUnit(const Parameter &parameter, QLabel *text, QWidget *area)
     QLabel *unit = makeText({}, "unit", QString::fromLatin1(parameter.unit).trimmed(), place, area);
     unit->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     text->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    text->setContentsMargins(0, 0, unitWidth + 1, 0);
+    text->setContentsMargins(0, 0, unitWidth + 2, 0);
     return unit;
 }
 

@@ -11,6 +11,7 @@
 #include "app/notice.h"
 #include "app/outputpage.h"
 #include "app/productinformation.h"
+#include "app/scenebar.h"
 #include "app/scenemenu.h"
 #include "common/constants.h"
 #include "mixer/identity.h"
@@ -25,6 +26,7 @@
 
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
@@ -71,13 +73,14 @@ MainWindow::MainWindow(
       m_organisation(QLatin1String(edition.organisation)), m_pages(new QStackedWidget(this)),
       m_mixerPage(new MixerPage(m_pages)), m_interfacePage(new InterfacePage(m_pages)),
       m_outputPage(new OutputPage(m_pages)), m_notice(new Notice(this)),
-      m_scenes(settings, edition.organisation), m_device(transport, clocks.worker),
-      m_strips(settings.store(), m_mixerPage->strips()),
+      m_device(transport, clocks.worker), m_strips(settings.store(), m_mixerPage->strips()),
       m_section(settings.store(), m_mixerPage->section()),
       m_output(settings.store(), m_outputPage->widgets()), m_meters(m_mixerPage->strips()),
       m_interface(new InterfaceView(settings, m_device, *m_interfacePage, m_organisation)),
       m_sender(settings.store(), m_device), m_history(settings.store(), clocks.wall),
-      m_mixer(settings.store(), m_sender), m_stripActions(m_mixer, settings.store()),
+      m_mixer(settings.store(), m_sender),
+      m_scenes(settings, edition.organisation, m_mixer, m_history, this),
+      m_stripActions(m_mixer, settings.store()),
       m_gestures(m_mixer, settings.store(), m_mixerPage->strips(), m_mixerPage->section(), this),
       m_presence(settings.store(), m_device, m_sender, clocks.wall)
 {
@@ -87,7 +90,6 @@ MainWindow::MainWindow(
     m_pages->addWidget(m_mixerPage);
     m_pages->addWidget(m_interfacePage);
     m_pages->addWidget(m_outputPage);
-    setCentralWidget(m_pages);
     buildMenus();
     menuBar()->setCornerWidget(m_notice);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
@@ -158,7 +160,26 @@ void MainWindow::buildEditMenu()
 
 void MainWindow::buildSceneMenu()
 {
-    menuBar()->addMenu(new SceneMenu(m_scenes, m_settings, m_mixer, m_history, this));
+    auto *menu = new SceneMenu(m_scenes, this);
+    menuBar()->addMenu(menu);
+    placeSceneBar(*menu);
+}
+
+/// Places the scene bar over the free end of the pages' tabs. It is the same bar on all pages.
+void MainWindow::placeSceneBar(SceneMenu &menu)
+{
+    constexpr int margin = 6;
+    auto *content = new QWidget(this);
+    auto *grid = new QGridLayout(content);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->addWidget(m_pages, 0, 0);
+    auto *bar = new SceneBar(m_scenes, menu, content);
+    auto *place = new QHBoxLayout;
+    place->setContentsMargins(0, margin, margin, 0);
+    place->addWidget(bar);
+    grid->addLayout(place, 0, 0, Qt::AlignTop | Qt::AlignRight);
+    bar->raise();
+    setCentralWidget(content);
 }
 
 void MainWindow::buildHelpMenu()
@@ -308,6 +329,9 @@ void MainWindow::connectHistory()
         m_interface->loadBufferSize();
     });
     connect(&m_settings, &Settings::replaced, &m_history.stack(), &QUndoStack::clear);
+    connect(&m_scenes, &Scenes::done, m_notice, &Notice::tell);
+    connect(m_notice, &Notice::undoRequested, &m_history.stack(), &QUndoStack::undo);
+    connect(&m_history.stack(), &QUndoStack::indexChanged, m_notice, &Notice::endTelling);
 }
 
 void MainWindow::solo(const mixer::StripId &strip)

@@ -7,6 +7,7 @@
 #include "app/mixerwidgets.h"
 #include "app/outputview.h"
 #include "app/pagebar.h"
+#include "app/scenes.h"
 #include "app/sectionview.h"
 #include "app/stripactions.h"
 #include "app/stripslots.h"
@@ -14,7 +15,6 @@
 #include "device/qvxdevice.h"
 #include "mixer/mixer.h"
 #include "mixer/presence.h"
-#include "storage/scenememories.h"
 
 #include <QMainWindow>
 #include <QMessageBox>
@@ -30,6 +30,7 @@ class Notice;
 class OutputPage;
 class ProductInformation;
 class QStackedWidget;
+class SceneMenu;
 class StepControl;
 class UpdateInformation;
 
@@ -116,6 +117,7 @@ private:
     void buildViewMenu();
     void buildEditMenu();
     void buildSceneMenu();
+    void placeSceneBar(SceneMenu &menu);
     void buildHelpMenu();
     void moveOntoScreen();
     void restoreWindowGeometry();
@@ -158,7 +160,6 @@ private:
     QPointer<ProductInformation> m_productInformation;
     QPointer<StepControl> m_menuControl; ///< where a strip's menu was opened; null elsewhere
     QAction *m_update;
-    SceneMemories m_scenes;
     QVXDevice m_device;
     // The order of these members is the order in which they receive the store's changes.
     StripsView m_strips;
@@ -169,6 +170,7 @@ private:
     mixer::Sender m_sender;
     History m_history;
     mixer::Mixer m_mixer;
+    Scenes m_scenes;
     StripActions m_stripActions;
     ControlGestures m_gestures;
     mixer::Presence m_presence;

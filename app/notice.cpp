@@ -3,15 +3,19 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QStyle>
 #include <QVariant>
 
 #include <algorithm>
 
 namespace {
 
-constexpr int flashTime = 15000; // milliseconds
+constexpr int flashTime = 15000;  // milliseconds
+constexpr int tellingTime = 8000; // milliseconds
 
-QString textOf(Notice::Message message)
+} // namespace
+
+QString Notice::textOf(Message message) const
 {
     switch (message) {
     case Notice::Message::SettingsUnreadable:
@@ -28,12 +32,20 @@ QString textOf(Notice::Message message)
         return QStringLiteral(
             "Another program has changed the settings file. A copy of it is kept.");
     case Notice::Message::PasteRefused:
+        return QStringLiteral("The clipboard holds nothing that fits this strip.");
+    case Notice::Message::Done:
         break;
     }
-    return QStringLiteral("The clipboard holds nothing that fits this strip.");
+    return m_done;
 }
 
-} // namespace
+/// Marks good news, which the style sheet shows in another colour than trouble.
+static void setMark(QWidget *widget, bool isDone)
+{
+    widget->setProperty("done", isDone);
+    widget->style()->unpolish(widget);
+    widget->style()->polish(widget);
+}
 
 Notice::Notice(QWidget *parent) : QWidget(parent), m_text(new QLabel), m_button(new QPushButton)
 {
@@ -41,24 +53,42 @@ Notice::Notice(QWidget *parent) : QWidget(parent), m_text(new QLabel), m_button(
     m_text->setProperty("role", QStringLiteral("notice"));
     m_button->setObjectName(QStringLiteral("pB_Notice"));
     m_button->setProperty("role", QStringLiteral("notice"));
-    m_button->setText(QStringLiteral("Use the defaults"));
-    m_button->setAccessibleName(m_button->text());
-    m_button->setToolTip(QStringLiteral("Start with the default of every setting. The unreadable "
-                                        "file is kept beside the new one."));
+    m_button->setAccessibleName(QStringLiteral("Answer to the notice"));
+    m_button->setToolTip(m_button->accessibleName());
     m_button->hide();
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 6, 0);
     row->setSpacing(0);
     row->addWidget(m_text);
     row->addWidget(m_button);
-    connect(m_button, &QPushButton::clicked, this, &Notice::defaultsAccepted);
+    connect(m_button, &QPushButton::clicked, this, &Notice::press);
     m_flash.setSingleShot(true);
     m_flash.setInterval(flashTime);
     connect(&m_flash, &QTimer::timeout, this, [this] {
         set(Message::SettingsChangedElsewhere, false);
         set(Message::PasteRefused, false);
     });
+    m_telling.setSingleShot(true);
+    m_telling.setInterval(tellingTime);
+    connect(&m_telling, &QTimer::timeout, this, &Notice::endTelling);
     hide();
+}
+
+void Notice::press()
+{
+    if (m_messages.front() == Message::Done)
+        emit undoRequested();
+    else
+        emit defaultsAccepted();
+}
+
+void Notice::tell(const QString &what, bool canUndo)
+{
+    set(Message::Done, false);
+    m_done = what;
+    m_canUndo = canUndo;
+    set(Message::Done, true);
+    m_telling.start();
 }
 
 void Notice::set(Message message, bool applies)
@@ -88,6 +118,16 @@ void Notice::refresh()
         all += textOf(message);
     m_text->setText(all.first());
     m_text->setToolTip(all.size() > 1 ? all.join(QLatin1Char('\n')) : QString());
-    m_button->setVisible(m_messages.front() == Message::SettingsUnreadable);
+    const bool isDone = m_messages.front() == Message::Done;
+    m_button->setText(isDone ? QStringLiteral("Undo") : QStringLiteral("Use the defaults"));
+    m_button->setAccessibleName(m_button->text());
+    m_button->setToolTip(
+        isDone ? QStringLiteral("Take it back")
+               : QStringLiteral("Start with the default of every setting. The unreadable file is "
+                                "kept beside the new one."));
+    m_button->setVisible(
+        (isDone && m_canUndo) || m_messages.front() == Message::SettingsUnreadable);
+    setMark(m_text, isDone);
+    setMark(m_button, isDone);
     updateGeometry();
 }

@@ -25,24 +25,37 @@ public:
         DeviceRefuses,      ///< the device refuses a setting
         SettingsChangedElsewhere, ///< another program has changed the settings file
         PasteRefused,             ///< the clipboard holds nothing that fits the strip
+        Done,                     ///< the user has done something that can be undone
     };
 
     explicit Notice(QWidget *parent);
 
     /// Shows or removes a message.
     void set(Message message, bool applies);
-    /// Shows SettingsChangedElsewhere for 15 seconds.
+    /// Shows SettingsChangedElsewhere or PasteRefused for 15 seconds.
     void flash(Message message);
+    /// Says for 8 seconds what the user has done.
+    /// @param canUndo whether a button to undo it is shown
+    void tell(const QString &what, bool canUndo);
+    /// Ends what tell() shows.
+    void endTelling() { set(Message::Done, false); }
 
 signals:
     /// The user has pressed the button of SettingsUnreadable.
     void defaultsAccepted();
+    /// The user has pressed the button of tell().
+    void undoRequested();
 
 private:
     void refresh();
+    QString textOf(Message message) const;
+    void press();
 
     QLabel *m_text;
     QPushButton *m_button;
     QTimer m_flash;
+    QTimer m_telling;
+    QString m_done; ///< what tell() shows
+    bool m_canUndo = false;
     std::vector<Message> m_messages; ///< the current messages, the most important first
 };

@@ -4,39 +4,25 @@
 
 #include <array>
 
-class History;
-class SceneMemories;
-
-namespace mixer {
-class Mixer;
-} // namespace mixer
-class Settings;
+class Scenes;
 
 /// The menu of the ten scene memories. It saves, loads and renames each of them, and initializes
-/// all. GUI thread only.
+/// all. The icons of the scenes show the marks of the scene bar. GUI thread only.
 class SceneMenu : public QMenu
 {
     Q_OBJECT
 
 public:
-    /// All arguments must outlive the menu.
-    /// @param window parent of the menu and its boxes
-    SceneMenu(
-        SceneMemories &scenes, Settings &settings, mixer::Mixer &mixer, History &history,
-        QWidget *window);
+    /// @param scenes must outlive the menu
+    SceneMenu(Scenes &scenes, QWidget *parent);
+
+    /// Returns the submenu of a slot.
+    QMenu *menuOf(int slot) const { return m_menus[static_cast<std::size_t>(slot - 1)]; }
 
 private:
     void addScene(int slot);
-    void showName(int slot);
-    void save(int slot);
-    void load(int slot);
-    void rename(int slot);
-    void initialize();
+    void show(int slot);
 
-    SceneMemories &m_scenes;
-    Settings &m_settings;
-    mixer::Mixer &m_mixer;
-    History &m_history;
-    QWidget *m_window;
+    Scenes &m_scenes;
     std::array<QMenu *, 10> m_menus;
 };

@@ -70,18 +70,27 @@ bool belongsToThePanel(const QByteArray &entry)
     return group && belongsToThePanel(*group, storage::Key::FaderPos);
 }
 
+/// Returns the changes that make values equal to others, except for those that are kept.
 template <typename Kept>
-void replaceAll(Transaction &t, const Values &by, Kept isKept)
+std::vector<storage::Change> replacements(const Values &now, const Values &by, Kept isKept)
 {
+    std::vector<storage::Change> changes;
     for (int group = 0; group < storage::groupCount; ++group)
         for (int key = 0; key < storage::keyCount; ++key) {
             const auto g = storage::Group(group);
             const auto k = storage::Key(key);
-            const QByteArray &before = t.values().raw(g, k);
+            const QByteArray &before = now.raw(g, k);
             const QByteArray &after = by.raw(g, k);
             const bool same = before == after && before.isNull() == after.isNull();
-            if (!same && !isKept(g, k)) t.set(g, k, after);
+            if (!same && !isKept(g, k)) changes.push_back({g, k, before, after});
         }
+    return changes;
+}
+
+void write(Transaction &t, const std::vector<storage::Change> &changes)
+{
+    for (const storage::Change &change : changes)
+        t.set(change.group, change.key, change.after);
 }
 
 void replaceForeign(Transaction &t, const storage::Entries &by)
@@ -96,19 +105,24 @@ void replaceForeign(Transaction &t, const storage::Entries &by)
 
 } // namespace
 
+std::vector<storage::Change> recallChanges(const Values &now, const Values &scene)
+{
+    return replacements(now, scene, [](storage::Group group, storage::Key key) {
+        return belongsToThePanel(group, key);
+    });
+}
+
 void recall(Transaction &t, const Values &scene)
 {
     const bool soloedBefore = isAnySoloed(t.values());
-    replaceAll(t, scene, [](storage::Group group, storage::Key key) {
-        return belongsToThePanel(group, key);
-    });
+    write(t, recallChanges(t.values(), scene));
     replaceForeign(t, scene.foreign());
     if (!soloedBefore || !isAnySoloed(t.values())) forgetSavedMutes(t);
 }
 
 void initialize(Transaction &t)
 {
-    replaceAll(t, Values(), [](storage::Group, storage::Key) { return false; });
+    write(t, replacements(t.values(), Values(), [](storage::Group, storage::Key) { return false; }));
     const storage::Entries foreign = t.values().foreign();
     for (auto entry = foreign.begin(); entry != foreign.end(); ++entry)
         t.setForeign(entry.key(), QByteArray());

@@ -58,6 +58,8 @@ void setLineOut(Transaction &t, int output, int source);
 /// has seen the start information. The mutes from before the first solo are kept if a strip is
 /// soloed both before and after the recall; otherwise they are forgotten.
 void recall(Transaction &t, const Values &scene);
+/// Returns what a recall of a scene would change, without entries that the panel does not know.
+std::vector<storage::Change> recallChanges(const Values &now, const Values &scene);
 /// Sets every value to its default. The start information is shown again at the next start.
 void initialize(Transaction &t);
 /// Writes the new values of a change set, or the old ones. One strip at most is selected

@@ -71,7 +71,12 @@ void SceneMemories::restore(int slot, const QByteArray &bytes)
 QString SceneMemories::name(int slot) const
 {
     const QString name = m_names.read(sceneName(slot));
-    return name.isEmpty() ? QString::fromLatin1(nameOf(sceneName(slot).key.key)) : name;
+    return name.isEmpty() ? defaultName(slot) : name;
+}
+
+QString SceneMemories::defaultName(int slot)
+{
+    return QString::fromLatin1(nameOf(sceneName(slot).key.key));
 }
 
 void SceneMemories::rename(int slot, const QString &name)

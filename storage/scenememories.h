@@ -34,6 +34,7 @@ public:
 
     /// Returns the name of a slot. The default names are "SceneMemory1" to "SceneMemory10".
     QString name(int slot) const;
+    static QString defaultName(int slot);
 
     /// Renames a slot. An empty name restores the default name.
     void rename(int slot, const QString &name);

@@ -17,6 +17,7 @@ private slots:
     void loadRestoresEverything();
     void failedSaveIsReported();
     void names();
+    void marks();
     void initializeMemory();
 };
 
@@ -120,6 +121,44 @@ void TestScenes::names()
     const auto *box = panel.window.findChild<QMessageBox *>();
     QCOMPARE(box->text(), "This scene memory does not exist."_s);
     QCOMPARE(panel.file(), before);
+}
+
+/// The scene bar: empty, saved, recalled, changed since. The marks survive a restart, and the
+/// notice undoes a recall.
+void TestScenes::marks()
+{
+    const auto state = [](const Panel &panel, int slot) {
+        return panel.find<QPushButton>("pB_Scene%1"_s.arg(slot))->accessibleName();
+    };
+    const auto faderOf3 = [](const Panel &panel) {
+        return panel.find<QLabel>("label_Fader3"_s)->text();
+    };
+    {
+        Panel panel("marks", session);
+        QCOMPARE(state(panel, 1), "Scene 1, empty"_s);
+        panel.trigger("actionSave1"_s);
+        panel.trigger("actionSave2"_s);
+        QCOMPARE(state(panel, 1), "Scene 1, saved"_s);
+        QCOMPARE(state(panel, 2), "Scene 2, on"_s);
+        panel.find<QPushButton>("pB_Analog1"_s)->click(); // the selection does not count
+        QTest::qWait(0);
+        emit panel.find<StepControl>("faderKnob3"_s)
+            ->gestureMade({gestures::Gesture::Kind::Steps, -9});
+        QTRY_COMPARE(state(panel, 2), "Scene 2, on, changed since"_s);
+        QVERIFY(panel.find<QPushButton>("pB_Scene2"_s)->text().endsWith(QLatin1Char('*')));
+    }
+    Panel panel("marks");
+    panel.window.show();
+    QCOMPARE(state(panel, 2), "Scene 2, on, changed since"_s);
+    const QString changed = faderOf3(panel);
+    panel.find<QPushButton>("pB_Scene2"_s)->click();
+    QTRY_COMPARE(state(panel, 2), "Scene 2, on"_s);
+    QVERIFY(faderOf3(panel) != changed);
+    QCOMPARE(panel.find<QLabel>("label_Notice"_s)->text(), "Scene 2 recalled"_s);
+    panel.find<QPushButton>("pB_Notice"_s)->click();
+    QCOMPARE(faderOf3(panel), changed);
+    QTRY_COMPARE(state(panel, 2), "Scene 2, on, changed since"_s);
+    QVERIFY(panel.find("label_Notice"_s)->isHidden() || !panel.find("label_Notice"_s)->isVisible());
 }
 
 void TestScenes::initializeMemory()
