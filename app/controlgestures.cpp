@@ -31,7 +31,9 @@ StepControl::Range rangeOf(const Adjustable &a)
     while (position != highestPosition(a)) {
         const int next = stepped(a, position, 1);
         if (next == position) break;
-        range.step = std::min(range.step, numberAt(a, next) - numberAt(a, position));
+        const double step = numberAt(a, next) - numberAt(a, position);
+        // Several positions share the highest value, so the last step may change no number.
+        if (step > 0) range.step = std::min(range.step, step);
         position = next;
     }
     return range;
