@@ -47,7 +47,9 @@ bool StepControl::event(QEvent *event)
         m_letGo = false;
     if (event->type() == QEvent::MouseMove && m_letGo) return true;
     const bool isRelease = event->type() == QEvent::MouseButtonRelease;
+    if (event->type() == QEvent::MouseButtonPress) m_isHeld = true;
     const bool handled = QLabel::event(event);
+    if (isRelease) m_isHeld = false;
     if (isRelease) announce();
     return handled;
 }
@@ -56,14 +58,14 @@ void StepControl::setReading(double value, const QString &words)
 {
     m_value = value;
     m_words = words;
-    // During a drag the value is announced once, at its end.
-    if (!(QGuiApplication::mouseButtons() & Qt::LeftButton) || QWidget::mouseGrabber() != this)
-        announce();
+    // During a drag the value is announced once, at its end. A release can get lost.
+    if (!m_isHeld || !(QGuiApplication::mouseButtons() & Qt::LeftButton)) announce();
 }
 
 void StepControl::announce()
 {
-    if (m_value == m_announced || !QAccessible::isActive()) return;
+    // The same pan is also on the page that is not shown, mono or stereo.
+    if (m_value == m_announced || !isVisible() || !QAccessible::isActive()) return;
     m_announced = m_value;
     QAccessibleValueChangeEvent event(this, m_value);
     QAccessible::updateAccessibility(&event);

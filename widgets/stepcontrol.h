@@ -64,6 +64,7 @@ private:
     double m_value = 0;
     QString m_words;
     double m_announced = 0; ///< the value that was announced last
+    bool m_isHeld = false;  ///< between press and release of a mouse button
     bool m_letGo = false;
     int m_notchSteps = 1;
     int m_wheelRemainder = 0; ///< eighths of a degree that do not make a whole step yet
