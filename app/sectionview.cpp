@@ -90,6 +90,10 @@ void SectionView::describeDisplays()
         const bool hidden = m_widgets.gainReduction->isHidden();
         return reductionText(hidden ? 0 : m_widgets.gainReduction->height());
     });
+    accessiblecontrols::setWords(m_widgets.gainReductionCaption, [this] {
+        const QString state = m_widgets.gainReductionCaption->property("state").toString();
+        return state.mid(state.indexOf(QLatin1Char('_')) + 1).toLower(); // "GR_Active"
+    });
 }
 
 /// Returns the values of the edited strip's parameters in words: "Low gain 3 dB".

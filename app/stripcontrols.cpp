@@ -2,6 +2,7 @@
 
 #include "common/geometry.h"
 #include "mixer/faderscale.h"
+#include "widgets/accessiblecontrols.h"
 #include "widgets/clipmark.h"
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
@@ -47,6 +48,9 @@ QLabel *makeText(
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignCenter);
     label->setGeometry(area);
+    // A name would hide the text from screen readers.
+    if (!naming.spoken.isEmpty())
+        accessiblecontrols::setWords(label, [label] { return label->text(); });
     return label;
 }
 

@@ -3,8 +3,10 @@
 #include "widgets/channelcontrol.h"
 #include "widgets/stepcontrol.h"
 
+#include <QAbstractItemView>
 #include <QAccessibleWidget>
 #include <QApplication>
+#include <QComboBox>
 
 namespace {
 
@@ -91,11 +93,61 @@ private:
     const Words *const m_words; ///< belongs to the widget
 };
 
+/// A list to choose from. Qt's own interface takes the chosen entry for the name, except on Windows
+/// and macOS. Readers announce a choice as a changed name, so this name has both: "Source of line
+/// out 1, MASTER L".
+class AccessibleList : public QAccessibleWidget
+{
+public:
+    explicit AccessibleList(QComboBox *list) : QAccessibleWidget(list, QAccessible::ComboBox) {}
+
+    int childCount() const override { return 1; }
+    QAccessibleInterface *child(int index) const override
+    {
+        return index == 0 ? QAccessible::queryAccessibleInterface(list()->view()) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        return child->object() == list()->view() ? 0 : -1;
+    }
+
+    QString text(QAccessible::Text type) const override
+    {
+        const QString choice = list()->currentText();
+        if (type == QAccessible::Value) return choice;
+        const QString text = QAccessibleWidget::text(type);
+        if (type != QAccessible::Name) return text;
+        return text.isEmpty() ? choice : text + QLatin1String(", ") + choice;
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.expandable = true;
+        state.expanded = list()->view()->isVisible();
+        return state;
+    }
+
+    QStringList actionNames() const override { return {showMenuAction(), setFocusAction()}; }
+    void doAction(const QString &action) override
+    {
+        if (action != showMenuAction()) return QAccessibleWidget::doAction(action);
+        if (!list()->isEnabled()) return;
+        list()->view()->isVisible() ? list()->hidePopup() : list()->showPopup();
+    }
+
+private:
+    QComboBox *list() const { return static_cast<QComboBox *>(widget()); }
+};
+
 /// A background image, which says nothing.
 class AccessibleBackground : public QAccessibleWidget
 {
 public:
-    explicit AccessibleBackground(QWidget *image) : QAccessibleWidget(image, QAccessible::Border) {}
+    explicit AccessibleBackground(QWidget *image)
+        : QAccessibleWidget(image, QAccessible::Whitespace)
+    {
+    }
 
     QAccessible::State state() const override
     {
@@ -111,6 +163,8 @@ QAccessibleInterface *make(const QString &, QObject *object)
         return new AccessibleStepControl(control);
     if (auto *frame = qobject_cast<ChannelControl *>(object))
         return new AccessibleBackground(frame);
+    if (auto *list = qobject_cast<QComboBox *>(object))
+        if (!list->isEditable()) return new AccessibleList(list);
     for (QObject *child : object->children())
         if (const auto *words = dynamic_cast<const Words *>(child))
             return new AccessibleDrawing(static_cast<QWidget *>(object), words);
@@ -128,7 +182,16 @@ void install()
 
 void setWords(QWidget *widget, const std::function<QString()> &words)
 {
+    for (QObject *child : widget->children())
+        if (dynamic_cast<const Words *>(child)) {
+            delete child;
+            break;
+        }
     new Words(widget, words);
+    // Qt keeps the interface that it made first, which does not know the words: while a screen
+    // reader runs, Qt makes one as soon as the widget has a name.
+    QAccessible::deleteAccessibleInterface(
+        QAccessible::uniqueId(QAccessible::queryAccessibleInterface(widget)));
 }
 
 } // namespace accessiblecontrols
