@@ -122,7 +122,8 @@ void recall(Transaction &t, const Values &scene)
 
 void initialize(Transaction &t)
 {
-    write(t, replacements(t.values(), Values(), [](storage::Group, storage::Key) { return false; }));
+    write(
+        t, replacements(t.values(), Values(), [](storage::Group, storage::Key) { return false; }));
     const storage::Entries foreign = t.values().foreign();
     for (auto entry = foreign.begin(); entry != foreign.end(); ++entry)
         t.setForeign(entry.key(), QByteArray());
