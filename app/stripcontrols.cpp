@@ -87,7 +87,7 @@ void makeMeters(
         sharpPixmap(QStringLiteral(":/Resource/track/meter.png"), parent->devicePixelRatioF()));
     view.meter->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
     view.hold =
-        make("label_Hold", " highest level", "hold", QRect(column, geometry::meterTop, width, 1));
+        make("label_Hold", " maximum", "hold", QRect(column, geometry::meterTop, width, 1));
     view.peak = make("label_Peak", " peak", "peak", QRect(column, peakTop, width, peakHeight));
     view.peak->setToolTip(QStringLiteral("Level within 1 dB of full scale"));
     view.clip = new ClipMark(parent);

@@ -226,7 +226,7 @@ void StripsView::nameControls(const StripId &strip) const
         call(side.phase, mixer::track(input), "phase");
         call(side.panKnob, mixer::track(input), "pan");
         call(side.meter, mixer::track(input), "level");
-        call(side.hold, mixer::track(input), "highest level");
+        call(side.hold, mixer::track(input), "maximum");
         call(side.peak, mixer::track(input), "peak");
         call(side.clip, mixer::track(input), "clip");
     }
