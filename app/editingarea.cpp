@@ -26,10 +26,11 @@ struct KnobLayout
 };
 
 constexpr int leftHalf = 24; // from a band's left edge to the middle of its left knob
-constexpr int rightHalf = 71;
+constexpr int rightHalf = 70;
 constexpr int centre = 47;
 constexpr int band(int column) { return geometry::bandsLeft + geometry::bandWidth * column; }
-constexpr int compressorColumns[] = {820, 916, 1012};
+constexpr int column(int number) { return geometry::compressorKnobs + geometry::compressorPitch * number; }
+constexpr int compressorColumns[] = {column(0), column(1), column(2)};
 
 using Id = ParameterId;
 
@@ -57,7 +58,8 @@ constexpr QRect captionArea(-35, 0, 70, geometry::knobCaption);
 constexpr QPoint dialPlace(-geometry::knobSide / 2, geometry::knobCaption);
 constexpr QRect bandTextArea(-22, 50, 45, 15);
 constexpr QRect compressorTextArea(-26, 50, 52, 15);
-constexpr int unitWidth = 13;
+constexpr int bandUnitWidth = 13;
+constexpr int compressorUnitWidth = 16;
 
 constexpr QRect titleArea(9, 3, 172, 21);
 constexpr int headTop = 6;
@@ -73,7 +75,8 @@ constexpr QPoint compressorPlace(
 constexpr QRect reductionCaption(564, 54, 26, 14);
 constexpr QRect reductionHead(compressorColumns[2] - 35, 95, 70, geometry::knobCaption);
 constexpr QRect reductionText(compressorColumns[2] - 35, 112, 70, 28);
-constexpr QRect hintArea(band(0) + 8, 46, 4 * geometry::bandWidth - 16, 72);
+constexpr QRect hintArea(
+    band(0), 4, 4 * geometry::bandWidth + 1, geometry::editingHeight - 8);
 // clang-format on
 
 void makeHeads(QWidget *area)
@@ -101,6 +104,7 @@ QString tipOf(const Parameter &parameter)
 QLabel *makeUnit(const Parameter &parameter, QLabel *text, QWidget *area)
 {
     QRect place = text->geometry();
+    const int unitWidth = parameter.band == noBand ? compressorUnitWidth : bandUnitWidth;
     place.setLeft(place.right() + 1 - unitWidth);
     QLabel *unit = makeText({}, "unit", QString::fromLatin1(parameter.unit).trimmed(), place, area);
     unit->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);

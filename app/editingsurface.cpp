@@ -148,6 +148,11 @@ void surface(QPainter &painter)
     fill(
         painter, QRectF(geometry::compressorSection + 7, 4, compressorWidth - 14, headLine),
         colours::edge);
+    for (int column = 0; column < 3; ++column) {
+        const int left = geometry::compressorKnobs + geometry::compressorPitch * column -
+                         geometry::compressorPitch / 2;
+        fill(painter, QRectF(left, 27, 1, height - 35), colours::line);
+    }
     for (int band = 0; band <= 4; ++band) {
         const int left = geometry::bandsLeft + band * geometry::bandWidth;
         fill(painter, QRectF(left, 8, 1, height - 16), colours::line);

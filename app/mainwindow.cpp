@@ -392,6 +392,9 @@ void MainWindow::connectPresence()
     connect(&m_mixer, &mixer::Mixer::bypassChanging, &m_section, &SectionView::setBypassed);
     connect(&m_presence, &Presence::disconnected, this, &MainWindow::showDisconnected);
     connect(&m_presence, &Presence::reconnected, this, [this] { delete m_disconnectedBox; });
+    connect(&m_settings.store(), &storage::Store::committed, this, [this](const auto &changes) {
+        if (changes.contains(storage::miscGroup, storage::Key::MixerTrueBypass)) status();
+    });
     connect(&m_presence, &Presence::statusChanged, this, [this] {
         status();
         refreshFacts();
@@ -443,6 +446,7 @@ void MainWindow::status()
     m_notice->set(Notice::Message::NoDevice, !m_presence.isAnswering());
     m_interface->setAnswering(m_presence.isAnswering());
     m_notice->set(Notice::Message::DeviceRefuses, m_presence.isRefusing());
+    m_notice->set(Notice::Message::Bypassed, mixer::isBypassed(m_settings.store().values()));
 }
 
 void MainWindow::timerInterrupt_1000ms()

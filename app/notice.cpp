@@ -1,8 +1,10 @@
 #include "app/notice.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QStyle>
 #include <QVariant>
 
@@ -34,9 +36,11 @@ QString Notice::textOf(Message message) const
     case Notice::Message::PasteRefused:
         return QStringLiteral("The clipboard holds nothing that fits this strip.");
     case Notice::Message::Done:
+        return m_done;
+    case Notice::Message::Bypassed:
         break;
     }
-    return m_done;
+    return QStringLiteral("Mixer bypassed. The strips have no effect.");
 }
 
 /// Marks good news, which the style sheet shows in another colour than trouble.
@@ -130,4 +134,14 @@ void Notice::refresh()
     setMark(m_text, isDone);
     setMark(m_button, isDone);
     updateGeometry();
+    placeInMenuBar();
+}
+
+/// Makes the menu bar give the notice the space that its text needs now. The menu bar asks only
+/// when its own size changes.
+void Notice::placeInMenuBar()
+{
+    auto *bar = parentWidget();
+    QResizeEvent resized(bar->size(), bar->size());
+    QCoreApplication::sendEvent(bar, &resized);
 }

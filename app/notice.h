@@ -25,7 +25,8 @@ public:
         DeviceRefuses,      ///< the device refuses a setting
         SettingsChangedElsewhere, ///< another program has changed the settings file
         PasteRefused,             ///< the clipboard holds nothing that fits the strip
-        Done,                     ///< the user has done something that can be undone
+        Done,                     ///< the user has saved or recalled a scene
+        Bypassed,                 ///< the mixer is out of circuit
     };
 
     explicit Notice(QWidget *parent);
@@ -50,6 +51,7 @@ private:
     void refresh();
     QString textOf(Message message) const;
     void press();
+    void placeInMenuBar();
 
     QLabel *m_text;
     QPushButton *m_button;

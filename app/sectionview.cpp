@@ -211,8 +211,8 @@ void SectionView::showHint()
     QLabel *hint = m_widgets.hint;
     hint->setText(
         mixer::isBypassed(m_store.values())
-            ? QStringLiteral("The device's mixer is bypassed: its inputs go straight to the "
-                             "computer. Turn Mixer True Bypass off on the Output page to edit.")
+            ? QStringLiteral("The device's mixer is out of circuit. Turn Mixer True Bypass off on "
+                             "the Output page to use the strips.")
             : QStringLiteral("Click the number or the background of a strip to edit its equalizer "
                              "and compressor here."));
     hint->setVisible(!m_edited);

@@ -257,7 +257,8 @@ QPushButton *buildLinkButton(int left, bool linked, QWidget *parent)
 {
     const QString key = QString::fromLatin1(pair(left).key().mid(5));
     const QString channels = title(pair(left));
-    auto *button = new QPushButton(QStringLiteral("LINK"), parent);
+    auto *button =
+        new QPushButton(linked ? QStringLiteral("LINKED") : QStringLiteral("LINK"), parent);
     button->setGeometry(linkButton);
     if (linked) {
         apply(

@@ -52,10 +52,12 @@ constexpr int reductionTop = 73;
 constexpr int reductionWidth = 5;
 constexpr int reductionLength = 63; ///< of the longest bar
 constexpr int eqLeft = 33;          ///< the EQ curve
-constexpr int eqTop = 52;
+constexpr int eqTop = 47;
 constexpr int eqColumns = 136;
 constexpr int eqZeroRow = 38;       ///< row of 0 dB, from the top of the curve
 constexpr int compressorLeft = 634; ///< the compressor curve without its margin
 constexpr int compressorTop = 29;
+constexpr int compressorKnobs = 820; ///< the middle of the first of three columns of knobs
+constexpr int compressorPitch = 96;
 
 } // namespace geometry
