@@ -36,6 +36,11 @@ void select(Transaction &t, const StripId &strip, bool on);
 void setSolo(Transaction &t, const StripId &strip, bool on);
 /// Forgets the mutes from before the first solo. The end of the last solo then unmutes all strips.
 void forgetSavedMutes(Transaction &t);
+/// Returns the mutes from before the first solo as a text, with one character for each strip. A
+/// process that replaces this one can restore them.
+QByteArray savedMutes(const Values &values);
+/// Restores what savedMutes() returned. A text of another length has no effect.
+void restoreSavedMutes(Transaction &t, const QByteArray &mutes);
 ///@}
 
 /// Links or unlinks a pair. Linking copies the left channel's values to the pair and unmutes both

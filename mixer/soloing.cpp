@@ -70,4 +70,24 @@ void forgetSavedMutes(Transaction &t)
         [&t](const StripId &strip) { t.set(strip.group(), key::savedMute.key, QByteArray()); });
 }
 
+QByteArray savedMutes(const Values &values)
+{
+    QByteArray mutes;
+    forSoloable([&](const StripId &strip) {
+        const bool isSaved = !values.raw(strip.group(), key::savedMute.key).isNull();
+        mutes += !isSaved ? '-' : isOn(values, strip, key::savedMute) ? '1' : '0';
+    });
+    return mutes;
+}
+
+void restoreSavedMutes(Transaction &t, const QByteArray &mutes)
+{
+    if (mutes.size() != stripCount - 1) return; // all but the master
+    const char *mute = mutes.constData();
+    forSoloable([&](const StripId &strip) {
+        if (*mute != '-') t.write(strip.group(), key::savedMute, *mute == '1');
+        ++mute;
+    });
+}
+
 } // namespace mixer
