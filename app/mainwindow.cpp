@@ -13,6 +13,8 @@
 #include "app/productinformation.h"
 #include "app/scenebar.h"
 #include "app/scenemenu.h"
+#include "app/zoom.h"
+#include "app/zoommenu.h"
 #include "common/constants.h"
 #include "mixer/identity.h"
 #include "storage/settings.h"
@@ -131,6 +133,9 @@ void MainWindow::buildViewMenu()
         addNamed(view, QStringLiteral("&Minimize"), QStringLiteral("actionMinimize"));
     minimize->setShortcut(QKeySequence(QStringLiteral("Ctrl+M")));
     connect(minimize, &QAction::triggered, this, &MainWindow::showMinimized);
+    auto *zooms = new ZoomMenu(m_history.stack(), this);
+    view->addMenu(zooms);
+    connect(zooms, &ZoomMenu::chosen, this, &MainWindow::zoomChosen);
     view->addSeparator();
     addNamed(view, QStringLiteral("&Initialize Memory"), QStringLiteral("actionInitialize_Memory"));
     view->addSeparator();
@@ -217,7 +222,9 @@ void MainWindow::moveOntoScreen()
 void MainWindow::restoreWindowGeometry()
 {
     QSettings store = geometryStore(m_organisation);
-    if (!restoreGeometry(store.value(QStringLiteral("Window/geometry")).toByteArray()))
+    const bool restored =
+        restoreGeometry(store.value(QStringLiteral("Window/geometry")).toByteArray());
+    if (!restored && !m_edition.isReplacement)
         QTimer::singleShot(0, this, &MainWindow::moveOntoScreen);
 }
 
@@ -225,6 +232,7 @@ void MainWindow::storeWindowGeometry() const
 {
     QSettings store = geometryStore(m_organisation);
     store.setValue(QStringLiteral("Window/geometry"), saveGeometry());
+    zoom::storeExtent(m_organisation, *this);
 }
 
 bool MainWindow::isChecked(QPushButton *StripWidgets::*button, const mixer::StripId &strip) const
@@ -552,7 +560,7 @@ void MainWindow::openWebPage(const QUrl &page)
 /// it is above the window.
 void MainWindow::offerStartInformation()
 {
-    if (m_settings.read(storage::informationSeen)) return;
+    if (m_edition.isReplacement || m_settings.read(storage::informationSeen)) return;
     const auto show = [this] {
         boxes::showStartInformation(
             this, [this] { m_settings.write(storage::informationSeen, true); });
@@ -569,7 +577,8 @@ void MainWindow::startUpdateChecker()
          [this] { return mixer::askIdentity(m_device).firmware; }},
         this);
     // Delayed so that the window appears first.
-    QTimer::singleShot(updateDelay, m_updates, &UpdateInformation::checkQuietly);
+    if (!m_edition.isReplacement)
+        QTimer::singleShot(updateDelay, m_updates, &UpdateInformation::checkQuietly);
 }
 
 void MainWindow::restorePage()

@@ -60,6 +60,8 @@ signals:
     /// The compressor display has announced its state: "GR_Passive", "GR_Available" or "GR_Active".
     // contract: the name.
     void sig_changeColorComp(const QString &state);
+    /// The user has chosen another zoom. A new process has to show it.
+    void zoomChosen(int percent);
 
 public slots:
     // contract: the names of all slots, those of the three timers included.

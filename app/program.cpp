@@ -1,10 +1,14 @@
 #include "app/program.h"
 
+#include "app/boxes.h"
 #include "app/language.h"
 #include "app/mainwindow.h"
 #include "app/qtsingleapplication.h"
+#include "app/replacement.h"
+#include "app/zoom.h"
 #include "common/constants.h"
 #include "device/tracetransport.h"
+#include "storage/settings.h"
 #include "widgets/accessiblecontrols.h"
 #include "widgets/colours.h"
 #include "widgets/sharppixmap.h"
@@ -72,13 +76,71 @@ void showBeside(QWidget &companion, QWidget &panel)
     companion.show();
 }
 
+QString organisationOf(const Program &program)
+{
+    return QLatin1String(program.edition.organisation);
+}
+
+/// Makes the application object with the stored zoom, or the largest that fits. Which zooms fit is
+/// known only when there is an application object, so it may be made twice.
+std::unique_ptr<QtSingleApplication>
+makeApplication(const QString &organisation, int &argc, char **argv)
+{
+    const zoom::Stored stored = zoom::stored(organisation);
+    // A window without an extent always fits: this only makes the value one of the list.
+    int percent = zoom::largestFitting(stored.percent, {}, {0, 0});
+    for (;;) {
+        const zoom::DuringConstruction scaled(percent);
+        auto application = std::make_unique<QtSingleApplication>(argc, argv, true);
+        const int fitting = zoom::fittingAnyScreen(stored.extent);
+        if (fitting == percent) return application;
+        percent = fitting;
+    }
+}
+
+/// Starts the program again with another zoom, and ends this process. If that is not possible, says
+/// why and leaves everything as it was.
+void changeZoom(
+    int percent, const Program &program, MainWindow &window, const QtSingleApplication &application)
+{
+    Settings &settings = program.settings;
+    settings.flush();
+    if (settings.reading() != Settings::Reading::Done || settings.isWriteFailing())
+        return boxes::inform(
+            &window, QStringLiteral("The zoom can be changed when the settings file can be read "
+                                    "and written again."));
+    const QString organisation = organisationOf(program);
+    const int before = zoom::stored(organisation).percent;
+    zoom::storeChoice(organisation, percent);
+    if (replacement::start(application, replacement::toHandOver(window, settings))) {
+        window.close();
+        return QCoreApplication::quit();
+    }
+    zoom::storeChoice(organisation, before);
+    boxes::inform(
+        &window, QStringLiteral("The panel could not be started again with another zoom.\nThis "
+                                "one goes on with %1 %.")
+                     .arg(zoom::current()));
+}
+
 } // namespace
 
-static int runWindow(const Program &program, Transport &transport, QtSingleApplication &application)
+static int runWindow(
+    const Program &program, Transport &transport, QtSingleApplication &application,
+    const std::optional<replacement::Handover> &handover)
 {
-    MainWindow window(program.settings, transport, program.edition);
+    Edition edition = program.edition;
+    edition.isReplacement = handover.has_value();
+    if (handover) replacement::restoreMutes(program.settings, *handover);
+    MainWindow window(program.settings, transport, edition);
     application.setActivationWindow(&window, true);
     QtSingleApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    QObject::connect(&window, &MainWindow::zoomChosen, &window, [&](int percent) {
+        changeZoom(percent, program, window, application);
+    });
+    if (handover)
+        replacement::moveTo(
+            window, zoom::atCurrent(zoom::stored(organisationOf(program)).extent.frame), *handover);
     window.show();
     std::unique_ptr<QWidget> companion;
     if (program.makeCompanion)
@@ -98,7 +160,10 @@ int run(const Program &program, int argc, char **argv)
     if (QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows)
         QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
             Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    QtSingleApplication application(argc, argv, true);
+    const std::optional<replacement::Handover> handover = replacement::received();
+    const auto made = makeApplication(organisationOf(program), argc, argv);
+    QtSingleApplication &application = *made;
+    if (handover) replacement::awaitLock(application);
     if (application.isRunning()) {
         const bool delivered = application.sendMessage(
             QLatin1String(constants::alreadyRunning), constants::alreadyRunningTimeout);
@@ -108,7 +173,7 @@ int run(const Program &program, int argc, char **argv)
     accessiblecontrols::install();
     applyLook();
     std::unique_ptr<Transport> transport = tracedWhereAsked(program.makeTransport());
-    const int code = runWindow(program, *transport, application);
+    const int code = runWindow(program, *transport, application, handover);
     if (QVXDevice::hasAbandonedWorker())
         static_cast<void>(transport.release()); // the worker still uses it
     return code;

@@ -39,6 +39,8 @@ constexpr char companionMixerPath[] = "\"c:\\Program Files\\NORVEL\\Tamber\\tmbr
 constexpr char alreadyRunning[] = "Already App is Running!";
 /// How long a second instance waits for the acknowledgement, in milliseconds.
 constexpr int alreadyRunningTimeout = 5000;
+/// Message of a process that is ready to replace the first instance.
+constexpr char readyToReplace[] = "Ready to replace this process";
 
 /// The maker's international site.
 constexpr char website[] = "https://www.norvel.example";
