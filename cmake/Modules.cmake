@@ -37,13 +37,13 @@ function(tamber_module module)
     target_link_libraries(tamber_${module} PUBLIC tamber_flags ${arg_LINKS})
 endfunction()
 
-# tamber_test(<name> [DISPLAY] [MANAGER] [BUS] [TIMEOUT <seconds>] SOURCES <files...>
-#             LINKS <targets...>)
+# tamber_test(<name> [DISPLAY] [MANAGER] [BUS] [SCREEN <WIDTHxHEIGHT>] [TIMEOUT <seconds>]
+#             SOURCES <files...> LINKS <targets...>)
 # makes a QtTest program and adds it to ctest. DISPLAY: it opens windows, so it runs on a virtual
-# display that no other test uses. MANAGER: a window manager runs on that display. BUS: it runs on a
-# D-Bus session that no other test uses.
+# display that no other test uses, of 1366x768 unless SCREEN is given. MANAGER: a window manager
+# runs on that display. BUS: it runs on a D-Bus session that no other test uses.
 function(tamber_test name)
-    cmake_parse_arguments(arg "DISPLAY;MANAGER;BUS" "TIMEOUT" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(arg "DISPLAY;MANAGER;BUS" "SCREEN;TIMEOUT" "SOURCES;LINKS" ${ARGN})
     if(NOT arg_TIMEOUT)
         set(arg_TIMEOUT 120)
     endif()
@@ -61,4 +61,7 @@ function(tamber_test name)
     endif()
     add_test(NAME ${name} COMMAND ${launcher} $<TARGET_FILE:${name}>)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+    if(arg_SCREEN)
+        set_tests_properties(${name} PROPERTIES ENVIRONMENT "TEST_SCREEN=${arg_SCREEN}")
+    endif()
 endfunction()

@@ -54,7 +54,9 @@ public:
     enum Key : std::uint8_t {
         Escape = 9,
         Six = 15,
+        Zero = 19,
         Minus = 20,
+        Equal = 21,
         Tab = 23,
         Return = 36,
         Control = 37,
@@ -87,7 +89,8 @@ public:
             fake(XCB_KEY_RELEASE, key);
     }
 
-    /// The visible top-level window of a process with this title, 0 if there is none.
+    /// The visible top-level window with this title of a process, or of any for 0; 0 if there is
+    /// none.
     xcb_window_t find(const QString &title, qint64 process)
     {
         for (const xcb_window_t window : windowsOf(process))
@@ -95,17 +98,22 @@ public:
         return 0;
     }
 
-    /// The visible top-level windows of a process.
+    /// The visible top-level windows of a process, or of all processes for 0.
     QVector<xcb_window_t> windowsOf(qint64 process)
     {
         QVector<xcb_window_t> windows;
         for (const xcb_window_t window : stack()) {
-            const QByteArray id = property(window, "_NET_WM_PID");
-            const bool own =
-                id.size() == 4 && *reinterpret_cast<const qint32 *>(id.data()) == process;
+            const bool own = process == 0 || processOf(window) == process;
             if (own && isShown(window)) windows += window;
         }
         return windows;
+    }
+
+    /// The process of a window, 0 if the window does not tell.
+    qint64 processOf(xcb_window_t window)
+    {
+        const QByteArray id = property(window, "_NET_WM_PID");
+        return id.size() == 4 ? *reinterpret_cast<const qint32 *>(id.data()) : 0;
     }
 
     /// Whether any program shows a window.
@@ -138,6 +146,21 @@ public:
     {
         const std::uint32_t above = XCB_STACK_MODE_ABOVE;
         xcb_configure_window(m_connection, window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+        sync();
+    }
+
+    /// Gives the keyboard focus to a window, as a window manager would.
+    void focus(xcb_window_t window)
+    {
+        xcb_set_input_focus(m_connection, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
+        sync();
+    }
+
+    void move(xcb_window_t window, const QPoint &to)
+    {
+        const std::int32_t place[] = {to.x(), to.y()};
+        xcb_configure_window(
+            m_connection, window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, place);
         sync();
     }
 

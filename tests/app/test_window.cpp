@@ -23,6 +23,7 @@ public slots:
 private slots:
     void initTestCase() { applyLook(); }
     void menus();
+    void zooms();
     void startInformation();
     void productInformation();
     void helpLinks();
@@ -44,6 +45,28 @@ void TestWindow::menus()
             QVERIFY(panel.find<QAction>("action"_s + action + QString::number(slot)));
     QCOMPARE(panel.find<QAction>("actionLoad1"_s)->shortcut(), QKeySequence("Ctrl+F1"_s));
     QCOMPARE(panel.find<QAction>("actionSave1"_s)->shortcut(), QKeySequence("Ctrl+Shift+F1"_s));
+}
+
+/// The menu offers what fits the screen, and says before that the undo history is cleared.
+void TestWindow::zooms()
+{
+    const Panel panel("zooms", "");
+    const QSignalSpy chosen(&panel.window, &MainWindow::zoomChosen);
+    const auto *full = panel.find<QAction>("actionZoom100"_s);
+    const auto *largest = panel.find<QAction>("actionZoom200"_s);
+    panel.trigger("actionZoom200"_s); // by a shortcut, before the menu was open
+    QVERIFY(chosen.isEmpty());
+    QVERIFY(full->isChecked() && !largest->isChecked());
+
+    auto *menu = qobject_cast<QMenu *>(full->associatedWidgets().constFirst());
+    emit menu->aboutToShow();
+    QVERIFY(full->isEnabled() && !largest->isEnabled());
+    QVERIFY(largest->toolTip().contains("200 %"_s));
+    const auto *warning = panel.find<QAction>("actionZoomWarning"_s);
+    QVERIFY(!warning->isVisible());
+    panel.find<QPushButton>("pB_Mute1"_s)->click();
+    emit menu->aboutToShow();
+    QVERIFY(warning->isVisible());
 }
 
 void TestWindow::startInformation()
