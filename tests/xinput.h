@@ -89,8 +89,10 @@ public:
             fake(XCB_KEY_RELEASE, key);
     }
 
-    /// The visible top-level window with this title of a process, or of any for 0; 0 if there is
-    /// none.
+    /// Stands for every process. 0 does not, because it is the id of a QProcess that has ended.
+    static constexpr qint64 anyProcess = -1;
+
+    /// The visible top-level window of a process with this title, 0 if there is none.
     xcb_window_t find(const QString &title, qint64 process)
     {
         for (const xcb_window_t window : windowsOf(process))
@@ -98,18 +100,18 @@ public:
         return 0;
     }
 
-    /// The visible top-level windows of a process, or of all processes for 0.
+    /// The visible top-level windows of a process.
     QVector<xcb_window_t> windowsOf(qint64 process)
     {
         QVector<xcb_window_t> windows;
         for (const xcb_window_t window : stack()) {
-            const bool own = process == 0 || processOf(window) == process;
+            const bool own = process == anyProcess || processOf(window) == process;
             if (own && isShown(window)) windows += window;
         }
         return windows;
     }
 
-    /// The process of a window, 0 if the window does not tell.
+    /// The process of a window, 0 if the window does not name it.
     qint64 processOf(xcb_window_t window)
     {
         const QByteArray id = property(window, "_NET_WM_PID");
