@@ -86,8 +86,7 @@ void makeMeters(
     view.meter->setPixmap(
         sharpPixmap(QStringLiteral(":/Resource/track/meter.png"), parent->devicePixelRatioF()));
     view.meter->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
-    view.hold =
-        make("label_Hold", " maximum", "hold", QRect(column, geometry::meterTop, width, 1));
+    view.hold = make("label_Hold", " maximum", "hold", QRect(column, geometry::meterTop, width, 1));
     view.peak = make("label_Peak", " peak", "peak", QRect(column, peakTop, width, peakHeight));
     view.peak->setToolTip(QStringLiteral("Level within 1 dB of full scale"));
     view.clip = new ClipMark(parent);

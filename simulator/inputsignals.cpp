@@ -25,6 +25,9 @@ struct SignalRow
     double period;    ///< seconds
 };
 
+// The session as a whole does not clip with all faders at 0 dB.
+constexpr double headroom = 0.35;
+
 // A small recording session. The two key channels carry the same tone, so that inverting the phase
 // of one cancels them. Nothing is connected to the last two inputs.
 constexpr std::array<SignalRow, 16> rows = {{
@@ -82,7 +85,7 @@ double inputSample(int input, double seconds)
                                      static_cast<std::uint64_t>(seconds * row.frequency) * 16 +
                                      static_cast<unsigned>(input))
                                : std::sin(twoPi * row.frequency * seconds);
-    return row.level * envelope(row, seconds) * carrier;
+    return headroom * row.level * envelope(row, seconds) * carrier;
 }
 
 double inputFrequency(int input)

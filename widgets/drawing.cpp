@@ -38,8 +38,8 @@ QImage drawn(QSize size, qreal scale, const std::function<void(QPainter &)> &dra
     return image;
 }
 
-QPixmap pixmap(
-    const QString &key, QSize size, qreal ratio, const std::function<void(QPainter &)> &draw)
+QPixmap
+pixmap(const QString &key, QSize size, qreal ratio, const std::function<void(QPainter &)> &draw)
 {
     const QString name = QStringLiteral("%1@%2").arg(key).arg(ratio);
     QPixmap pixmap;

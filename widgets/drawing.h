@@ -21,8 +21,8 @@ QImage drawn(QSize size, qreal scale, const std::function<void(QPainter &)> &dra
 /// Returns the pixmap that `draw` draws for a screen. The pixmap is drawn once for each key and
 /// ratio and then kept.
 /// @param ratio device pixels of the screen for one pixel
-QPixmap pixmap(
-    const QString &key, QSize size, qreal ratio, const std::function<void(QPainter &)> &draw);
+QPixmap
+pixmap(const QString &key, QSize size, qreal ratio, const std::function<void(QPainter &)> &draw);
 
 /// Fills a rectangle along the device's pixels. Thin lines of equal width have an equal number of
 /// device pixels at every place, at least one.

@@ -31,8 +31,9 @@ struct FaderMark
 };
 
 constexpr FaderMark faderMarks[] = {
-    {"6", faderTop, true}, {"0", 157},  {"6", 169.5}, {"12", 181}, {"20", 193},
-    {"30", 209},           {"40", 219}, {"60", 235},  {"\u221e", faderBottom},
+    {"6", faderTop, true}, {"0", 157},  {"6", 169.5},
+    {"12", 181},           {"20", 193}, {"30", 209},
+    {"40", 219},           {"60", 235}, {"\u221e", faderBottom},
 };
 
 QSize sizeOf(Look look)
@@ -82,8 +83,7 @@ void faderScale(QPainter &painter, int cap)
     for (const FaderMark &mark : faderMarks) {
         const qreal row = mark.position + capPointerRow;
         const bool unity = mark.position == 157;
-        fill(
-            painter, QRectF(cap + 3, row, capWidth - 6, 1), unity ? colours::text : colours::tick);
+        fill(painter, QRectF(cap + 3, row, capWidth - 6, 1), unity ? colours::text : colours::tick);
         caption(
             painter, QRectF(cap - scaleWidth, row - 5.5, scaleWidth, captionHeight),
             Qt::AlignRight | Qt::AlignVCenter, QString::fromUtf8(mark.text), colours::text);

@@ -7,9 +7,9 @@
 namespace stripsurface {
 
 enum class Look {
-    Left,   ///< the mono strip in the left half of a pair's block
-    Right,  ///< the mono strip in the right half
-    Pair,   ///< the strip of a linked pair
+    Left,  ///< the mono strip in the left half of a pair's block
+    Right, ///< the mono strip in the right half
+    Pair,  ///< the strip of a linked pair
     Master,
 };
 

@@ -12,8 +12,8 @@ namespace {
 constexpr int bass = 5;      // a steady tone
 constexpr int keysLeft = 7;  // the same signal
 constexpr int keysRight = 8; // on both inputs
-constexpr double bassPeak = 0.45;
-constexpr double keysPeak = 0.40;
+constexpr double bassPeak = 0.35 * 0.45;
+constexpr double keysPeak = 0.35 * 0.40;
 constexpr double center = 0.70710678; // constant power
 
 /// A device and a link to it. Its time passes only in transfers and waits.
