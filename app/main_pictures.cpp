@@ -9,8 +9,10 @@
 #include "common/constants.h"
 #include "mixer/rules.h"
 #include "simulator/simulatedtransport.h"
+#include "storage/scenememories.h"
 #include "storage/settings.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -19,6 +21,7 @@
 #include <QTemporaryDir>
 #include <QTextStream>
 
+#include <utility>
 #include <vector>
 
 namespace {
@@ -88,6 +91,18 @@ void writeSection(storage::Transaction &t, const mixer::StripId &strip)
     mixer::setSwitch(t, strip, storage::strip::eqLowCut, true);
 }
 
+/// Saves the session as some scenes.
+void saveScenes(Settings &settings)
+{
+    SceneMemories scenes(settings, demoEdition.organisation);
+    const std::pair<int, const char *> named[] = {
+        {1, "Intro"}, {3, "Verse"}, {4, "Chorus"}, {6, "Solo"}};
+    for (const auto &[slot, name] : named) {
+        scenes.save(slot);
+        scenes.rename(slot, QLatin1String(name));
+    }
+}
+
 /// Processes events for a time, until window and device have settled.
 void settle(int milliseconds)
 {
@@ -108,8 +123,10 @@ int renderPages(const QString &folder, const QString &suffix)
     writeSection(session, mixer::track(11));
     session.write(storage::informationSeen, true);
     session.commit();
+    saveScenes(settings);
     MainWindow window(settings, transport, demoEdition);
     window.show();
+    window.findChild<QAction *>(QStringLiteral("actionLoad3"))->trigger();
     settle(2500);
 
     auto *pages = window.findChild<QStackedWidget *>(QStringLiteral("sW_pages"));

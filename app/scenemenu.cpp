@@ -43,6 +43,7 @@ QIcon markOf(const Scenes &scenes, int slot, qreal ratio)
 SceneMenu::SceneMenu(Scenes &scenes, QWidget *parent)
     : QMenu(QStringLiteral("&SceneMemory"), parent), m_scenes(scenes)
 {
+    setToolTipsVisible(true);
     for (int slot = 1; slot <= static_cast<int>(m_menus.size()); ++slot)
         addScene(slot);
     addSeparator();
@@ -78,5 +79,8 @@ void SceneMenu::show(int slot)
     QString title = fontMetrics().elidedText(m_scenes.name(slot), Qt::ElideRight, titleWidth);
     title.replace(QLatin1Char('&'), QStringLiteral("&&"));
     menu->setTitle(title);
+    // As rich text, because Qt would take a name that looks like HTML for rich text.
+    menu->menuAction()->setToolTip(
+        QStringLiteral("<span>%1</span>").arg(m_scenes.name(slot).toHtmlEscaped()));
     menu->menuAction()->setIcon(markOf(m_scenes, slot, devicePixelRatioF()));
 }

@@ -106,6 +106,7 @@ void TestScenes::names()
         if (each->actions().contains(panel.find<QAction>("actionSave2"_s))) menu = each;
     QVERIFY(menu->title().startsWith("WWW"_s));
     QVERIFY(menu->title().size() < 60);
+    QVERIFY(menu->menuAction()->toolTip().contains(odd.toHtmlEscaped()));
     panel.trigger("actionRename2"_s);
     QCOMPARE(panel.window.findChild<QDialog *>()->findChild<QLineEdit *>()->text(), odd);
     panel.window.findChild<QDialog *>()->reject();
