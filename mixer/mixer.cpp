@@ -277,9 +277,9 @@ void Mixer::setTrueBypass(bool on)
     });
 }
 
-void Mixer::recall(const Values &scene, const QString &title)
+void Mixer::recall(const Values &scene, const QString &title, const SafeStrips &safe)
 {
-    change(title, QByteArray(), [&](Transaction &t) { mixer::recall(t, scene); });
+    change(title, QByteArray(), [&](Transaction &t) { mixer::recall(t, scene, safe); });
 }
 
 void Mixer::initialize()

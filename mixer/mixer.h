@@ -92,7 +92,7 @@ public:
 
     /// @name Everything
     ///@{
-    void recall(const Values &scene, const QString &title);
+    void recall(const Values &scene, const QString &title, const SafeStrips &safe = {});
     void initialize();
     ///@}
 

@@ -105,18 +105,37 @@ void replaceForeign(Transaction &t, const storage::Entries &by)
 
 } // namespace
 
-std::vector<storage::Change> recallChanges(const Values &now, const Values &scene)
+bool SafeStrips::holds(storage::Group group) const
 {
-    return replacements(now, scene, [](storage::Group group, storage::Key key) {
-        return belongsToThePanel(group, key);
+    if (group == storage::masterGroup) return master;
+    for (int number = 1; number <= trackCount; ++number) {
+        const StripId pair = pairOf(number);
+        if (group == storage::trackGroup(number) || group == storage::sideGroup(number) ||
+            group == storage::pairGroup(pair.number))
+            return holds(pair);
+    }
+    return false;
+}
+
+std::vector<storage::Change>
+recallChanges(const Values &now, const Values &scene, const SafeStrips &safe)
+{
+    return replacements(now, scene, [&safe](storage::Group group, storage::Key key) {
+        return belongsToThePanel(group, key) || safe.holds(group);
     });
 }
 
-void recall(Transaction &t, const Values &scene)
+void recall(Transaction &t, const Values &scene, const SafeStrips &safe)
 {
     const bool soloedBefore = isAnySoloed(t.values());
-    write(t, recallChanges(t.values(), scene));
+    write(t, recallChanges(t.values(), scene, safe));
     replaceForeign(t, scene.foreign());
+    // A safe strip keeps its selection too, and one strip at most is selected.
+    for (const StripId &strip : allStrips())
+        if (!strip.isMaster() && safe.holds(strip) && isOn(t.values(), strip, key::select)) {
+            select(t, strip, true);
+            break;
+        }
     if (!soloedBefore || !isAnySoloed(t.values())) forgetSavedMutes(t);
 }
 

@@ -3,10 +3,31 @@
 #include "mixer/state.h"
 #include "storage/store.h"
 
+#include <array>
+
 /// The rules of the mixer: which values change when the user changes one. A rule reads the stored
 /// state and writes all changed values into a transaction. It depends on no widget, clock or
 /// device. GUI thread only.
 namespace mixer {
+
+/// The strips that a recall keeps as they are. The two channels of a pair and the pair are kept
+/// together, linked or not, because a recall that linked only one of them could be heard.
+struct SafeStrips
+{
+    std::array<bool, pairCount> pairs{}; ///< from channels 1 and 2 to channels 15 and 16
+    bool master = false;
+
+    bool holds(const StripId &strip) const
+    {
+        return strip.isMaster() ? master : pairs[static_cast<std::size_t>((strip.number - 1) / 2)];
+    }
+    void set(const StripId &strip, bool isSafe)
+    {
+        (strip.isMaster() ? master : pairs[static_cast<std::size_t>((strip.number - 1) / 2)]) =
+            isSafe;
+    }
+    bool holds(storage::Group group) const;
+};
 
 using storage::Transaction;
 
@@ -62,9 +83,11 @@ void setLineOut(Transaction &t, int output, int source);
 /// page on screen, the Interface page's choices, the update check's values, and whether the user
 /// has seen the start information. The mutes from before the first solo are kept if a strip is
 /// soloed both before and after the recall; otherwise they are forgotten.
-void recall(Transaction &t, const Values &scene);
+/// @param safe keeps its values, all keys of its groups
+void recall(Transaction &t, const Values &scene, const SafeStrips &safe);
 /// Returns what a recall of a scene would change, without entries that the panel does not know.
-std::vector<storage::Change> recallChanges(const Values &now, const Values &scene);
+std::vector<storage::Change>
+recallChanges(const Values &now, const Values &scene, const SafeStrips &safe = {});
 /// Sets every value to its default. The start information is shown again at the next start.
 void initialize(Transaction &t);
 /// Writes the new values of a change set, or the old ones. One strip at most is selected

@@ -2,6 +2,8 @@
 
 #include "common/constants.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QLoggingCategory>
 
 #include <iterator>
@@ -26,7 +28,8 @@ SceneMemories::SceneMemories(Settings &live, const char *organisation, Disk &dis
       m_names(organisation, constants::sceneMemoryFile, disk, Settings::Content::SceneNames)
 {
     for (int slot = 1; slot <= slotCount; ++slot)
-        removeLeftovers(disk, fileName(slot));
+        for (const QString &written : {fileName(slot), versionName(slot, 1)})
+            removeLeftovers(disk, written);
 }
 
 bool SceneMemories::save(int slot)
@@ -35,9 +38,48 @@ bool SceneMemories::save(int slot)
     // scene a file.
     if (m_live.values().isEmpty()) m_live.write(informationSeen, false);
     m_live.flush();
-    if (replaceFile(m_disk, fileName(slot), m_live.content())) return true;
+    return write(slot, m_live.content());
+}
+
+bool SceneMemories::replace(int slot, const Values &values)
+{
+    Values written = values;
+    if (!written.hasGroup()) written.setRaw(miscGroup, Key::StereoBus, encode(true));
+    return write(slot, toIni(written.entries()));
+}
+
+bool SceneMemories::write(int slot, const QByteArray &bytes)
+{
+    if (keepVersion(slot, bytes) && replaceFile(m_disk, fileName(slot), bytes)) return true;
     qCWarning(log) << "the scene cannot be written:" << fileName(slot);
     return false;
+}
+
+/// Makes the present scene the newest version, unless it equals the next one. The scene's own file
+/// stays, so that a crash at any moment loses at most the oldest version.
+bool SceneMemories::keepVersion(int slot, const QByteArray &next)
+{
+    const std::optional<QByteArray> present = bytes(slot);
+    if (!present || present->isNull() || *present == next) return true;
+    const QString newest = versionName(slot, 1);
+    if (!QDir().mkpath(QFileInfo(newest).path())) return false;
+    for (int version = versionCount; version > 1; --version)
+        if (m_disk.size(versionName(slot, version - 1)) >= 0 &&
+            !m_disk.rename(versionName(slot, version - 1), versionName(slot, version)))
+            return false;
+    return replaceFile(m_disk, newest, *present);
+}
+
+QDateTime SceneMemories::versionTime(int slot, int version) const
+{
+    return QFileInfo(versionName(slot, version)).lastModified();
+}
+
+bool SceneMemories::restoreVersion(int slot, int version)
+{
+    const FileContent content = readFile(m_disk, versionName(slot, version));
+    if (!Values(content.entries).hasGroup()) return false;
+    return write(slot, content.bytes.isNull() ? toIni(content.entries) : content.bytes);
 }
 
 std::optional<FileContent> SceneMemories::read(int slot) const
@@ -96,8 +138,17 @@ void SceneMemories::initialize()
     transaction.commit();
     m_names.flush();
     for (int slot = 1; slot <= slotCount; ++slot)
-        if (!m_disk.remove(fileName(slot)))
+        if (!keepVersion(slot, QByteArray()) || !m_disk.remove(fileName(slot)))
             qCWarning(log) << "the scene cannot be deleted:" << fileName(slot);
+}
+
+/// Returns the path of an earlier version: "Tamber_Versions/Tamber_sm3.1.ini" beside the scene.
+QString SceneMemories::versionName(int slot, int version) const
+{
+    const QFileInfo scene(fileName(slot));
+    return QStringLiteral("%1/Tamber_Versions/%2.%3.ini")
+        .arg(scene.path(), scene.completeBaseName())
+        .arg(version);
 }
 
 QString SceneMemories::fileName(int slot) const

@@ -2,6 +2,7 @@
 
 #include "storage/settings.h"
 
+#include <QDateTime>
 #include <QString>
 
 #include <optional>
@@ -18,9 +19,24 @@ public:
     SceneMemories(
         Settings &live, const char *organisation, storage::Disk &disk = storage::realDisk());
 
-    /// Saves the live settings as the scene of a slot, byte for byte.
+    /// Saves the live settings as the scene of a slot, byte for byte. The previous scene becomes
+    /// the newest earlier version.
     /// @return false if that fails, which is logged; the previous scene is then kept
     bool save(int slot);
+    /// Replaces the scene of a slot by these values, as save() does.
+    bool replace(int slot, const storage::Values &values);
+
+    /// @name Earlier versions
+    /// The versions that were replaced, in a folder beside the scenes: 1 is the newest, 3 the
+    /// oldest. A scene that is replaced by an equal one leaves no version.
+    ///@{
+    static constexpr int versionCount = 3;
+    /// Returns when a version was saved, or an invalid time if there is none.
+    QDateTime versionTime(int slot, int version) const;
+    /// Puts a version back as the scene of the slot. The present scene becomes the newest version.
+    /// Returns false if that fails, which is logged; scene and versions are then kept.
+    bool restoreVersion(int slot, int version);
+    ///@}
 
     /// Returns the readable content of a scene, or nothing if the scene does not exist. A file that
     /// is empty or has no group of the panel does not count as a scene.
@@ -39,11 +55,15 @@ public:
     /// Renames a slot. An empty name restores the default name.
     void rename(int slot, const QString &name);
 
-    /// Deletes all scenes and their names. Keeps the live settings. Failures are logged.
+    /// Deletes all scenes and their names, which become earlier versions. Keeps the live settings.
+    /// Failures are logged.
     void initialize();
 
 private:
     QString fileName(int slot) const;
+    QString versionName(int slot, int version) const;
+    bool keepVersion(int slot, const QByteArray &next);
+    bool write(int slot, const QByteArray &bytes);
 
     Settings &m_live;
     storage::Disk &m_disk;

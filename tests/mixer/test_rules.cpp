@@ -1,4 +1,5 @@
 #include "mixer/faderscale.h"
+#include "mixer/recallsummary.h"
 #include "tests/mixer/console.h"
 #include "tests/shorthand.h"
 
@@ -24,6 +25,8 @@ private slots:
     void foreignValues();
     void routes();
     void recallKeepsThePanelsOwnValues();
+    void safeStrips();
+    void summary();
     void initialize();
 };
 
@@ -338,6 +341,53 @@ void TestRules::recallKeepsThePanelsOwnValues()
     QCOMPARE(console.store.values().entries(), expected);
     console.settle();
     QCOMPARE(console.differences(), QStringList());
+}
+
+/// A recall keeps safe strips whole: channels, pair and link together. One strip stays selected.
+void TestRules::safeStrips()
+{
+    const QByteArray before = "[Track3]\nFader_pos=200\nSelect=true\n[Track4]\nMute=true\n"
+                              "[Track3_4_L]\nPhase=true\n[Track5]\nFader_pos=200\n"
+                              "[Master]\nFader_pos=180\n";
+    const Console scene("[Track3_4]\nLink=true\nFader_pos=150\n[Track4]\nFader_pos=160\n"
+                        "[Track5]\nFader_pos=150\n[Track6]\nSelect=true\n");
+    SafeStrips safe;
+    safe.set(track(4), true);
+    safe.set(master(), true);
+    Console console(before);
+    const Entries old = console.store.values().entries();
+    console.mixer.recall(scene.store.values(), "Recall"_s, safe);
+    const Entries now = console.store.values().entries();
+    for (const char *kept :
+         {"Track3/Fader_pos", "Track3/Select", "Track4/Mute", "Track3_4_L/Phase",
+          "Master/Fader_pos"})
+        QCOMPARE(now.value(kept), old.value(kept));
+    QVERIFY(!isLinked(console.store.values(), pair(3)));
+    QCOMPARE(now.value("Track5/Fader_pos"), QByteArray("150"));
+    QCOMPARE(editedStrip(console.store.values()), std::make_optional(track(3)));
+    QCOMPARE(now.value("Track6/Select"), QByteArray("false"));
+    console.settle();
+    QCOMPARE(console.differences(), QStringList());
+}
+
+void TestRules::summary()
+{
+    const Console now("[Track1]\nFader_pos=200\n[Track9]\nMute=true\n[LineOutSettings]\n"
+                      "LineOut5=0\nLineOut6=1\n");
+    const Console scene("[Track1]\nFader_pos=157\n[Track2]\nFader_pos=150\nName=Bass\n"
+                        "[Track3]\nEq=true\nPan_pos=30\n[Track5_6]\nLink=true\n"
+                        "[Misc]\nComputerOutToStereoBus=false\n");
+    const storage::Values &values = now.store.values();
+    QCOMPARE(recallSummary(values, values), "nothing"_s);
+    QCOMPARE(
+        recallSummary(values, scene.store.values()),
+        "1 link, 2 faders, 1 mute, 1 pan, EQ of 1 strip, 1 name, routing of 5 and 6, "
+        "computer out to stereo bus"_s);
+    SafeStrips safe;
+    safe.set(track(1), true);
+    QCOMPARE(
+        recallSummary(values, scene.store.values(), safe),
+        "1 link, 1 mute, 1 pan, EQ of 1 strip, routing of 5 and 6, computer out to stereo bus"_s);
 }
 
 void TestRules::initialize()

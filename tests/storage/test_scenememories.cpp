@@ -40,6 +40,7 @@ private slots:
     void damagedScene();
     void saveWithoutAFile();
     void initialize();
+    void versions();
     void killedAtAnyMoment();
     void leftovers();
 };
@@ -165,9 +166,43 @@ void TestSceneMemories::initialize()
         QStringList{"SceneMemory/SceneMemory2=New"_s});
 }
 
+/// Three versions are kept, each can be put back, and a failed save keeps scene and versions.
+void TestSceneMemories::versions()
+{
+    const Folder folder(session);
+    Memories store(folder.organisation);
+    const auto setFader = [&store](int position) {
+        store.live.write(in(track1, key::fader.position), position);
+        store.scenes.save(4);
+    };
+    const auto faderOf = [&store] {
+        return storage::Values(store.scenes.read(4)->entries)
+            .read(storage::trackGroup(1), key::fader.position);
+    };
+    for (int position = 150; position < 156; ++position)
+        setFader(position);
+    store.scenes.save(4); // an equal scene leaves no version
+    QVERIFY(store.scenes.versionTime(4, 3).isValid() && !store.scenes.versionTime(4, 4).isValid());
+    QVERIFY(!store.scenes.versionTime(5, 1).isValid());
+    QVERIFY(store.scenes.restoreVersion(4, 3)); // 154, 153, 152
+    QCOMPARE(faderOf(), 152);
+    QVERIFY(store.scenes.restoreVersion(4, 1));
+    QCOMPARE(faderOf(), 155);
+    QVERIFY(!store.scenes.restoreVersion(5, 1));
+
+    const Folder blocked(session);
+    Memories other(blocked.organisation);
+    QVERIFY(other.scenes.save(2));
+    const QByteArray before = blocked.bytes("Tamber_sm2.ini"_s);
+    blocked.write("Tamber_Versions"_s, "no folder");
+    other.live.write(in(track1, key::mute), true);
+    QVERIFY(!other.scenes.save(2)); // its version could not be kept
+    QCOMPARE(blocked.bytes("Tamber_sm2.ini"_s), before);
+}
+
 namespace {
 
-constexpr int kills = 60;
+constexpr int kills = 200;
 constexpr int bigGroups = 16;
 constexpr int bigKeys = 40;
 constexpr int childSlots = 3;
@@ -256,6 +291,9 @@ void TestSceneMemories::killedAtAnyMoment()
             QVERIFY2(found == "A"_s || found == "B"_s, qPrintable(report));
             seen += name + found;
         }
+        for (const QString &version : QDir(folder.file("Tamber_Versions"_s)).entryList({"*.ini"_s}))
+            QVERIFY(QStringList({"A"_s, "B"_s})
+                        .contains(contentOf(folder.file("Tamber_Versions/"_s + version))));
         const IniContent names = readIni(folder.file("Tamber_SceneMemory.ini"_s));
         QCOMPARE(names.size(), childSlots);
         for (const QString &name : names)
