@@ -12,6 +12,7 @@
 #include "app/outputpage.h"
 #include "app/productinformation.h"
 #include "app/scenebar.h"
+#include "app/scenefiles.h"
 #include "app/scenemenu.h"
 #include "app/zoom.h"
 #include "app/zoommenu.h"
@@ -82,7 +83,8 @@ MainWindow::MainWindow(
       m_sender(settings.store(), m_device), m_history(settings.store(), clocks.wall),
       m_mixer(settings.store(), m_sender),
       m_scenes(settings, edition.organisation, m_mixer, m_history, this),
-      m_stripActions(m_mixer, settings.store()),
+      m_sceneFiles(new SceneFiles(m_scenes, this)),
+      m_stripActions(m_mixer, settings.store(), m_scenes),
       m_gestures(m_mixer, settings.store(), m_mixerPage->strips(), m_mixerPage->section(), this),
       m_presence(settings.store(), m_device, m_sender, clocks.wall)
 {
@@ -95,6 +97,7 @@ MainWindow::MainWindow(
     buildMenus();
     menuBar()->setCornerWidget(m_notice);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
+    setAcceptDrops(true);
     restoreWindowGeometry();
 
     QMetaObject::connectSlotsByName(this);
@@ -165,7 +168,7 @@ void MainWindow::buildEditMenu()
 
 void MainWindow::buildSceneMenu()
 {
-    auto *menu = new SceneMenu(m_scenes, this);
+    auto *menu = new SceneMenu(m_scenes, *m_sceneFiles, this);
     menuBar()->addMenu(menu);
     placeSceneBar(*menu);
 }
@@ -178,7 +181,7 @@ void MainWindow::placeSceneBar(SceneMenu &menu)
     auto *grid = new QGridLayout(content);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->addWidget(m_pages, 0, 0);
-    auto *bar = new SceneBar(m_scenes, menu, content);
+    auto *bar = new SceneBar(m_scenes, menu, *m_sceneFiles, content);
     auto *place = new QHBoxLayout;
     place->setContentsMargins(0, margin, margin, 0);
     place->addWidget(bar);
@@ -338,6 +341,7 @@ void MainWindow::connectHistory()
     });
     connect(&m_settings, &Settings::replaced, &m_history.stack(), &QUndoStack::clear);
     connect(&m_scenes, &Scenes::done, m_notice, &Notice::tell);
+    connect(&m_scenes, &Scenes::safeChanged, this, [this] { m_strips.showSafe(m_scenes.safe()); });
     connect(m_notice, &Notice::undoRequested, &m_history.stack(), &QUndoStack::undo);
     connect(&m_history.stack(), &QUndoStack::indexChanged, m_notice, &Notice::endTelling);
 }
@@ -494,6 +498,7 @@ void MainWindow::startTimers()
 void MainWindow::showAll()
 {
     m_strips.showAll();
+    m_strips.showSafe(m_scenes.safe());
     m_section.showAll();
     m_output.showAll();
     refreshFacts();
@@ -512,6 +517,18 @@ bool MainWindow::event(QEvent *event)
     // A box that opens during a drag gets the mouse release instead of the control.
     if (event->type() == QEvent::WindowBlocked) endDrags();
     return QMainWindow::event(event);
+}
+
+/// A scene file may be dropped anywhere on the window.
+void MainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!SceneFiles::fileIn(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent *event)
+{
+    m_sceneFiles->dropFile(SceneFiles::fileIn(*event->mimeData()), mapToGlobal(event->pos()));
+    event->acceptProposedAction();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

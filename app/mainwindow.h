@@ -30,6 +30,7 @@ class Notice;
 class OutputPage;
 class ProductInformation;
 class QStackedWidget;
+class SceneFiles;
 class SceneMenu;
 class StepControl;
 class UpdateInformation;
@@ -106,6 +107,8 @@ public slots:
 protected:
     bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     static Clocks realClocks() { return {}; }
@@ -173,6 +176,7 @@ private:
     History m_history;
     mixer::Mixer m_mixer;
     Scenes m_scenes;
+    SceneFiles *m_sceneFiles;
     StripActions m_stripActions;
     ControlGestures m_gestures;
     mixer::Presence m_presence;

@@ -129,8 +129,10 @@ QWidget *MixerPage::buildPairPlace(int pairIndex, QWidget *parent)
     m_strips.strips[static_cast<std::size_t>(strip.id.index())] = strip;
     addZones(makeZones(stereo, [left](const QPoint &) { return mixer::pair(left); }), strip);
     m_strips.pairs[static_cast<std::size_t>(pairIndex)] = {
-        pages, stripbuilder::buildLinkButton(left, false, mono),
-        stripbuilder::buildLinkButton(left, true, stereo)};
+        pages,
+        stripbuilder::buildLinkButton(left, false, mono),
+        stripbuilder::buildLinkButton(left, true, stereo),
+        {stripbuilder::buildSafeMark(left, mono), stripbuilder::buildSafeMark(left, stereo)}};
     return pages;
 }
 
@@ -140,6 +142,7 @@ QWidget *MixerPage::buildMaster(QWidget *parent)
     place->setFixedSize(geometry::masterWidth, geometry::stripHeight);
     StripWidgets strip = stripbuilder::buildMaster(place);
     m_strips.strips[static_cast<std::size_t>(strip.id.index())] = strip;
+    m_strips.masterSafeMark = stripbuilder::buildMasterSafeMark(place);
     addZones(makeZones(place, [](const QPoint &) { return mixer::master(); }), strip);
     return place;
 }

@@ -63,6 +63,7 @@ struct PairWidgets
     QStackedWidget *pages = nullptr; ///< 0 the two mono strips, 1 the stereo strip
     QPushButton *linkOn = nullptr;
     QPushButton *linkOff = nullptr;
+    std::array<QLabel *, 2> safeMarks{}; ///< on both pages; shown while a recall keeps the strips
 };
 
 /// The widgets of all strips and pairs.
@@ -70,6 +71,7 @@ struct MixerWidgets
 {
     std::array<StripWidgets, mixer::stripCount> strips; ///< in the order of StripId::index()
     std::array<PairWidgets, mixer::pairCount> pairs;
+    QLabel *masterSafeMark = nullptr;
 
     const StripWidgets &of(const mixer::StripId &strip) const
     {

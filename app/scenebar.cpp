@@ -1,11 +1,14 @@
 #include "app/scenebar.h"
 
+#include "app/scenefiles.h"
 #include "app/scenemenu.h"
 #include "app/scenes.h"
 
+#include <QDropEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QStyle>
+#include <QToolTip>
 #include <QVariant>
 
 namespace {
@@ -23,8 +26,8 @@ void setMark(QWidget *button, const char *mark, bool isSet, bool &isNew)
 
 } // namespace
 
-SceneBar::SceneBar(Scenes &scenes, SceneMenu &menu, QWidget *parent)
-    : QWidget(parent), m_scenes(scenes), m_menu(menu)
+SceneBar::SceneBar(Scenes &scenes, SceneMenu &menu, SceneFiles &files, QWidget *parent)
+    : QWidget(parent), m_scenes(scenes), m_menu(menu), m_files(files)
 {
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -45,12 +48,67 @@ QPushButton *SceneBar::makeButton(int slot)
     button->setProperty("role", QStringLiteral("scene"));
     button->setFixedSize(buttonWidth, buttonHeight);
     button->setContextMenuPolicy(Qt::CustomContextMenu);
+    button->setAcceptDrops(true);
+    button->setProperty("slot", slot);
+    button->installEventFilter(this);
     connect(button, &QPushButton::clicked, this, [this, slot] {
         m_scenes.holds(slot) ? m_scenes.load(slot) : openMenu(slot);
     });
     connect(
         button, &QPushButton::customContextMenuRequested, this, [this, slot] { openMenu(slot); });
     return button;
+}
+
+bool SceneBar::eventFilter(QObject *watched, QEvent *event)
+{
+    const int slot = watched->property("slot").toInt();
+    switch (event->type()) {
+    case QEvent::ToolTip:
+        showTip(slot);
+        break;
+    case QEvent::FocusIn: {
+        showTip(slot);
+        const QWidget *button = m_buttons[static_cast<std::size_t>(slot - 1)];
+        const auto reason = static_cast<QFocusEvent *>(event)->reason();
+        if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
+            QToolTip::showText(button->mapToGlobal(QPoint(0, button->height())), button->toolTip());
+        break;
+    }
+    case QEvent::DragEnter: {
+        auto *drag = static_cast<QDragEnterEvent *>(event);
+        if (SceneFiles::fileIn(*drag->mimeData()).isEmpty()) break;
+        drag->acceptProposedAction();
+        return true;
+    }
+    case QEvent::Drop: {
+        auto *drop = static_cast<QDropEvent *>(event);
+        m_files.importFile(SceneFiles::fileIn(*drop->mimeData()), slot);
+        drop->acceptProposedAction();
+        return true;
+    }
+    default:
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+/// Says what a recall would change now.
+void SceneBar::showTip(int slot)
+{
+    QPushButton *button = m_buttons[static_cast<std::size_t>(slot - 1)];
+    const QString name =
+        m_scenes.isNamed(slot) ? QLatin1Char(' ') + m_scenes.name(slot) : QString();
+    QStringList lines{QStringLiteral("Scene %1%2").arg(slot).arg(name)};
+    if (m_scenes.holds(slot)) {
+        lines += QStringLiteral("A recall changes ") + m_scenes.summary(slot) + QLatin1Char('.');
+        lines += QStringLiteral("Click: recall. Right click: save, rename, files, versions.");
+    } else {
+        lines += QStringLiteral("Empty. Click to save the settings here.");
+    }
+    for (QString &line : lines)
+        line = line.toHtmlEscaped();
+    button->setToolTip(QStringLiteral("<span>%1</span>").arg(lines.join(QLatin1String("<br>"))));
+    button->setAccessibleDescription(lines.value(1));
 }
 
 void SceneBar::openMenu(int slot)
@@ -87,8 +145,5 @@ void SceneBar::show(int slot)
     QString state = holds ? QStringLiteral("saved") : QStringLiteral("empty");
     if (isCurrent) state = isChanged ? QStringLiteral("on, changed since") : QStringLiteral("on");
     button->setAccessibleName(title + QStringLiteral(", ") + state);
-    const QString tip = holds ? QStringLiteral("Click: recall. Right click: save or rename.")
-                              : QStringLiteral("Empty. Click to save the settings here.");
-    button->setToolTip(QStringLiteral("<p style=\"white-space: pre\">%1<br>%2</p>")
-                           .arg(title.toHtmlEscaped(), tip));
+    showTip(slot);
 }

@@ -1,11 +1,13 @@
 #include "app/scenemenu.h"
 
+#include "app/scenefiles.h"
 #include "app/scenes.h"
 #include "widgets/colours.h"
 #include "widgets/drawing.h"
 
 #include <QFontMetrics>
 #include <QIcon>
+#include <QLocale>
 #include <QPainter>
 
 namespace {
@@ -40,12 +42,14 @@ QIcon markOf(const Scenes &scenes, int slot, qreal ratio)
 
 } // namespace
 
-SceneMenu::SceneMenu(Scenes &scenes, QWidget *parent)
-    : QMenu(QStringLiteral("&SceneMemory"), parent), m_scenes(scenes)
+SceneMenu::SceneMenu(Scenes &scenes, SceneFiles &files, QWidget *parent)
+    : QMenu(QStringLiteral("&SceneMemory"), parent), m_scenes(scenes), m_files(files)
 {
     setToolTipsVisible(true);
     for (int slot = 1; slot <= static_cast<int>(m_menus.size()); ++slot)
         addScene(slot);
+    addSeparator();
+    addFiles();
     addSeparator();
     QAction *all = addAction(QStringLiteral("&Initialize"), &scenes, &Scenes::initialize);
     all->setObjectName(QStringLiteral("actionInitialize_SceneMemory"));
@@ -70,7 +74,48 @@ void SceneMenu::addScene(int slot)
         ->setShortcut(QStringLiteral("Ctrl+Shift+") + functionKey(slot));
     add("&Load", "actionLoad", &Scenes::load)
         ->setShortcut(QStringLiteral("Ctrl+") + functionKey(slot));
+    add("Recall &Except...", "actionLoadExcept", &Scenes::loadExcept);
     add("&Rename", "actionRename", &Scenes::rename);
+    menu->addSeparator();
+    const auto addFile = [&](const char *text, const char *name, void (SceneFiles::*handler)(int)) {
+        QAction *action = menu->addAction(
+            QLatin1String(text), this, [this, handler, slot] { (m_files.*handler)(slot); });
+        action->setObjectName(QLatin1String(name) + QString::number(slot));
+    };
+    addFile("E&xport...", "actionExport", &SceneFiles::exportScene);
+    addFile("&Import...", "actionImport", &SceneFiles::importScene);
+    QMenu *versions = menu->addMenu(QStringLiteral("Earlier &Versions"));
+    versions->setObjectName(QStringLiteral("menuVersions%1").arg(slot));
+    connect(versions, &QMenu::aboutToShow, this, [this, versions, slot] {
+        fillVersions(versions, slot);
+    });
+    connect(menu, &QMenu::aboutToShow, versions, [this, versions, slot] {
+        versions->setEnabled(m_scenes.versionTime(slot, 1).isValid());
+    });
+}
+
+/// Lists the versions of a scene by the time at which they were saved.
+void SceneMenu::fillVersions(QMenu *menu, int slot)
+{
+    menu->clear();
+    for (int version = 1; version <= SceneMemories::versionCount; ++version) {
+        const QDateTime time = m_scenes.versionTime(slot, version);
+        if (!time.isValid()) continue;
+        menu->addAction(
+            QLocale().toString(time, QLocale::ShortFormat), this,
+            [this, slot, version] { m_scenes.restoreVersion(slot, version); });
+    }
+}
+
+void SceneMenu::addFiles()
+{
+    const auto add = [this](const char *text, const char *name, void (SceneFiles::*handler)()) {
+        addAction(QLatin1String(text), &m_files, handler)->setObjectName(QLatin1String(name));
+    };
+    add("E&xport Current Settings...", "actionExport_Live", &SceneFiles::exportLive);
+    add("I&mport Current Settings...", "actionImport_Live", &SceneFiles::importLive);
+    add("&Back up All...", "actionBackup", &SceneFiles::backup);
+    add("&Restore...", "actionRestore", &SceneFiles::restore);
 }
 
 void SceneMenu::show(int slot)

@@ -2,9 +2,11 @@
 
 #include "app/boxes.h"
 #include "app/history.h"
+#include "app/safestripsdialog.h"
 #include "app/scenememorydialog.h"
 #include "common/constants.h"
 #include "mixer/mixer.h"
+#include "mixer/recallsummary.h"
 
 #include <QSettings>
 
@@ -21,6 +23,7 @@ QSettings nativeStore(const char *organisation)
 }
 
 const QString currentKey = QStringLiteral("Scenes/current");
+const QString safeKey = QStringLiteral("Scenes/safe");
 
 } // namespace
 
@@ -34,6 +37,7 @@ Scenes::Scenes(
         read(slot);
     const int current = nativeStore(organisation).value(currentKey).toInt();
     if (current >= 1 && current <= SceneMemories::slotCount && holds(current)) m_current = current;
+    readSafe();
     compare();
     m_comparison.setSingleShot(true);
     m_comparison.setInterval(comparisonDelay);
@@ -64,14 +68,31 @@ void Scenes::read(int slot)
     if (file) m_slots[index(slot)] = storage::Values(file->entries);
 }
 
-/// Replaces the file of a slot, for undo.
-void Scenes::replace(int slot, const QByteArray &bytes)
+Scenes::Saved Scenes::savedIn(int slot) const
 {
-    m_memories.restore(slot, bytes);
-    read(slot);
-    if (slot == m_current && !holds(slot)) setCurrent(0);
+    return {
+        slot, m_memories.bytes(slot).value_or(QByteArray()),
+        isNamed(slot) ? name(slot) : QString()};
+}
+
+/// Puts files and names of slots back, for undo and redo.
+void Scenes::put(const std::vector<Saved> &saved)
+{
+    for (const Saved &slot : saved) {
+        m_memories.restore(slot.number, slot.bytes);
+        if (savedIn(slot.number).name != slot.name) m_memories.rename(slot.number, slot.name);
+        read(slot.number);
+        if (slot.number == m_current && !holds(slot.number)) setCurrent(0);
+        emit slotChanged(slot.number);
+    }
     compare();
-    emit slotChanged(slot);
+}
+
+void Scenes::pushStep(
+    const QString &title, const std::vector<Saved> &before, const std::vector<Saved> &after)
+{
+    m_history.push(
+        title, [this, before] { put(before); }, [this, after] { put(after); });
 }
 
 void Scenes::setCurrent(int slot)
@@ -89,7 +110,7 @@ void Scenes::compare()
     m_isChanged = false;
     if (m_current != 0) {
         const auto changes =
-            mixer::recallChanges(m_settings.store().values(), *m_slots[index(m_current)]);
+            mixer::recallChanges(m_settings.store().values(), *m_slots[index(m_current)], m_safe);
         m_isChanged = std::any_of(changes.begin(), changes.end(), [](const auto &change) {
             return change.key != storage::Key::Select;
         });
@@ -99,21 +120,106 @@ void Scenes::compare()
 
 void Scenes::save(int slot)
 {
-    const std::optional<QByteArray> before = m_memories.bytes(slot);
+    const Saved before = savedIn(slot);
     if (!m_memories.save(slot)) {
         boxes::inform(
             m_window, QStringLiteral("The scene could not be saved. The previous one is kept."));
         return;
     }
-    const std::optional<QByteArray> after = m_memories.bytes(slot);
-    if (before && after)
-        m_history.push(
-            QStringLiteral("Save scene %1").arg(slot),
-            [this, slot, before] { replace(slot, *before); },
-            [this, slot, after] { replace(slot, *after); });
+    pushStep(QStringLiteral("Save scene %1").arg(slot), {before}, {savedIn(slot)});
     read(slot);
     setCurrent(slot);
-    emit done(title(slot) + QStringLiteral(" saved"), before && after);
+    emit done(title(slot) + QStringLiteral(" saved"), true);
+}
+
+QString Scenes::summary(int slot) const
+{
+    return mixer::recallSummary(m_settings.store().values(), *m_slots[index(slot)], m_safe);
+}
+
+void Scenes::restoreVersion(int slot, int version)
+{
+    const Saved before = savedIn(slot);
+    if (!m_memories.restoreVersion(slot, version)) {
+        boxes::inform(m_window, QStringLiteral("The earlier version could not be put back."));
+        return;
+    }
+    pushStep(QStringLiteral("Restore scene %1").arg(slot), {before}, {savedIn(slot)});
+    read(slot);
+    compare();
+    emit slotChanged(slot);
+    emit done(title(slot) + QStringLiteral(" has its earlier version again"), true);
+}
+
+storage::ExchangeScene Scenes::scene(int slot) const
+{
+    return {0, isNamed(slot) ? name(slot) : QString(), *m_slots[index(slot)]};
+}
+
+storage::ExchangeScene Scenes::live() const
+{
+    return {0, QString(), m_settings.store().values()};
+}
+
+std::vector<storage::ExchangeScene> Scenes::all() const
+{
+    std::vector<storage::ExchangeScene> scenes;
+    for (int slot = 1; slot <= SceneMemories::slotCount; ++slot) {
+        if (!holds(slot)) continue;
+        scenes.push_back(scene(slot));
+        scenes.back().slot = slot;
+    }
+    return scenes;
+}
+
+void Scenes::take(const std::vector<storage::ExchangeScene> &scenes, const QString &title)
+{
+    std::vector<Saved> before;
+    std::vector<Saved> after;
+    for (const storage::ExchangeScene &scene : scenes) {
+        before.push_back(savedIn(scene.slot));
+        if (!m_memories.replace(scene.slot, scene.values)) {
+            before.pop_back();
+            put(before); // all or none
+            boxes::inform(
+                m_window,
+                QStringLiteral("The scenes could not be saved. The previous ones are kept."));
+            return;
+        }
+        m_memories.rename(scene.slot, scene.name);
+        after.push_back(savedIn(scene.slot));
+        read(scene.slot);
+        emit slotChanged(scene.slot);
+    }
+    compare();
+    pushStep(title, before, after);
+    emit done(title + QStringLiteral(": done"), true);
+}
+
+void Scenes::takeLive(const storage::ExchangeScene &scene)
+{
+    const int stepsBefore = m_history.stack().index();
+    m_mixer.recall(scene.values, QStringLiteral("Import settings"), m_safe);
+    m_settings.acceptValues();
+    emit done(QStringLiteral("Settings imported"), stepsBefore != m_history.stack().index());
+}
+
+void Scenes::readSafe()
+{
+    for (const QString &key : nativeStore(m_organisation).value(safeKey).toStringList())
+        for (const mixer::StripId &strip : mixer::allStrips())
+            if (QString::fromLatin1(strip.key()) == key) m_safe.set(strip, true);
+}
+
+void Scenes::setSafe(const mixer::SafeStrips &safe)
+{
+    m_safe = safe;
+    QStringList keys;
+    for (const mixer::StripId &strip : mixer::allStrips())
+        if (!strip.isMono() && safe.holds(strip)) keys += QString::fromLatin1(strip.key());
+    nativeStore(m_organisation).setValue(safeKey, keys);
+    compare();
+    emit safeChanged();
 }
 
 void Scenes::load(int slot)
@@ -125,12 +231,25 @@ void Scenes::load(int slot)
     }
     const storage::Values values(scene->entries);
     const int stepsBefore = m_history.stack().index();
-    m_mixer.recall(values, QStringLiteral("Recall scene %1").arg(slot));
+    m_mixer.recall(values, QStringLiteral("Recall scene %1").arg(slot), m_safe);
     m_settings.adoptContent(*scene);
     m_settings.acceptValues();
     m_slots[index(slot)] = values;
     setCurrent(slot);
     emit done(title(slot) + QStringLiteral(" recalled"), stepsBefore != m_history.stack().index());
+}
+
+void Scenes::loadExcept(int slot)
+{
+    if (!holds(slot)) return load(slot);
+    auto *dialog =
+        new SafeStripsDialog(QStringLiteral("Recall Scene %1 Except").arg(slot), m_safe, m_window);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this, dialog, slot] {
+        setSafe(dialog->safe());
+        load(slot);
+    });
+    dialog->open();
 }
 
 void Scenes::rename(int slot)

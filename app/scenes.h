@@ -1,5 +1,7 @@
 #pragma once
 
+#include "mixer/rules.h"
+#include "storage/exchange.h"
 #include "storage/scenememories.h"
 #include "storage/values.h"
 
@@ -8,6 +10,7 @@
 
 #include <array>
 #include <optional>
+#include <vector>
 
 class History;
 class QWidget;
@@ -43,11 +46,43 @@ public:
 
     void save(int slot);
     void load(int slot); ///< or tells the user that the slot holds no scene
+    /// Says in a few words what load() would change. The slot must hold a scene.
+    QString summary(int slot) const;
+
+    /// @name Earlier versions, 1 (the newest) to SceneMemories::versionCount
+    ///@{
+    QDateTime versionTime(int slot, int version) const
+    {
+        return m_memories.versionTime(slot, version);
+    }
+    void restoreVersion(int slot, int version);
+    ///@}
+
+    /// @name Strips that a recall keeps
+    ///@{
+    const mixer::SafeStrips &safe() const { return m_safe; }
+    void setSafe(const mixer::SafeStrips &safe);
+    ///@}
+
+    /// @name Exchange with files
+    ///@{
+    /// The slot must hold a scene.
+    storage::ExchangeScene scene(int slot) const;
+    storage::ExchangeScene live() const;
+    std::vector<storage::ExchangeScene> all() const; ///< of all slots that hold a scene
+    /// Replaces the scenes of their slots in one step.
+    /// @param title of the step: "Import scene 3"
+    void take(const std::vector<storage::ExchangeScene> &scenes, const QString &title);
+    void takeLive(const storage::ExchangeScene &scene); ///< as a recall
+    ///@}
+    /// Asks which strips to keep, and recalls.
+    void loadExcept(int slot);
     void rename(int slot);
     void initialize(); ///< all of them, if the user agrees
 
 signals:
     void slotChanged(int slot); ///< its name or its marks
+    void safeChanged();
     /// The user has saved or recalled a scene.
     /// @param canUndo whether that is a step of the history
     void done(const QString &what, bool canUndo);
@@ -56,7 +91,18 @@ private:
     static std::size_t index(int slot) { return static_cast<std::size_t>(slot - 1); }
     QString title(int slot) const;
     void read(int slot);
-    void replace(int slot, const QByteArray &bytes);
+    /// The file and the name of a slot, for undo.
+    struct Saved
+    {
+        int number;
+        QByteArray bytes;
+        QString name;
+    };
+    Saved savedIn(int slot) const;
+    void put(const std::vector<Saved> &saved);
+    void pushStep(
+        const QString &title, const std::vector<Saved> &before, const std::vector<Saved> &after);
+    void readSafe();
     void setCurrent(int slot);
     void compare();
 
@@ -69,5 +115,6 @@ private:
     std::array<std::optional<storage::Values>, SceneMemories::slotCount> m_slots;
     int m_current = 0;
     bool m_isChanged = false;
+    mixer::SafeStrips m_safe;
     QTimer m_comparison; ///< running while the values have changed since the last comparison
 };

@@ -21,8 +21,8 @@ std::optional<mixer::StripClip> clipOnClipboard()
 
 } // namespace
 
-StripActions::StripActions(mixer::Mixer &mixer, const storage::Store &store)
-    : m_mixer(mixer), m_store(store)
+StripActions::StripActions(mixer::Mixer &mixer, const storage::Store &store, Scenes &scenes)
+    : m_mixer(mixer), m_store(store), m_scenes(scenes)
 {
 }
 
@@ -80,6 +80,27 @@ void StripActions::fill(QMenu *menu, const Target &target)
         [this](const StripId &s) { emit renameRequested(s); });
     add("Set &Value", "actionSet_Value", Fader,
         [this](const StripId &s) { emit valueRequested(s); });
+    menu->addSeparator();
+    addSafe(menu, target);
+}
+
+/// Adds the mark that a recall keeps the strip. The channels of a pair share it.
+void StripActions::addSafe(QMenu *menu, const Target &target)
+{
+    QAction *action = menu->addAction(QStringLiteral("Sa&fe from Recall"), this, [this, target] {
+        const std::optional<StripId> strip = target();
+        if (!strip) return;
+        mixer::SafeStrips safe = m_scenes.safe();
+        safe.set(*strip, !safe.holds(*strip));
+        m_scenes.setSafe(safe);
+    });
+    action->setObjectName(QStringLiteral("actionSafe_Strip"));
+    action->setCheckable(true);
+    connect(menu, &QMenu::aboutToShow, action, [this, action, target] {
+        const std::optional<StripId> strip = target();
+        action->setEnabled(strip.has_value());
+        action->setChecked(strip && m_scenes.safe().holds(*strip));
+    });
 }
 
 void StripActions::copy(const StripId &strip) const

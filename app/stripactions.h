@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/scenes.h"
 #include "mixer/mixer.h"
 
 #include <QMenu>
@@ -11,8 +12,8 @@ class StripActions : public QObject
     Q_OBJECT
 
 public:
-    /// Both must outlive the object.
-    StripActions(mixer::Mixer &mixer, const storage::Store &store);
+    /// All must outlive the object.
+    StripActions(mixer::Mixer &mixer, const storage::Store &store, Scenes &scenes);
 
     /// Adds the commands to the Edit menu. They act on the selected strip and carry the object
     /// names.
@@ -32,9 +33,11 @@ private:
     using Target = std::function<std::optional<mixer::StripId>()>;
 
     void fill(QMenu *menu, const Target &target);
+    void addSafe(QMenu *menu, const Target &target);
     void copy(const mixer::StripId &strip) const;
     void paste(const mixer::StripId &strip, mixer::ClipPart part);
 
     mixer::Mixer &m_mixer;
     const storage::Store &m_store;
+    Scenes &m_scenes;
 };

@@ -253,6 +253,18 @@ StripWidgets buildMaster(QWidget *parent)
     return strip;
 }
 
+QLabel *buildSafeMark(int left, QWidget *parent)
+{
+    return makeSafeMark(
+        title(pair(left)) + QLatin1String(" safe from recall"),
+        {linkButton.right() - 14, linkButton.top() + 4}, parent);
+}
+
+QLabel *buildMasterSafeMark(QWidget *parent)
+{
+    return makeSafeMark(QStringLiteral("Master safe from recall"), {33, 32}, parent);
+}
+
 QPushButton *buildLinkButton(int left, bool linked, QWidget *parent)
 {
     const QString key = QString::fromLatin1(pair(left).key().mid(5));

@@ -18,6 +18,12 @@ StripWidgets buildPair(int left, QWidget *parent);
 /// Builds the master strip.
 StripWidgets buildMaster(QWidget *parent);
 
+/// Builds the mark that a recall keeps the strips of a pair, hidden. It lies on the link button.
+/// @param left the pair's left channel: 1, 3, ... 15
+QLabel *buildSafeMark(int left, QWidget *parent);
+/// Builds the same mark for the master, beside its title.
+QLabel *buildMasterSafeMark(QWidget *parent);
+
 /// Builds the button at the foot of a pair that links or unlinks its two channels.
 /// @param left the pair's left channel: 1, 3, ... 15
 /// @param linked whether the button belongs to the linked pair and unlinks it

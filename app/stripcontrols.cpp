@@ -4,10 +4,13 @@
 #include "mixer/faderscale.h"
 #include "widgets/accessiblecontrols.h"
 #include "widgets/clipmark.h"
+#include "widgets/colours.h"
+#include "widgets/drawing.h"
 #include "widgets/fader.h"
 #include "widgets/pancontrol.h"
 #include "widgets/sharppixmap.h"
 
+#include <QPainter>
 #include <QPushButton>
 #include <QVariant>
 
@@ -68,6 +71,25 @@ PanControl *makePan(const Naming &naming, int centre, QWidget *parent)
     apply(naming, "pan", knob);
     knob->move(centre, geometry::panRow);
     return knob;
+}
+
+QLabel *makeSafeMark(const QString &spoken, const QPoint &place, QWidget *parent)
+{
+    constexpr QSize size(11, 12);
+    auto *mark = new QLabel(parent);
+    apply({{}, spoken, {}}, "safe", mark);
+    mark->setAttribute(Qt::WA_TransparentForMouseEvents);
+    mark->setGeometry(QRect(place, size));
+    mark->setPixmap(drawing::pixmap(
+        QStringLiteral("safe"), size, parent->devicePixelRatioF(), [](QPainter &painter) {
+            painter.setPen(QPen(colours::amber, 1.5));
+            painter.drawArc(QRectF(3, 1, 5, 7), 0, 180 * 16);
+            painter.fillRect(QRectF(1.5, 5, 8, 6), colours::amber);
+        }));
+    mark->hide();
+    accessiblecontrols::setWords(
+        mark, [mark] { return mark->isHidden() ? QStringLiteral("no") : QStringLiteral("yes"); });
+    return mark;
 }
 
 void makeMeters(

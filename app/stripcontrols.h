@@ -41,6 +41,10 @@ fader *makeFader(const Naming &naming, mixer::StripKind kind, QWidget *parent);
 /// @param centre column of the marker's left edge
 PanControl *makePan(const Naming &naming, int centre, QWidget *parent);
 
+/// Makes a padlock, hidden, which lets clicks through.
+/// @param spoken accessible name
+QLabel *makeSafeMark(const QString &spoken, const QPoint &place, QWidget *parent);
+
 /// The names of a meter's parts.
 struct MeterNaming
 {

@@ -232,6 +232,14 @@ void StripsView::nameControls(const StripId &strip) const
     }
 }
 
+void StripsView::showSafe(const mixer::SafeStrips &safe)
+{
+    for (std::size_t pair = 0; pair < m_widgets.pairs.size(); ++pair)
+        for (QLabel *mark : m_widgets.pairs[pair].safeMarks)
+            mark->setVisible(safe.pairs[pair]);
+    m_widgets.masterSafeMark->setVisible(safe.master);
+}
+
 void StripsView::setBypassed(bool bypassed)
 {
     m_bypassed = bypassed;

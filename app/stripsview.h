@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/mixerwidgets.h"
+#include "mixer/rules.h"
 #include "storage/store.h"
 
 #include <QObject>
@@ -20,6 +21,9 @@ public:
     void showAll();
     /// Shows the switches of a strip, for a button that was clicked without an effect.
     void showSwitches(const mixer::StripId &strip);
+
+    /// Shows which strips a recall keeps.
+    void showSafe(const mixer::SafeStrips &safe);
 
     /// Disables all controls of the strips while the mixer is bypassed, and shows "Bypass" in place
     /// of the fader texts; the master's text stays.

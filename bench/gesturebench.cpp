@@ -109,7 +109,7 @@ void benchUndo()
     std::vector<double> times;
     for (int i = 0; i < rounds; ++i) {
         storage::Transaction recall(panel.settings.store(), QStringLiteral("Recall scene 1"));
-        mixer::recall(recall, store.values());
+        mixer::recall(recall, store.values(), {});
         recall.commit();
         runEvents(100);
         times.push_back(timeOf([&] { undo->trigger(); }) + timeOfEvents());

@@ -133,4 +133,17 @@ Exchange fromExchange(const QByteArray &text)
     return exchange;
 }
 
+Exchange readExchange(Disk &disk, const QString &path)
+{
+    QByteArray text;
+    const Disk::Read result = disk.read(path, [&text](const char *bytes, qint64 count) {
+        text.append(bytes, static_cast<int>(count));
+        return text.size() <= largestExchange;
+    });
+    const bool isTooLarge = text.size() > largestExchange;
+    if (result != Disk::Read::Done && !isTooLarge)
+        return refused(QStringLiteral("The file cannot be read."));
+    return fromExchange(text);
+}
+
 } // namespace storage

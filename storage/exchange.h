@@ -1,5 +1,6 @@
 #pragma once
 
+#include "storage/disk.h"
 #include "storage/values.h"
 
 #include <QStringList>
@@ -9,7 +10,7 @@
 
 /// The files in which scenes are kept and exchanged, "NAME.tamber". A file holds one scene or a
 /// backup of all slots, with the values of mixer and outputs, but none of the panel's own. The
-/// format is described in docs/exchange.md. Pure functions; any thread.
+/// format is described in docs/exchange.md. Except for readExchange(), pure functions; any thread.
 namespace storage {
 
 constexpr int exchangeFormat = 1;
@@ -38,6 +39,9 @@ struct Exchange
 /// Reads a file. Trusts nothing in it: a file that is too large, damaged, of another format or
 /// without a scene is refused as a whole.
 Exchange fromExchange(const QByteArray &text);
+
+/// Reads a file from a disk. A file that cannot be read is a problem too. GUI thread only.
+Exchange readExchange(Disk &disk, const QString &path);
 
 /// Returns only those values that a file carries.
 Values exchangeable(const Values &values);

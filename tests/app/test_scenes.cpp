@@ -3,8 +3,11 @@
 #include "tests/app/panel.h"
 #include "tests/patience.h"
 
+#include <QDropEvent>
+#include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QtTest>
 
 /// Saves and loads scenes through the panel's menu. Settings file, window and device must agree.
@@ -18,6 +21,8 @@ private slots:
     void failedSaveIsReported();
     void names();
     void marks();
+    void files();
+    void safeStrips();
     void initializeMemory();
 };
 
@@ -58,6 +63,32 @@ void answerBox(const Panel &panel, QMessageBox::StandardButton button)
 {
     panel.window.findChild<QMessageBox *>()->button(button)->click();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+/// Chooses a file in the open file dialog.
+void choose(const Panel &panel, const QString &path)
+{
+    auto *dialog = panel.window.findChild<QFileDialog *>();
+    if (!dialog) qFatal("no file dialog");
+    dialog->selectFile(path);
+    QMetaObject::invokeMethod(dialog, "accept");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void drop(QWidget *target, const QString &path)
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path)});
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent event(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &event);
+}
+
+QString stateOf(const Panel &panel, int slot)
+{
+    return panel.find<QPushButton>("pB_Scene%1"_s.arg(slot))->accessibleName();
 }
 
 } // namespace
@@ -128,38 +159,110 @@ void TestScenes::names()
 /// notice undoes a recall.
 void TestScenes::marks()
 {
-    const auto state = [](const Panel &panel, int slot) {
-        return panel.find<QPushButton>("pB_Scene%1"_s.arg(slot))->accessibleName();
-    };
     const auto faderOf3 = [](const Panel &panel) {
         return panel.find<QLabel>("label_Fader3"_s)->text();
     };
     {
         Panel panel("marks", session);
-        QCOMPARE(state(panel, 1), "Scene 1, empty"_s);
+        QCOMPARE(stateOf(panel, 1), "Scene 1, empty"_s);
         panel.trigger("actionSave1"_s);
         panel.trigger("actionSave2"_s);
-        QCOMPARE(state(panel, 1), "Scene 1, saved"_s);
-        QCOMPARE(state(panel, 2), "Scene 2, on"_s);
+        QCOMPARE(stateOf(panel, 1), "Scene 1, saved"_s);
+        QCOMPARE(stateOf(panel, 2), "Scene 2, on"_s);
         panel.find<QPushButton>("pB_Analog1"_s)->click(); // the selection does not count
-        QTest::qWait(0);
         emit panel.find<StepControl>("faderKnob3"_s)
             ->gestureMade({gestures::Gesture::Kind::Steps, -9});
-        QTRY_COMPARE(state(panel, 2), "Scene 2, on, changed since"_s);
+        QTRY_COMPARE(stateOf(panel, 2), "Scene 2, on, changed since"_s);
         QVERIFY(panel.find<QPushButton>("pB_Scene2"_s)->text().endsWith(QLatin1Char('*')));
     }
     Panel panel("marks");
     panel.window.show();
-    QCOMPARE(state(panel, 2), "Scene 2, on, changed since"_s);
+    QCOMPARE(stateOf(panel, 2), "Scene 2, on, changed since"_s);
     const QString changed = faderOf3(panel);
     panel.find<QPushButton>("pB_Scene2"_s)->click();
-    QTRY_COMPARE(state(panel, 2), "Scene 2, on"_s);
+    QTRY_COMPARE(stateOf(panel, 2), "Scene 2, on"_s);
     QVERIFY(faderOf3(panel) != changed);
     QCOMPARE(panel.find<QLabel>("label_Notice"_s)->text(), "Scene 2 recalled"_s);
     panel.find<QPushButton>("pB_Notice"_s)->click();
     QCOMPARE(faderOf3(panel), changed);
-    QTRY_COMPARE(state(panel, 2), "Scene 2, on, changed since"_s);
+    QTRY_COMPARE(stateOf(panel, 2), "Scene 2, on, changed since"_s);
     QVERIFY(panel.find("label_Notice"_s)->isHidden() || !panel.find("label_Notice"_s)->isVisible());
+}
+
+/// A scene goes through a file into another slot, by dialog and by drop. What is refused changes
+/// nothing, and every import can be undone.
+void TestScenes::files()
+{
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    Panel panel("files", session);
+    panel.window.show();
+    const QDir folder = QFileInfo(panel.path).dir();
+    const QString file = folder.filePath("one.tamber"_s);
+    panel.trigger("actionSave1"_s);
+    panel.trigger("actionExport1"_s);
+    choose(panel, file);
+    QVERIFY(QFile::exists(file));
+    panel.trigger("actionImport7"_s);
+    choose(panel, file);
+    QCOMPARE(stateOf(panel, 7), "Scene 7, saved"_s);
+    panel.trigger("actionUndo"_s);
+    QCOMPARE(stateOf(panel, 7), "Scene 7, empty"_s);
+    drop(panel.find("pB_Scene8"_s), file);
+    QCOMPARE(stateOf(panel, 8), "Scene 8, saved"_s);
+
+    // A recall of the imported scene changes nothing that the file carries.
+    panel.trigger("actionLoad8"_s);
+    QVERIFY(panel.find("pB_Scene1"_s)->toolTip().contains("changes nothing"_s));
+    drop(&panel.window, file);
+    auto *menu = panel.window.findChild<QMenu *>("dropMenu"_s);
+    QVERIFY(menu && menu->isVisible());
+    menu->actions().at(4)->trigger(); // two lines of head, then the slots
+    QCOMPARE(stateOf(panel, 3), "Scene 3, saved"_s);
+    menu->close();
+
+    const QString backup = folder.filePath("all.tamber"_s);
+    panel.trigger("actionBackup"_s);
+    choose(panel, backup);
+    panel.trigger("actionInitialize_SceneMemory"_s);
+    answerBox(panel, QMessageBox::Ok);
+    QCOMPARE(stateOf(panel, 8), "Scene 8, empty"_s);
+    panel.trigger("actionRestore"_s);
+    choose(panel, backup);
+    answerBox(panel, QMessageBox::Ok);
+    for (const int slot : {1, 3, 8})
+        QCOMPARE(stateOf(panel, slot), "Scene %1, saved"_s.arg(slot));
+
+    QFile damaged(file);
+    QVERIFY(damaged.open(QIODevice::Append) && damaged.write("[Scene") && damaged.flush());
+    drop(panel.find("pB_Scene9"_s), file);
+    QCOMPARE(panel.window.findChild<QMessageBox *>()->text(), "The file is damaged."_s);
+    QCOMPARE(stateOf(panel, 9), "Scene 9, empty"_s);
+}
+
+/// A safe strip shows its padlock, stays in a recall, and is still safe after a restart.
+void TestScenes::safeStrips()
+{
+    const auto isSafe = [](const Panel &panel) {
+        const auto *link = panel.find("pB_LinkOn1_2"_s)->parentWidget();
+        for (const auto *mark : link->findChildren<QLabel *>())
+            if (mark->property("role") == "safe"_s) return !mark->isHidden();
+        return false;
+    };
+    {
+        Panel panel("safe", session);
+        panel.find<QPushButton>("pB_Analog1"_s)->click();
+        panel.trigger("actionSave2"_s);
+        panel.find<QPushButton>("pB_Mute1"_s)->click();
+        panel.find<QPushButton>("pB_Mute10"_s)->click();
+        QVERIFY(!isSafe(panel));
+        panel.trigger("actionSafe_Strip"_s);
+        QVERIFY(isSafe(panel));
+        panel.trigger("actionLoad2"_s);
+        QVERIFY(!panel.find<QPushButton>("pB_Mute1"_s)->isChecked());
+        QVERIFY(panel.find<QPushButton>("pB_Mute10"_s)->isChecked());
+    }
+    const Panel panel("safe");
+    QVERIFY(isSafe(panel));
 }
 
 void TestScenes::initializeMemory()
