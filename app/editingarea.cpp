@@ -76,7 +76,7 @@ constexpr QRect reductionCaption(564, 54, 26, 14);
 constexpr QRect reductionHead(compressorColumns[2] - 35, 95, 70, geometry::knobCaption);
 constexpr QRect reductionText(compressorColumns[2] - 35, 112, 70, 28);
 constexpr QRect hintArea(
-    band(0), 4, 4 * geometry::bandWidth + 1, geometry::editingHeight - 8);
+    band(0), 4, geometry::editingWidth - band(0) - 8, geometry::editingHeight - 8);
 // clang-format on
 
 void makeHeads(QWidget *area)
@@ -94,7 +94,7 @@ void makeHeads(QWidget *area)
 
 QString tipOf(const Parameter &parameter)
 {
-    return QStringLiteral("%1: drag up or down, wheel or keys, or type a value; double click: %2%3")
+    return QStringLiteral("%1. Double click: %2%3. Enter: type a value.")
         .arg(
             QLatin1String(parameter.title), valueAt(parameter, parameter.defaultPosition).text,
             QLatin1String(parameter.unit));
@@ -163,7 +163,10 @@ void buildKnobs(SectionWidgets &view, QWidget *area)
 void buildDisplays(SectionWidgets &view, QWidget *area)
 {
     view.eqCurve = makeDisplay<DrawEq>(
-        {QStringLiteral("drawEq"), QStringLiteral("Equalizer curve"), {}}, eqPlace, area);
+        {QStringLiteral("drawEq"), QStringLiteral("Equalizer curve"),
+         QStringLiteral("Sum of the four bands. A dot marks each band at its frequency, a sign "
+                        "at the left the low cut.")},
+        eqPlace, area);
     view.compressorCurve = makeDisplay<DrawCompressor>(
         {QStringLiteral("drawCompressor"), QStringLiteral("Compressor curve"),
          QStringLiteral("Output level over input level, in dB")},

@@ -34,7 +34,7 @@ constexpr int bandColours[] = {0, 3, 2, 1};
 void well(QPainter &painter, QSize size)
 {
     const QRectF field(QPoint(), size);
-    fill(painter, field.adjusted(-1, -1, 1, 1), colours::line);
+    fill(painter, field.adjusted(-1, -1, 1, 1), colours::edge);
     fill(painter, field, colours::well);
 }
 

@@ -19,8 +19,8 @@ public:
         bool hasText;     ///< false for a grid line only, where a text has no space
     };
     static constexpr FrequencyMark frequencyMarks[] = {
-        {"50", 2, true},    {"100", 7, false},   {"200", 11, true},  {"500", 18, false},
-        {"1.0k", 25, true}, {"2.0k", 35, false}, {"5.0k", 47, true}, {"10.0k", 55, false},
+        {"50", 2, true},    {"100", 7, false},   {"200", 11, true},   {"500", 18, false},
+        {"1.0k", 25, true}, {"2.0k", 35, false}, {"5.0k", 47, false}, {"10.0k", 55, true},
     };
 
     explicit EditingSurface(QWidget *parent);

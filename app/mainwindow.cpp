@@ -59,6 +59,8 @@ QAction *addNamed(QMenu *menu, const QString &text, const QString &name)
     return action;
 }
 
+/// Milliseconds that the window manager gets to place the window.
+constexpr int placingDelay = 150;
 /// Milliseconds from the window's start to the first update check.
 constexpr int updateDelay = 500;
 
@@ -573,8 +575,8 @@ void MainWindow::openWebPage(const QUrl &page)
         QStringLiteral("No web browser could be started.\nThe page is %1.").arg(page.toString()));
 }
 
-/// Shows the start information if the user has not seen it. The event loop opens the box, so that
-/// it is above the window.
+/// Shows the start information if the user has not seen it. The box opens after the window manager
+/// has placed the window, so that it is in the middle of the window.
 void MainWindow::offerStartInformation()
 {
     if (m_edition.isReplacement || m_settings.read(storage::informationSeen)) return;
@@ -582,7 +584,7 @@ void MainWindow::offerStartInformation()
         boxes::showStartInformation(
             this, [this] { m_settings.write(storage::informationSeen, true); });
     };
-    QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
+    QTimer::singleShot(placingDelay, this, show);
 }
 
 void MainWindow::startUpdateChecker()

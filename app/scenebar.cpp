@@ -6,6 +6,7 @@
 
 #include <QDropEvent>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QStyle>
 #include <QToolTip>
@@ -13,7 +14,7 @@
 
 namespace {
 
-constexpr int buttonWidth = 70;
+constexpr int buttonWidth = 66;
 constexpr int buttonHeight = 22;
 constexpr int spacing = 4;
 constexpr int padding = 6; // on both sides of the text
@@ -32,6 +33,10 @@ SceneBar::SceneBar(Scenes &scenes, SceneMenu &menu, SceneFiles &files, QWidget *
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(spacing);
+    auto *caption = new QLabel(QStringLiteral("SCENES"), this);
+    caption->setProperty("role", QStringLiteral("sectionHead"));
+    row->addWidget(caption);
+    row->addSpacing(spacing);
     for (int slot = 1; slot <= static_cast<int>(m_buttons.size()); ++slot) {
         QPushButton *button = makeButton(slot);
         m_buttons[static_cast<std::size_t>(slot - 1)] = button;

@@ -44,6 +44,15 @@ int markColumn(const Parameter &parameter, int step)
     return eqshapes::column(axisStep < 0 ? axis.steps - 1 : axisStep);
 }
 
+/// Marks a widget whose section is off, for the style sheet.
+void setIdle(QWidget *widget, bool idle)
+{
+    if (widget->property("idle").toBool() == idle) return;
+    widget->setProperty("idle", idle);
+    widget->style()->unpolish(widget);
+    widget->style()->polish(widget);
+}
+
 /// Returns where a position lies between the knob's lowest (0) and highest value (1).
 double arcPlace(const Parameter &parameter, int position)
 {
@@ -120,6 +129,7 @@ void SectionView::showAll()
     m_widgets.lowCut->setChecked(
         m_edited && mixer::isOn(m_store.values(), *m_edited, key::eqLowCut));
     showTitle();
+    showCircuit();
     showReduction(m_reduction);
     markEq();
     markComp();
@@ -139,6 +149,7 @@ void SectionView::show(const storage::ChangeSet &changes)
         if (change.key == storage::Key::Name) return showAll();
         if (change.key == storage::Key::Eq) markEq();
         if (change.key == storage::Key::Comp) markComp();
+        if (change.key == storage::Key::Eq || change.key == storage::Key::Comp) showCircuit();
         if (change.key != storage::Key::EqLowCut) continue;
         m_widgets.lowCut->setChecked(mixer::isOn(m_store.values(), *m_edited, key::eqLowCut));
         markEq();
@@ -203,6 +214,22 @@ void SectionView::showTitle()
     const QString whole = QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
     label->setToolTip(shown == text ? QString() : whole);
     showHint();
+}
+
+/// Shows which of the two sections is in circuit. What is off stays usable, but is not lit.
+void SectionView::showCircuit()
+{
+    const auto isInCircuit = [this](const storage::SwitchKey &section) {
+        return m_edited && isOn(m_store.values(), *m_edited, section);
+    };
+    const bool eq = isInCircuit(key::eq);
+    const bool compressor = isInCircuit(key::comp);
+    for (int i = 0; i < mixer::parameterCount; ++i) {
+        const bool isOfEq = mixer::parameter(static_cast<ParameterId>(i)).band != mixer::noBand;
+        m_widgets.knobs[static_cast<std::size_t>(i)].dial->setLit(isOfEq ? eq : compressor);
+    }
+    setIdle(m_widgets.lowCut, !eq);
+    setIdle(m_widgets.gainReductionText, !compressor);
 }
 
 /// Says how to get a strip to edit while none is shown.

@@ -46,6 +46,7 @@ private:
     void showKnob(mixer::ParameterId id);
     void showTitle();
     void showHint();
+    void showCircuit();
     void drawEq();
     void drawComp();
     void describeDisplays();

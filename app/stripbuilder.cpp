@@ -36,13 +36,13 @@ struct StripLayout
 // clang-format off
 constexpr StripLayout monoLayout = {
     {5, 5, 49, 24}, {5, 60, 49, 19}, {5, 83, 49, 19},
-    {0, 276, 59, 16}, {5, 296, 23, 21}, {31, 296, 23, 21}, {4, 321, 51, 19},
+    {0, 276, 59, 16}, {5, 296, 23, 21}, {31, 296, 23, 21}, {2, 321, 55, 19},
     {{{5, 37, 49, 19}, {6, 110, 45, 15}, 20, geometry::monoMeterColumn, 49}},
     1,
 };
 constexpr StripLayout pairLayout = {
     {5, 5, 108, 24}, {5, 60, 108, 19}, {5, 83, 108, 19},
-    {0, 276, 118, 16}, {5, 296, 52, 21}, {61, 296, 52, 21}, {4, 321, 110, 19},
+    {0, 276, 118, 16}, {5, 296, 52, 21}, {61, 296, 52, 21}, {5, 321, 108, 19},
     {{{5, 37, 52, 19}, {6, 110, 45, 15}, 20, geometry::pairMeterColumns[0], 57},
      {{61, 37, 52, 19}, {65, 110, 45, 15}, 79, geometry::pairMeterColumns[1], 87}},
     2,
@@ -155,7 +155,7 @@ void StripBuilder::buildPan(SideWidgets &view, int side) const
     view.panText->hide();
     view.panKnob = makePan(
         {QLatin1String("panKnob") + sideKey(side), sideName(side) + QLatin1String(" pan"),
-         QStringLiteral("Pan: drag, wheel or keys, or type a value; double click: centre")},
+         QStringLiteral("Pan. Double click: centre. Enter: type a value.")},
         place.panCentre + m_origin.x(), m_parent);
 }
 
@@ -173,7 +173,7 @@ void StripBuilder::buildFader(StripWidgets &strip) const
         buildMeter(strip.sides[static_cast<std::size_t>(side)], side);
     strip.faderKnob = makeFader(
         {QLatin1String("faderKnob") + m_key, title(m_id) + QLatin1String(" fader"),
-         QStringLiteral("Fader: drag, wheel or keys, or type a value; double click: 0 dB")},
+         QStringLiteral("Fader. Double click: 0 dB. Enter: type a value.")},
         strip.id.kind, m_parent);
     strip.faderText = makeText(
         {QLatin1String("label_Fader") + m_key, {}, {}}, "faderText", QStringLiteral("0 dB"),
@@ -242,7 +242,7 @@ StripWidgets buildMaster(QWidget *parent)
         buildMasterMeter(strip.sides[static_cast<std::size_t>(side)], side, parent);
     strip.faderKnob = makeFader(
         {QStringLiteral("masterFaderKnob"), QStringLiteral("Master fader"),
-         QStringLiteral("Fader: drag, wheel or keys, or type a value; double click: 0 dB")},
+         QStringLiteral("Fader. Double click: 0 dB. Enter: type a value.")},
         StripKind::Master, parent);
     strip.faderText = makeText(
         {QStringLiteral("label_FaderMaster"), {}, {}}, "faderText", QStringLiteral("0 dB"),

@@ -1,14 +1,13 @@
 #include "widgets/clipmark.h"
 
 #include "widgets/colours.h"
-#include "widgets/drawing.h"
 
 #include <QMouseEvent>
 #include <QPainter>
 
 namespace {
 
-constexpr QRectF square(3, 3, 6, 6);
+constexpr QRectF lamp(2.5, 2.5, 7, 7);
 
 } // namespace
 
@@ -33,6 +32,8 @@ void ClipMark::mousePressEvent(QMouseEvent *event)
 void ClipMark::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    drawing::fill(painter, square, m_lit ? colours::red : colours::line);
-    if (!m_lit) drawing::fill(painter, square.adjusted(1, 1, -1, -1), colours::well);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(m_lit ? colours::red : colours::edge, 1));
+    painter.setBrush(m_lit ? colours::red : colours::well);
+    painter.drawEllipse(lamp);
 }

@@ -2,14 +2,14 @@
 
 #include <QLabel>
 
-/// The clip memory of a meter: a small square that is lit once the level has been at full scale. It
-/// stays lit until the user clears it. GUI thread only.
+/// The clip memory of a meter: a small round lamp that is lit once the level has been at full
+/// scale. It stays lit until the user clears it. GUI thread only.
 class ClipMark : public QLabel
 {
     Q_OBJECT
 
 public:
-    static constexpr int side = 12; ///< of the widget, which is larger than the square
+    static constexpr int side = 12; ///< of the widget, which is larger than the lamp
 
     explicit ClipMark(QWidget *parent);
 

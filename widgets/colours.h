@@ -16,7 +16,7 @@ constexpr QColor surface(28, 33, 38);    ///< a block: a pair of strips, the edi
 constexpr QColor surfaceLit(39, 48, 58); ///< the selected strip
 constexpr QColor well(11, 13, 15);       ///< grooves, meters and displays
 constexpr QColor line(45, 52, 59);       ///< separators
-constexpr QColor grid(33, 39, 44);       ///< lines in a well
+constexpr QColor grid(46, 54, 61);       ///< lines in a well
 constexpr QColor edge(113, 125, 136);    ///< edges of buttons, grooves and fields
 ///@}
 

@@ -52,13 +52,21 @@ void DialControl::setArc(double from, double to)
     update();
 }
 
+void DialControl::setLit(bool lit)
+{
+    if (lit == m_lit) return;
+    m_lit = lit;
+    update();
+}
+
 void DialControl::paintEvent(QPaintEvent *event)
 {
     StepControl::paintEvent(event);
     if (m_arcFrom == m_arcTo || !isEnabled()) return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(colours::accent, arcWidth, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(
+        QPen(m_lit ? colours::accent : colours::switchedOff, arcWidth, Qt::SolidLine, Qt::FlatCap));
     const QRectF circle(
         middle.x() - arcRadius, middle.y() - arcRadius, 2 * arcRadius, 2 * arcRadius);
     // Qt counts angles counterclockwise from 3 o'clock, in sixteenths of a degree.

@@ -22,6 +22,8 @@ public:
     /// @param from where the arc begins, 0 (lowest value) to 1 (highest value)
     /// @param to   where the arc ends; no arc is drawn if it is equal to `from`
     void setArc(double from, double to);
+    /// Draws the arc in grey while what the knob sets is switched off.
+    void setLit(bool lit);
 
 signals:
     // contract: the names of these signals.
@@ -39,4 +41,5 @@ private:
     int m_frame = frameCount / 2;
     double m_arcFrom = 0;
     double m_arcTo = 0;
+    bool m_lit = true;
 };

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QPaintDevice>
 #include <QPainter>
 #include <QPixmapCache>
 
@@ -10,8 +11,9 @@
 
 namespace {
 
-constexpr int captionSize = 10; // pixels
-constexpr qreal thin = 4;       // device pixels; a line up to this width keeps its width
+constexpr int captionSize = 10;      // pixels
+constexpr qreal captionSpacing = 96; // percent
+constexpr qreal thin = 4;            // device pixels; a line up to this width keeps its width
 
 /// Snaps one side of a rectangle to whole pixels.
 /// @return the first pixel and the number of pixels
@@ -56,7 +58,9 @@ void fill(QPainter &painter, const QRectF &area, const QColor &colour)
     const auto [left, width] = snapped(device.left(), device.width());
     const auto [top, height] = snapped(device.top(), device.height());
     painter.save();
-    painter.resetTransform();
+    painter.resetTransform(); // the scale of the device remains
+    const qreal ratio = painter.device()->devicePixelRatioF();
+    painter.scale(1 / ratio, 1 / ratio);
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.fillRect(QRect(left, top, width, height), colour);
     painter.restore();
@@ -68,6 +72,7 @@ void caption(
     QFont font;
     font.setFamilies({QStringLiteral("Segoe UI"), QStringLiteral("DejaVu Sans Condensed")});
     font.setPixelSize(captionSize);
+    font.setLetterSpacing(QFont::PercentageSpacing, captionSpacing);
     painter.setFont(font);
     painter.setPen(colour);
     painter.drawText(area, alignment | Qt::TextDontClip, text);

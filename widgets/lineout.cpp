@@ -17,7 +17,7 @@ constexpr int sourceWidth = 118;
 constexpr int roundness = 4;
 constexpr int groupGap = 14; ///< rows between the master's sources and the computer's
 constexpr int endGap = 3;    ///< columns between a box and the end of a route
-constexpr qreal quietOpacity = 0.35;
+constexpr qreal quietOpacity = 0.6;
 constexpr qreal disabledOpacity = 0.6;
 
 } // namespace

@@ -66,7 +66,10 @@ void surface(QPainter &painter, Look look, bool selected)
         fill(painter, QRectF(0, 0, area.width(), selectionHeight), colours::accent);
     }
     painter.setClipping(false);
-    if (look == Look::Right) fill(painter, QRectF(0, 8, 1, linkRow - 14), colours::line);
+    if (look != Look::Right) return;
+    // The line between the strips of a pair leaves the scales space.
+    fill(painter, QRectF(0, 8, 1, panRow + panHeight - 8), colours::line);
+    fill(painter, QRectF(0, meterBottom + 16, 1, linkRow - meterBottom - 22), colours::line);
 }
 
 /// Draws a plus that is narrower than that of the font, which leaves space for the digit.
@@ -95,7 +98,7 @@ void faderScale(QPainter &painter, int cap)
 
 void meterWell(QPainter &painter, int left)
 {
-    fill(painter, QRectF(left - 1, meterTop - 1, meterWidth + 2, meterRows + 2), colours::line);
+    fill(painter, QRectF(left - 1, meterTop - 1, meterWidth + 2, meterRows + 2), colours::edge);
     fill(painter, QRectF(left, meterTop, meterWidth, meterRows), colours::well);
 }
 

@@ -16,7 +16,7 @@ constexpr qreal bodyRadius = 12;
 void arc(QPainter &painter)
 {
     const QRectF circle(-arcRadius, -arcRadius, 2 * arcRadius, 2 * arcRadius);
-    painter.setPen(QPen(colours::line, 2, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(QPen(colours::capTop, 2, Qt::SolidLine, Qt::FlatCap));
     painter.setBrush(Qt::NoBrush);
     painter.drawArc(circle, 16 * -60, 16 * 300);
     painter.setPen(QPen(colours::tick, 1, Qt::SolidLine, Qt::FlatCap));

@@ -8,6 +8,7 @@
 #include "tests/app/panel.h"
 #include "update/informationbox.h"
 #include "widgets/channelcontrol.h"
+#include "widgets/clipmark.h"
 #include "widgets/colours.h"
 #include "widgets/nameedit.h"
 
@@ -30,6 +31,7 @@ private slots:
     void smallestText();
     void contrasts();
     void alignment();
+    void clipMark();
     void editingArea();
 };
 
@@ -237,6 +239,24 @@ void TestLook::alignment()
     QCOMPARE(
         panel.find("pB_masterMute"_s)->mapTo(&panel.window, QPoint()).y(),
         rectOf("pB_Mute", 1).top());
+}
+
+/// A lit clip memory is drawn in the middle of its widget at every zoom.
+void TestLook::clipMark()
+{
+    Panel panel("clip", "");
+    panel.window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel.window));
+    auto *mark = panel.find<ClipMark>("label_Clip3"_s);
+    mark->setLit(true);
+    const QImage picture = mark->grab().toImage();
+    QRect red;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixel(x, y) == colours::red.rgb()) red |= QRect(x, y, 1, 1);
+    const QPointF middle = QRectF(red).center() - QRectF(picture.rect()).center();
+    QVERIFY2(middle.manhattanLength() <= 2, qPrintable("%1, %2"_s.arg(middle.x()).arg(middle.y())));
+    QVERIFY(red.width() < picture.width());
 }
 
 /// The legend of the EQ curve agrees with the knobs, and no part of the area is an empty hall.
