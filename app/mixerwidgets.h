@@ -34,9 +34,9 @@ struct SideWidgets
     QPushButton *phase = nullptr;
     PanControl *panKnob = nullptr;
     QLabel *panText = nullptr;
-    QLabel *meter = nullptr;
-    QLabel *hold = nullptr; ///< the line at the bar's maximum
-    QLabel *peak = nullptr;
+    QWidget *meter = nullptr;
+    QWidget *hold = nullptr; ///< the line at the bar's maximum
+    QWidget *peak = nullptr;
     ClipMark *clip = nullptr;
 };
 

@@ -7,8 +7,8 @@
 #include "widgets/colours.h"
 #include "widgets/drawing.h"
 #include "widgets/fader.h"
+#include "widgets/meterpart.h"
 #include "widgets/pancontrol.h"
-#include "widgets/sharppixmap.h"
 
 #include <QPainter>
 #include <QPushButton>
@@ -95,21 +95,23 @@ QLabel *makeSafeMark(const QString &spoken, const QPoint &place, QWidget *parent
 void makeMeters(
     SideWidgets &view, const MeterNaming &naming, int column, int clipMiddle, QWidget *parent)
 {
-    const auto make = [&](const char *stem, const char *what, const char *role, const QRect &area) {
-        QLabel *label = makeText(
-            {QLatin1String(stem) + naming.ending, naming.spoken + QLatin1String(what), {}}, role,
-            {}, area, parent);
-        label->hide();
-        return label;
+    const auto place = [&](QWidget *part, const char *stem, const char *what, const QRect &area) {
+        part->setObjectName(QLatin1String(stem) + naming.ending);
+        part->setAccessibleName(naming.spoken + QLatin1String(what));
+        part->setGeometry(area);
+        part->hide();
+        return part;
     };
     const int width = geometry::meterWidth;
-    view.meter =
-        make("label_LevelMeter", " level", "meter", QRect(column, geometry::meterBottom, width, 1));
-    view.meter->setPixmap(
-        sharpPixmap(QStringLiteral(":/Resource/track/meter.png"), parent->devicePixelRatioF()));
-    view.meter->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
-    view.hold = make("label_Hold", " maximum", "hold", QRect(column, geometry::meterTop, width, 1));
-    view.peak = make("label_Peak", " peak", "peak", QRect(column, peakTop, width, peakHeight));
+    view.meter = place(
+        new MeterPart(QStringLiteral(":/Resource/track/meter.png"), parent), "label_LevelMeter",
+        " level", QRect(column, geometry::meterBottom, width, 1));
+    view.hold = place(
+        new MeterPart(colours::text, parent), "label_Hold", " maximum",
+        QRect(column, geometry::meterTop, width, 1));
+    view.peak = place(
+        new MeterPart(colours::red, parent), "label_Peak", " peak",
+        QRect(column, peakTop, width, peakHeight));
     view.peak->setToolTip(QStringLiteral("Level within 1 dB of full scale"));
     view.clip = new ClipMark(parent);
     apply(

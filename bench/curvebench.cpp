@@ -9,17 +9,20 @@
 namespace {
 
 constexpr int rounds = 20000;
+constexpr int marks[] = {20, 50, 80, 110};
 
 /// Returns one of two curves (variant 0 or 1) with a gain on all four bands.
 EqCurve curveOf(int variant)
 {
     EqCurve curve;
     curve.state = EqCurve::State::On;
+    curve.marks = {20, 110, 80, 50};
     curve.bands = {{{-5, 9, 0}, {3 + variant, 22, 0}, {5, 45, 2}, {-3 - variant, 18, 3}}};
     return curve;
 }
 
-/// A widget that only fills a path that was computed once. It is the reference for DrawEq.
+/// A widget that only fills a path that was computed once, and four dots. It is the reference for
+/// DrawEq.
 class Fill : public QLabel
 {
 public:
@@ -41,7 +44,11 @@ protected:
         QPainter painter(this);
         painter.setPen(QPen(Qt::cyan, 1, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
         painter.setBrush(Qt::cyan);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(0.5, 0.5);
         painter.drawPath(m_path);
+        for (const int column : marks)
+            painter.drawEllipse(QPointF(column, DrawEq::zeroRow), 3, 3);
     }
 
 private:

@@ -11,7 +11,7 @@ constexpr QRectF lamp(2.5, 2.5, 7, 7);
 
 } // namespace
 
-ClipMark::ClipMark(QWidget *parent) : QLabel(parent)
+ClipMark::ClipMark(QWidget *parent) : QWidget(parent)
 {
     setFixedSize(side, side);
 }
@@ -25,7 +25,7 @@ void ClipMark::setLit(bool lit)
 
 void ClipMark::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() != Qt::LeftButton) return QLabel::mousePressEvent(event);
+    if (event->button() != Qt::LeftButton) return QWidget::mousePressEvent(event);
     emit clicked();
 }
 

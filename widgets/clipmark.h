@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QLabel>
+#include <QWidget>
 
 /// The clip memory of a meter: a small round lamp that is lit once the level has been at full
 /// scale. It stays lit until the user clears it. GUI thread only.
-class ClipMark : public QLabel
+class ClipMark : public QWidget
 {
     Q_OBJECT
 

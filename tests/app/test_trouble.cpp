@@ -181,7 +181,7 @@ void TestTrouble::metersShowTheDevice()
     Panel panel("meters", "[Track5_6]\nLink=true\n");
     panel.window.show();
     const auto shown = [&](const char *meter) {
-        return panel.find<QLabel>("label_LevelMeter"_s + QLatin1String(meter))->isVisible();
+        return panel.find("label_LevelMeter"_s + QLatin1String(meter))->isVisible();
     };
     QTRY_VERIFY_WITH_TIMEOUT(shown("7") && shown("5_6_L") && shown("Master_R"), patience);
     QVERIFY(!shown("16")); // nothing is plugged in there

@@ -1,0 +1,18 @@
+#include "widgets/meterpart.h"
+
+#include "widgets/sharppixmap.h"
+
+#include <QPainter>
+
+MeterPart::MeterPart(const QColor &colour, QWidget *parent) : QWidget(parent), m_colour(colour) {}
+
+MeterPart::MeterPart(const QString &image, QWidget *parent) : QWidget(parent), m_image(image) {}
+
+void MeterPart::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    if (m_image.isEmpty()) return painter.fillRect(rect(), m_colour);
+    const QPixmap image = sharpPixmap(m_image, devicePixelRatioF());
+    const qreal imageHeight = image.height() / image.devicePixelRatio();
+    painter.drawPixmap(QPointF(0, height() - imageHeight), image);
+}

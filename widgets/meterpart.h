@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <QWidget>
+
+/// A moving part of a meter: the bar, shown as the lower end of an image, or a mark of one colour.
+/// No style sheet has to be searched for it, which counts with so many meters. GUI thread only.
+class MeterPart : public QWidget
+{
+    Q_OBJECT
+
+public:
+    MeterPart(const QColor &colour, QWidget *parent);
+    /// @param image see sharpPixmap()
+    MeterPart(const QString &image, QWidget *parent);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    const QString m_image;
+    const QColor m_colour;
+};
