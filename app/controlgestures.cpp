@@ -86,6 +86,13 @@ ControlGestures::ControlGestures(
     }
 }
 
+void ControlGestures::add(StepControl *control, mixer::ParameterId id, QWidget *readout)
+{
+    add(control, {[this, id] { return m_mixer.editedKnob(id); }, readout, readout->window()},
+        mixer::knobOf(mixer::track(1), id));
+    connect(control, &QObject::destroyed, this, [this, control] { m_entries.remove(control); });
+}
+
 void ControlGestures::addStrip(const StripWidgets &strip)
 {
     const auto fixed = [](const Adjustable &a) { return [a] { return std::make_optional(a); }; };
@@ -147,7 +154,8 @@ void ControlGestures::edit(StepControl *control, const QString &typed)
     if (!target || !control->isEnabled()) return;
     const Adjustable a = *target;
     ValueEditor::Request request;
-    request.area = QRect(entry.readout->mapTo(m_window, QPoint()), entry.readout->size());
+    QWidget *window = entry.window ? entry.window : m_window;
+    request.area = QRect(entry.readout->mapTo(window, QPoint()), entry.readout->size());
     request.name = mixer::title(a);
     request.isTyped = !typed.isEmpty();
     request.text =
@@ -161,7 +169,7 @@ void ControlGestures::edit(StepControl *control, const QString &typed)
         if (a.what == Adjustable::What::Pan) emit panStepped(a.strip.number);
         return true;
     };
-    ValueEditor::open(m_window, request);
+    ValueEditor::open(window, request);
 }
 
 StepControl *ControlGestures::faderOf(const StripId &strip) const

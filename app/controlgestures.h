@@ -21,6 +21,10 @@ public:
         mixer::Mixer &mixer, const storage::Store &store, const MixerWidgets &strips,
         const SectionWidgets &section, QWidget *window);
 
+    /// Adds a control of another window for a knob of the edited strip.
+    /// @param readout where the value editor opens; both live as long as their window
+    void add(StepControl *control, mixer::ParameterId id, QWidget *readout);
+
     /// Opens the value editor over a control's readout.
     void edit(StepControl *control, const QString &typed = QString());
     /// The same for a strip's fader.
@@ -42,6 +46,7 @@ private:
     {
         std::function<std::optional<mixer::Adjustable>()> target;
         QWidget *readout;
+        QWidget *window = nullptr; ///< of the readout; null for the panel's window
     };
 
     void add(StepControl *control, const Entry &entry, const mixer::Adjustable &sample);

@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 
 #include "app/boxes.h"
+#include "app/channeleditor.h"
 #include "app/companionmixer.h"
 #include "app/gesturespage.h"
 #include "app/helplinks.h"
@@ -22,7 +23,9 @@
 #include "update/updateinformation.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/dialcontrol.h"
+#include "widgets/doubleclicks.h"
 #include "widgets/drawcompressor.h"
+#include "widgets/draweq.h"
 #include "widgets/fader.h"
 #include "widgets/nameedit.h"
 #include "widgets/pancontrol.h"
@@ -106,6 +109,7 @@ MainWindow::MainWindow(
     connectStrips();
     connectSection();
     connectPage();
+    connectEditor();
     connectHistory();
     connectPresence();
     connectSettings();
@@ -165,6 +169,12 @@ void MainWindow::buildEditMenu()
     }
     edit->addSeparator();
     m_stripActions.fillEditMenu(edit);
+    edit->addSeparator();
+    QAction *editor =
+        addNamed(edit, QStringLiteral("Channel E&ditor"), QStringLiteral("actionChannel_Editor"));
+    editor->setShortcut(QStringLiteral("Ctrl+E"));
+    editor->setAutoRepeat(false);
+    connect(editor, &QAction::triggered, this, [this] { channelEditor().toggle(); });
     connect(edit, &QMenu::aboutToShow, this, [this] { m_menuControl = nullptr; });
 }
 
@@ -326,6 +336,35 @@ void MainWindow::connectPage()
     connect(&m_stripActions, &StripActions::pasteRefused, this, [this] {
         m_notice->flash(Notice::Message::PasteRefused);
     });
+}
+
+/// Returns the channel editor, and makes it at the first call.
+ChannelEditor &MainWindow::channelEditor()
+{
+    if (m_editor) return *m_editor;
+    m_editor = new ChannelEditor({m_mixer, m_settings.store(), m_gestures}, m_organisation, this);
+    // The menu's shortcuts work in this window too, except those for the window itself.
+    for (QAction *action : findChildren<QAction *>())
+        if (!action->shortcut().isEmpty() &&
+            action->objectName() != QLatin1String("actionMinimize") &&
+            action->objectName() != QLatin1String("actionClose"))
+            m_editor->addAction(action);
+    return *m_editor;
+}
+
+void MainWindow::connectEditor()
+{
+    const SectionWidgets &section = m_mixerPage->section();
+    for (QWidget *display :
+         {static_cast<QWidget *>(section.eqCurve), static_cast<QWidget *>(section.compressorCurve)})
+        connect(new DoubleClicks(display), &DoubleClicks::made, this, [this] {
+            channelEditor().open();
+        });
+    connect(
+        &m_stripActions, &StripActions::editorRequested, this, [this](const mixer::StripId &strip) {
+            m_mixer.select(strip, true);
+            channelEditor().open();
+        });
 }
 
 void MainWindow::openStripMenu(
@@ -502,6 +541,7 @@ void MainWindow::showAll()
     m_strips.showAll();
     m_strips.showSafe(m_scenes.safe());
     m_section.showAll();
+    if (m_editor) m_editor->showAll();
     m_output.showAll();
     refreshFacts();
 }

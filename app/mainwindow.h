@@ -22,6 +22,7 @@
 #include <QPointer>
 
 class ChannelControl;
+class ChannelEditor;
 class DialControl;
 class InterfacePage;
 class InterfaceView;
@@ -133,6 +134,8 @@ private:
     void connectFader(const StripWidgets &strip);
     void connectPan(PanControl *knob);
     void connectName(const StripWidgets &strip);
+    ChannelEditor &channelEditor();
+    void connectEditor();
     void openStripMenu(const mixer::StripId &strip, const QPoint &position, StepControl *control);
     void connectFrame(const ChannelControl *frame);
     void connectSection();
@@ -180,5 +183,6 @@ private:
     StripActions m_stripActions;
     ControlGestures m_gestures;
     mixer::Presence m_presence;
+    ChannelEditor *m_editor = nullptr; ///< made when it is opened for the first time
     UpdateInformation *m_updates = nullptr;
 };

@@ -41,6 +41,11 @@ void StripActions::openMenu(const StripId &strip, const QPoint &position, QWidge
     menu->addAction(title)->setEnabled(false); // a section's text is not drawn with a style sheet
     menu->addSeparator();
     fill(menu, [strip] { return std::make_optional(strip); });
+    menu->addSeparator();
+    QAction *editor = menu->addAction(
+        QStringLiteral("Channel E&ditor"), this, [this, strip] { emit editorRequested(strip); });
+    editor->setObjectName(QStringLiteral("actionChannel_Editor"));
+    editor->setEnabled(!strip.isMaster() && !mixer::isBypassed(m_store.values()));
     menu->popup(position);
 }
 

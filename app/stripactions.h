@@ -26,6 +26,7 @@ public:
 signals:
     void renameRequested(const mixer::StripId &strip);
     void valueRequested(const mixer::StripId &strip);
+    void editorRequested(const mixer::StripId &strip);
     /// The clipboard holds nothing that can be pasted to the strip.
     void pasteRefused();
 

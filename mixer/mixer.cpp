@@ -107,6 +107,27 @@ void Mixer::resetKnob(ParameterId id)
     if (const auto knob = editedKnob(id)) reset(*knob);
 }
 
+void Mixer::pressHandle()
+{
+    m_grab.reset();
+    m_handled = edited();
+    ++m_sessions;
+}
+
+void Mixer::moveHandle(const char *what, const std::vector<KnobStep> &knobs)
+{
+    const std::optional<StripId> strip = edited();
+    if (!strip || strip != m_handled) return;
+    changeStrip(*strip, what, sessionKey("handle:"), [&](Transaction &t) {
+        for (const KnobStep &knob : knobs) {
+            const Parameter &moved = parameter(knob.id);
+            // A knob that does not turn keeps its position between two steps.
+            if (knobValue(t.values(), *strip, moved).step != knob.step)
+                setKnob(t, *strip, moved, positionOf(moved, knob.step));
+        }
+    });
+}
+
 void Mixer::step(const Adjustable &a, int steps)
 {
     adjust(a, stepped(a, storedPosition(values(), a), steps), runKey(a));

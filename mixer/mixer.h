@@ -9,6 +9,7 @@
 #include <QPointF>
 
 #include <optional>
+#include <vector>
 
 namespace mixer {
 
@@ -41,6 +42,20 @@ public:
     void pressKnob(ParameterId id, const QPointF &pointer); ///< of the edited strip
     void moveKnob(ParameterId id, const QPointF &pointer, bool fine = false);
     void resetKnob(ParameterId id);
+    ///@}
+
+    /// A step of one of several knobs that change together.
+    struct KnobStep
+    {
+        ParameterId id;
+        int step;
+    };
+    /// @name Drags of several knobs of the edited strip at once
+    /// The moves after a press are one step for undo. They end when another strip is edited.
+    ///@{
+    void pressHandle();
+    /// @param what names the handle: "low band"
+    void moveHandle(const char *what, const std::vector<KnobStep> &knobs);
     ///@}
 
     /// @name Other gestures on a fader, pan marker or knob
@@ -113,6 +128,7 @@ private:
     storage::Store &m_store;
     Sender &m_sender;
     std::optional<Adjustable> m_grab; ///< pressed last
+    std::optional<StripId> m_handled; ///< the strip whose handle was pressed last
     QPointF m_pointer;                ///< at the last event of the drag
     QPointF m_travelled;              ///< the pointer, with fine moves made smaller
     int m_sessions = 0;               ///< drags and edits of names so far

@@ -153,6 +153,15 @@ bool isPosition(const Parameter &parameter, int position)
 
 } // namespace
 
+int positionOf(const Parameter &parameter, int step)
+{
+    if (stepOfPosition(parameter, parameter.defaultPosition) == step)
+        return parameter.defaultPosition;
+    for (int position = 0; position <= topPosition(parameter); ++position)
+        if (stepOfPosition(parameter, position) == step) return position;
+    return parameter.defaultPosition;
+}
+
 int topPosition(const Parameter &parameter)
 {
     return parameter.scale == Scale::Time ? parameter.steps - 1 : lastPosition;

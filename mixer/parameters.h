@@ -97,6 +97,10 @@ Value valueAt(const Parameter &parameter, int position);
 /// - Time: the position decides. A position outside the range gives the nearest end.
 Value storedValue(const Parameter &parameter, int position, const QString &text);
 
+/// Returns a position with a step: the default if it has that step, else the lowest such position.
+/// A step that the parameter does not have gives the default.
+int positionOf(const Parameter &parameter, int step);
+
 /// Returns the highest position of a knob. The lowest is 0.
 int topPosition(const Parameter &parameter);
 

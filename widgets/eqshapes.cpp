@@ -153,6 +153,19 @@ const Shape &lowShelf(bool lowCut)
     return lowCut ? cut : plain;
 }
 
+double weight(const Shape &shape, double entry)
+{
+    const double first = std::floor(entry);
+    const auto at = [&shape](double index) {
+        const double inside = std::clamp(index, 0.0, double{entryCount - 1});
+        return Point{index, double(shape[static_cast<std::size_t>(inside)])};
+    };
+    const Point before = at(first - 1), left = at(first), right = at(first + 1),
+                after = at(first + 2);
+    if (left.weight == right.weight) return left.weight;
+    return hermite(left, slopeAt(before, left, right), right, slopeAt(left, right, after), entry);
+}
+
 int column(int step)
 {
     return columns[static_cast<std::size_t>(step)];
