@@ -1,17 +1,23 @@
 #include "app/channeleditor.h"
 
+#include "app/compressorpanel.h"
 #include "app/eqpanel.h"
+#include "app/presetmenu.h"
 #include "common/constants.h"
+#include "widgets/accessiblecontrols.h"
 #include "widgets/colours.h"
+#include "widgets/reductionhistory.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
 #include <QSettings>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace key = storage::strip;
@@ -21,14 +27,20 @@ namespace {
 constexpr QSize leastSize(640, 440);
 constexpr QSize firstSize(1000, 620);
 constexpr int margin = 10;
+constexpr int tellingTime = 8000; // milliseconds
+// How the panels share the window.
+constexpr int eqShare = 3;
+constexpr int compressorShare = 2;
+constexpr int panelsShare = 5;
+constexpr int reductionShare = 1;
 constexpr int smallestText = 11; // pixels
 constexpr int largestText = 15;
 
 const QString geometryKey = QStringLiteral("ChannelEditor/geometry");
 
-QSettings nativeStore(const QString &organisation)
+QSettings nativeStore(const char *organisation)
 {
-    return QSettings(organisation, QLatin1String(constants::applicationName));
+    return QSettings(QLatin1String(organisation), QLatin1String(constants::applicationName));
 }
 
 /// Returns the strips that can be edited, from left to right.
@@ -44,10 +56,11 @@ std::vector<mixer::StripId> shownStrips(const storage::Values &values)
 
 } // namespace
 
-ChannelEditor::ChannelEditor(
-    const EditorContext &context, const QString &organisation, QWidget *panel)
+ChannelEditor::ChannelEditor(const EditorContext &context, const char *organisation, QWidget *panel)
     : QWidget(panel, Qt::Window), m_context(context), m_organisation(organisation),
-      m_title(new QLabel(this)), m_eqPanel(new EqPanel(context, this)), m_hint(new QLabel(this))
+      m_compare(context.mixer, context.store), m_title(new QLabel(this)),
+      m_eqPanel(new EqPanel(context, this)), m_compressorPanel(new CompressorPanel(context, this)),
+      m_reduction(new ReductionHistory(this)), m_hint(new QLabel(this)), m_message(new QLabel(this))
 {
     setObjectName(QStringLiteral("channelEditor"));
     setMinimumSize(leastSize);
@@ -57,11 +70,30 @@ ChannelEditor::ChannelEditor(
     m_hint->setObjectName(QStringLiteral("editor_hint"));
     m_hint->setAlignment(Qt::AlignCenter);
     m_hint->setWordWrap(true);
+    m_message->setObjectName(QStringLiteral("editor_message"));
+    m_message->setTextFormat(Qt::PlainText);
+    m_message->setWordWrap(true);
+    m_message->hide();
+    m_telling.setSingleShot(true);
+    m_telling.setInterval(tellingTime);
+    connect(&m_telling, &QTimer::timeout, m_message, &QLabel::hide);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(margin, margin, margin, margin);
     column->setSpacing(margin);
     column->addLayout(buildHead());
-    column->addWidget(m_eqPanel, 1);
+    auto *panels = new QHBoxLayout;
+    panels->setSpacing(margin);
+    panels->addWidget(m_eqPanel, eqShare);
+    panels->addWidget(m_compressorPanel, compressorShare);
+    column->addLayout(panels, panelsShare);
+    column->addWidget(m_reduction, reductionShare);
+    accessiblecontrols::setWords(m_reduction, [this] {
+        const auto &samples = m_reduction->samples();
+        if (samples.empty()) return QStringLiteral("no channel");
+        return QStringLiteral("input %1 dB, gain reduction %2 dB")
+            .arg(qRound(samples.back().input))
+            .arg(qRound(samples.back().reduction));
+    });
     connect(&context.store, &storage::Store::committed, this, &ChannelEditor::show);
     resize(firstSize);
     restoreGeometry(nativeStore(organisation).value(geometryKey).toByteArray());
@@ -118,11 +150,14 @@ QHBoxLayout *ChannelEditor::buildHead()
 {
     auto *row = new QHBoxLayout;
     row->setSpacing(4);
-    row->addWidget(m_title, 1);
     m_previous = addButton(
         row, "editor_previous", QStringLiteral("\u2039"), QStringLiteral("Previous channel"));
     m_next =
         addButton(row, "editor_next", QStringLiteral("\u203a"), QStringLiteral("Next channel"));
+    row->addSpacing(margin);
+    row->addWidget(m_title, 1);
+    buildPresets(row);
+    buildCompare(row);
     row->addSpacing(margin);
     m_eq = addButton(row, "editor_eq", QStringLiteral("EQ"), QStringLiteral("Equalizer on or off"));
     m_comp = addButton(
@@ -138,6 +173,69 @@ QHBoxLayout *ChannelEditor::buildHead()
         if (m_strip) m_context.mixer.setComp(*m_strip, on);
     });
     return row;
+}
+
+void ChannelEditor::buildPresets(QHBoxLayout *row)
+{
+    m_presets = addButton(
+        row, "editor_presets", QStringLiteral("Presets \u25be"),
+        QStringLiteral("Presets for equalizer and compressor"));
+    auto *menu = new PresetMenu(m_context, m_organisation, this);
+    m_presets->setMenu(menu);
+    connect(menu, &PresetMenu::done, this, &ChannelEditor::tell);
+    row->addSpacing(margin);
+}
+
+void ChannelEditor::buildCompare(QHBoxLayout *row)
+{
+    m_a = addButton(row, "editor_A", QStringLiteral("A"), QStringLiteral("Compare: state A"));
+    m_b = addButton(row, "editor_B", QStringLiteral("B"), QStringLiteral("Compare: state B"));
+    for (QPushButton *button : {m_a, m_b}) {
+        button->setCheckable(true);
+        connect(button, &QPushButton::clicked, this, [this, button] {
+            if ((button == m_b) != m_compare.isB()) m_compare.toggle();
+            showCompare(); // the button has toggled, the state perhaps not
+        });
+    }
+    m_copy = addButton(row, "editor_copy", QString(), QString());
+    connect(m_copy, &QPushButton::clicked, this, [this] { m_compare.copy(); });
+    auto *key = new QShortcut(QKeySequence(Qt::Key_A), this);
+    key->setAutoRepeat(false);
+    connect(key, &QShortcut::activated, this, [this] { m_compare.toggle(); });
+    connect(&m_compare, &mixer::Compare::changed, this, &ChannelEditor::showCompare);
+}
+
+void ChannelEditor::showCompare()
+{
+    const bool isB = m_compare.isB();
+    m_a->setChecked(m_strip && !isB);
+    m_b->setChecked(m_strip && isB);
+    m_copy->setText(isB ? QStringLiteral("Copy B \u203a A") : QStringLiteral("Copy A \u203a B"));
+    const QString what = isB ? QStringLiteral("Make state A equal to state B")
+                             : QStringLiteral("Make state B equal to state A");
+    m_copy->setToolTip(what);
+    m_copy->setAccessibleName(what);
+    m_copy->setEnabled(m_strip && m_compare.differ());
+}
+
+/// Says for a moment what has been done.
+void ChannelEditor::tell(const QString &what)
+{
+    m_message->setText(what);
+    m_message->setAccessibleName(what);
+    placeMessage();
+    m_message->show();
+    m_message->raise();
+    m_telling.start();
+}
+
+void ChannelEditor::placeMessage()
+{
+    const QRect panel = m_eqPanel->geometry();
+    const int space = panel.width() - 6 * margin;
+    m_message->setFixedWidth(space);
+    m_message->setFixedHeight(m_message->heightForWidth(space));
+    m_message->move(panel.right() - space - margin, panel.top() + margin);
 }
 
 /// Returns the strip beside the edited one; without one the first or the last strip. Returns
@@ -170,8 +268,10 @@ void ChannelEditor::show(const storage::ChangeSet &changes)
 
 void ChannelEditor::showAll()
 {
+    m_compare.restart();
     showHead();
     m_eqPanel->showAll();
+    m_compressorPanel->showAll();
 }
 
 void ChannelEditor::showHead()
@@ -180,9 +280,8 @@ void ChannelEditor::showHead()
     m_strip = mixer::editedStrip(values);
     m_eq->setChecked(m_strip && isOn(values, *m_strip, key::eq));
     m_comp->setChecked(m_strip && isOn(values, *m_strip, key::comp));
-    for (QWidget *widget :
-         {static_cast<QWidget *>(m_eqPanel), static_cast<QWidget *>(m_eq),
-          static_cast<QWidget *>(m_comp)})
+    for (QWidget *widget : std::initializer_list<QWidget *>{
+             m_eqPanel, m_compressorPanel, m_reduction, m_presets, m_a, m_b, m_eq, m_comp})
         widget->setEnabled(m_strip.has_value());
     m_previous->setEnabled(neighbour(-1).has_value());
     m_next->setEnabled(neighbour(1).has_value());
@@ -194,6 +293,38 @@ void ChannelEditor::showHead()
                                     "\u203a."));
     m_hint->setVisible(!m_strip);
     showTitle();
+    showThreshold();
+    showCompare();
+}
+
+void ChannelEditor::showThreshold()
+{
+    const storage::Values &values = m_context.store.values();
+    const QString text = editorknob::textOf(values, m_strip, mixer::ParameterId::Threshold);
+    m_reduction->setThreshold(
+        text.section(QLatin1Char(' '), 0, 0).toInt(), m_strip && isOn(values, *m_strip, key::comp));
+}
+
+void ChannelEditor::showLevels(const mixer::LevelHistory &history)
+{
+    const auto sampleOf = [](const mixer::LevelSample &s) {
+        return ReductionHistory::Sample{s.input, s.reduction};
+    };
+    const auto &samples = history.samples();
+    if (!isVisible()) {
+        m_missedSamples = true;
+        return;
+    }
+    if (samples.size() > 1 && !m_missedSamples) {
+        m_reduction->append(sampleOf(samples.back()));
+    } else if (!samples.empty() || !m_reduction->samples().empty()) {
+        std::deque<ReductionHistory::Sample> all;
+        std::transform(samples.begin(), samples.end(), std::back_inserter(all), sampleOf);
+        m_reduction->setSamples(all);
+    }
+    m_missedSamples = false;
+    m_compressorPanel->setInput(
+        samples.empty() ? std::nullopt : std::make_optional(samples.back().input));
 }
 
 void ChannelEditor::showTitle()
@@ -221,18 +352,30 @@ void ChannelEditor::resizeEvent(QResizeEvent *event)
         QFont font = this->font();
         font.setPixelSize(textHeight);
         setFont(font);
-        font.setPixelSize(textHeight + 4);
-        font.setBold(true);
-        m_title->setFont(font);
         // The panel's style sheet gives buttons exact sizes; these grow with the window.
         setStyleSheet(QStringLiteral("QPushButton[role=\"section\"] { font-size: %1px; "
-                                     "padding: %2px %3px; }")
+                                     "padding: %2px %3px; }"
+                                     "#editor_lowCut { padding: 1px; }"
+                                     "QLabel[role=\"editorCaption\"] { color: %4; "
+                                     "font-family: \"Segoe UI\", \"DejaVu Sans Condensed\"; }"
+                                     "QPushButton::menu-indicator { image: none; width: 0; }"
+                                     "#editor_message { background: %6; border: 1px solid %7; "
+                                     "border-radius: 3px; padding: 4px 8px; }"
+                                     "#editor_hint { background: %6; border: 1px solid %7; "
+                                     "border-radius: 4px; padding: 4px 12px; }"
+                                     "#editor_title { font-size: %5px; font-weight: bold; }")
                           .arg(textHeight)
                           .arg(textHeight / 3)
-                          .arg(textHeight * 2 / 3));
+                          .arg(textHeight * 2 / 3)
+                          .arg(colours::quiet.name())
+                          .arg(textHeight + 4)
+                          .arg(colours::surface.name(), colours::edge.name()));
+        m_compressorPanel->setRowHeight(m_eqPanel->boxHeight());
     }
-    m_hint->setGeometry(rect().adjusted(width() / 5, height() / 5, -width() / 5, -height() / 2));
+    m_hint->setGeometry(
+        rect().adjusted(width() / 5, height() / 5, -width() / 5, -height() * 3 / 5));
     m_hint->raise();
+    placeMessage();
     showTitle();
 }
 

@@ -12,6 +12,8 @@
 #include <QPainter>
 #include <QPushButton>
 
+#include <algorithm>
+
 using mixer::ParameterId;
 
 namespace key = storage::strip;
@@ -194,6 +196,14 @@ void EqPanel::showAll()
     m_graph->setCurve(curve);
     for (const BandKnobs &band : bands)
         showHandle(band.band);
+}
+
+int EqPanel::boxHeight() const
+{
+    int height = 0;
+    for (const QWidget *band : m_bands)
+        height = std::max(height, band->sizeHint().height());
+    return height;
 }
 
 void EqPanel::showHandle(int band)

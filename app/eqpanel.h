@@ -21,6 +21,8 @@ public:
 
     /// Shows all stored values again.
     void showAll();
+    /// Returns the height of the boxes under the graph.
+    int boxHeight() const;
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -342,7 +342,8 @@ void MainWindow::connectPage()
 ChannelEditor &MainWindow::channelEditor()
 {
     if (m_editor) return *m_editor;
-    m_editor = new ChannelEditor({m_mixer, m_settings.store(), m_gestures}, m_organisation, this);
+    m_editor =
+        new ChannelEditor({m_mixer, m_settings.store(), m_gestures}, m_edition.organisation, this);
     // The menu's shortcuts work in this window too, except those for the window itself.
     for (QAction *action : findChildren<QAction *>())
         if (!action->shortcut().isEmpty() &&
@@ -514,6 +515,10 @@ void MainWindow::timerInterrupt_100ms()
     m_presence.tick();
     m_meters.show(m_presence.meters().readings());
     m_section.showReduction(m_presence.gainReduction().length());
+    m_levels.take(
+        m_presence.meters(), m_presence.gainReduction(), m_mixer.edited(),
+        m_settings.store().values());
+    if (m_editor) m_editor->showLevels(m_levels);
 }
 
 /// Refreshes the texts about device and panel on the Interface page and in the dialog.

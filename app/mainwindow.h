@@ -13,6 +13,7 @@
 #include "app/stripslots.h"
 #include "app/stripsview.h"
 #include "device/qvxdevice.h"
+#include "mixer/levelhistory.h"
 #include "mixer/mixer.h"
 #include "mixer/presence.h"
 
@@ -183,6 +184,7 @@ private:
     StripActions m_stripActions;
     ControlGestures m_gestures;
     mixer::Presence m_presence;
+    mixer::LevelHistory m_levels;
     ChannelEditor *m_editor = nullptr; ///< made when it is opened for the first time
     UpdateInformation *m_updates = nullptr;
 };

@@ -5,6 +5,7 @@
 #include "mixer/state.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 namespace mixer {
@@ -24,6 +25,13 @@ constexpr int heights[] = {
 };
 // clang-format on
 static_assert(std::size(gains) == 25 && std::size(heights) == 25, "the tables go together");
+
+/// The device reports no reduction as 32767 or 32768.
+double decibelsBelowUnity(std::uint16_t gain)
+{
+    constexpr double unity = 32767;
+    return -20 * std::log10(std::clamp(double(gain), 1.0, unity) / unity);
+}
 
 } // namespace
 
@@ -46,6 +54,7 @@ void GainReduction::poll(const std::optional<StripId> &strip, const storage::Val
 {
     if (!strip) {
         m_polled.reset();
+        m_decibels = 0;
         return fall();
     }
     const auto input = static_cast<std::uint8_t>(strip->number);
@@ -55,14 +64,18 @@ void GainReduction::poll(const std::optional<StripId> &strip, const storage::Val
         m_polled = strip;
         m_length = 0;
         m_shown = false;
+        m_decibels = 0;
         m_device.forget_grmeter(vxctl::channelInput, input);
     }
     unsigned int gain = 0;
     const bool answered = m_device.get_grmeter(vxctl::channelInput, input, gain);
-    if (!isOn(values, *strip, storage::strip::comp))
+    if (!isOn(values, *strip, storage::strip::comp)) {
+        m_decibels = 0;
         fall();
-    else if (answered)
+    } else if (answered) {
+        m_decibels = decibelsBelowUnity(static_cast<std::uint16_t>(gain));
         take(static_cast<std::uint16_t>(gain));
+    }
 }
 
 void GainReduction::take(std::uint16_t gain)

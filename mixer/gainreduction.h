@@ -37,6 +37,10 @@ public:
     /// Returns the bar's length in rows, or 0 if it is hidden.
     int length() const { return m_shown ? m_length : 0; }
 
+    /// Returns the reduction in decibels as the device reported it last, 0 or more. It is 0 without
+    /// a strip and while the strip's compressor is off.
+    double decibels() const { return m_decibels; }
+
 private:
     void take(std::uint16_t gain);
     void fall();
@@ -45,6 +49,7 @@ private:
     std::optional<StripId> m_polled; ///< the strip that was polled last
     int m_length = 0;                ///< kept while the bar is hidden
     bool m_shown = false;
+    double m_decibels = 0;
 };
 
 } // namespace mixer

@@ -34,12 +34,14 @@ bool Meters::poll()
 {
     Levels levels{};
     if (!fetch(levels)) return false;
+    m_levels = levels;
     show(levels);
     return true;
 }
 
 void Meters::clear()
 {
+    m_levels = {};
     for (LevelMeter &meter : m_meters)
         meter.clear();
 }

@@ -32,6 +32,10 @@ public:
     /// Clears all clip memories.
     void clearClips();
 
+    /// Returns the level of an input (1 to 16) as the device sent it last, linear, 32768 for full
+    /// scale; 0 while no device answers.
+    std::uint16_t level(int input) const { return m_levels[static_cast<std::size_t>(input - 1)]; }
+
     /// Returns what the meters show now.
     Readings readings() const;
 
@@ -44,7 +48,8 @@ private:
 
     QVXDevice &m_device;
     std::array<LevelMeter, count> m_meters;
-    int m_ticks = 0; ///< calls of poll() in the current second
+    Levels m_levels{}; ///< as they were sent last
+    int m_ticks = 0;   ///< calls of poll() in the current second
 };
 
 } // namespace mixer

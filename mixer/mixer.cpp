@@ -273,6 +273,29 @@ void Mixer::reset(const StripId &strip, ClipPart part)
     });
 }
 
+void Mixer::switchCompared(const SectionState &other)
+{
+    const std::optional<StripId> strip = edited();
+    if (!strip) return;
+    const bool wasB = isOn(values(), *strip, key::comparedB);
+    const QString what = QStringLiteral("Compare A and B of %1");
+    change(what.arg(title(*strip)), "run:compare " + strip->key(), [&](Transaction &t) {
+        setSection(t, *strip, other);
+        // A missing value is A, so that an even number of switches leaves no change.
+        t.set(strip->group(), key::comparedB.key, wasB ? QByteArray() : storage::encode(true));
+    });
+}
+
+std::vector<ParameterId> Mixer::applyPreset(const QString &name, const KnobPositions &knobs)
+{
+    const std::optional<StripId> strip = edited();
+    std::vector<ParameterId> turned;
+    if (!strip) return turned;
+    const QString what = QStringLiteral("Preset %1 on %2").arg(name, title(*strip));
+    change(what, QByteArray(), [&](Transaction &t) { turned = setKnobs(t, *strip, knobs); });
+    return turned;
+}
+
 void Mixer::setLineOut(int output, int source)
 {
     if (source < 0 || source >= sourceCount) return; // a list without a choice

@@ -2,6 +2,7 @@
 
 #include "mixer/adjustable.h"
 #include "mixer/rules.h"
+#include "mixer/section.h"
 #include "mixer/sender.h"
 #include "mixer/stripclip.h"
 
@@ -93,6 +94,15 @@ public:
     ///@{
     void paste(const StripClip &clip, const StripId &strip, ClipPart part);
     void reset(const StripId &strip, ClipPart part);
+    ///@}
+
+    /// @name EQ and compressor of the edited strip
+    ///@{
+    /// Replaces them by the state that is compared with them. A run of switches is one step for
+    /// undo. See Compare.
+    void switchCompared(const SectionState &other);
+    /// Turns the knobs to a preset's; the switches stay. Returns the knobs that have turned.
+    std::vector<ParameterId> applyPreset(const QString &name, const KnobPositions &knobs);
     ///@}
 
     /// @name Outputs

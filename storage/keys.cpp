@@ -111,6 +111,7 @@ Keys keyNames()
         "SceneMemory9",
         "SceneMemory10",
         "",
+        "",
     };
 }
 

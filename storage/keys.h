@@ -31,8 +31,8 @@ constexpr Group sceneMemoryGroup       = Group(int(panelGroup) + 5); ///< in the
 constexpr int groupCount               = int(sceneMemoryGroup) + 1;
 // clang-format on
 
-/// A key: its index in the list of known keys. The last key exists only during a session and never
-/// in a file.
+/// A key: its index in the list of known keys. The last keys exist only during a session and
+/// never in a file.
 enum class Key : std::uint8_t {
     FaderPos,
     FaderValue,
@@ -92,8 +92,9 @@ enum class Key : std::uint8_t {
     SceneMemory1,
     SceneMemory10 = SceneMemory1 + 9,
     SavedMute, ///< session only: whether the strip was muted before the first solo
+    ComparedB, ///< session only: changes when the compared states of EQ and compressor are switched
 };
-constexpr int keyCount = int(Key::SavedMute) + 1;
+constexpr int keyCount = int(Key::ComparedB) + 1;
 
 /// Returns whether a key exists only during a session.
 constexpr bool isOfTheSession(Key key)
@@ -168,6 +169,7 @@ constexpr PositionKeys eqHighMidQ{{Key::EqHighMidQPos}, {Key::EqHighMidQText}};
 constexpr PositionKeys eqLowMidQ{{Key::EqLowMidQPos}, {Key::EqLowMidQText}};
 constexpr SwitchKey eqLowCut{Key::EqLowCut};
 constexpr SwitchKey savedMute{Key::SavedMute};
+constexpr SwitchKey comparedB{Key::ComparedB};
 
 } // namespace strip
 

@@ -160,10 +160,12 @@ double weight(const Shape &shape, double entry)
         const double inside = std::clamp(index, 0.0, double{entryCount - 1});
         return Point{index, double(shape[static_cast<std::size_t>(inside)])};
     };
-    const Point before = at(first - 1), left = at(first), right = at(first + 1),
-                after = at(first + 2);
-    if (left.weight == right.weight) return left.weight;
-    return hermite(left, slopeAt(before, left, right), right, slopeAt(left, right, after), entry);
+    // The slope at an entry is that between its neighbours. Slopes of a monotone curve would follow
+    // the rounding of the weights and draw it as waves.
+    const auto slope = [&at](double index) {
+        return (at(index + 1).weight - at(index - 1).weight) / 2;
+    };
+    return hermite(at(first), slope(first), at(first + 1), slope(first + 1), entry);
 }
 
 int column(int step)

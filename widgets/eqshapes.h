@@ -23,8 +23,8 @@ const Shape &highShelf();
 /// shape is higher at the left and falls off sooner.
 const Shape &lowShelf(bool lowCut);
 
-/// Returns a shape's weight between its entries, by a smooth curve through all entries that never
-/// overshoots them. Outside the entries it returns the weight of the nearest end.
+/// Returns a shape's weight between its entries, by a smooth curve through all entries.
+/// Outside the entries it returns the weight of the nearest end.
 double weight(const Shape &shape, double entry);
 
 /// Returns the column (of 136) of a frequency step of the low band (0 to 31) or a middle band (0 to
