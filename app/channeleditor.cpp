@@ -33,7 +33,7 @@ constexpr int eqShare = 3;
 constexpr int compressorShare = 2;
 constexpr int panelsShare = 5;
 constexpr int reductionShare = 1;
-constexpr int smallestText = 11; // pixels
+constexpr int smallestText = 10; // pixels
 constexpr int largestText = 15;
 
 const QString geometryKey = QStringLiteral("ChannelEditor/geometry");
@@ -231,6 +231,7 @@ void ChannelEditor::tell(const QString &what)
 
 void ChannelEditor::placeMessage()
 {
+    if (m_message->text().isEmpty()) return;
     const QRect panel = m_eqPanel->geometry();
     const int space = panel.width() - 6 * margin;
     m_message->setFixedWidth(space);
@@ -353,23 +354,25 @@ void ChannelEditor::resizeEvent(QResizeEvent *event)
         font.setPixelSize(textHeight);
         setFont(font);
         // The panel's style sheet gives buttons exact sizes; these grow with the window.
-        setStyleSheet(QStringLiteral("QPushButton[role=\"section\"] { font-size: %1px; "
-                                     "padding: %2px %3px; }"
-                                     "#editor_lowCut { padding: 1px; }"
-                                     "QLabel[role=\"editorCaption\"] { color: %4; "
-                                     "font-family: \"Segoe UI\", \"DejaVu Sans Condensed\"; }"
-                                     "QPushButton::menu-indicator { image: none; width: 0; }"
-                                     "#editor_message { background: %6; border: 1px solid %7; "
-                                     "border-radius: 3px; padding: 4px 8px; }"
-                                     "#editor_hint { background: %6; border: 1px solid %7; "
-                                     "border-radius: 4px; padding: 4px 12px; }"
-                                     "#editor_title { font-size: %5px; font-weight: bold; }")
-                          .arg(textHeight)
-                          .arg(textHeight / 3)
-                          .arg(textHeight * 2 / 3)
-                          .arg(colours::quiet.name())
-                          .arg(textHeight + 4)
-                          .arg(colours::surface.name(), colours::edge.name()));
+        setStyleSheet(
+            QStringLiteral("QPushButton[role=\"section\"] { font-size: %1px; "
+                           "padding: %2px %3px; }"
+                           "#editor_lowCut { padding: 1px; }"
+                           "QLabel[role=\"editorCaption\"] { color: %4; }"
+                           "QLabel[role=\"editorCaption\"], QLabel[role=\"editorHead\"] { "
+                           "font-family: \"Segoe UI\", \"DejaVu Sans Condensed\"; }"
+                           "QPushButton::menu-indicator { image: none; width: 0; }"
+                           "#editor_message { background: %6; border: 1px solid %7; "
+                           "border-radius: 3px; padding: 4px 8px; }"
+                           "#editor_hint { background: %6; border: 1px solid %7; "
+                           "border-radius: 4px; padding: 4px 12px; }"
+                           "#editor_title { font-size: %5px; font-weight: bold; }")
+                .arg(textHeight)
+                .arg(textHeight / 3)
+                .arg(textHeight * 2 / 3)
+                .arg(colours::quiet.name())
+                .arg(textHeight + 4)
+                .arg(colours::surface.name(), colours::edge.name()));
         m_compressorPanel->setRowHeight(m_eqPanel->boxHeight());
     }
     m_hint->setGeometry(

@@ -85,6 +85,7 @@ QWidget *CompressorPanel::buildKnob(Knob &knob, const char *caption)
     column->addWidget(knob.dial, 1);
     knob.text = new ValueField(box);
     knob.text->setObjectName(QStringLiteral("editor_%1").arg(stem));
+    knob.text->setWidestText(QStringLiteral("1000 ms"));
     knob.text->setFocusPolicy(Qt::ClickFocus); // the dial is the stop for Tab
     column->addWidget(knob.text);
     editorknob::connectTo(m_context, knob.id, knob.dial, knob.text);

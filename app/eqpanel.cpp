@@ -36,13 +36,13 @@ using Id = ParameterId;
 
 /// The bands from left to right.
 const std::array<BandKnobs, mixer::eqBandCount> bands = {{
-    {mixer::bandLow, "low", "1  LOW", "Low band", "Low band", Id::LowGain, Id::LowFreq,
+    {mixer::bandLow, "low", "1 LOW", "Low band", "Low band", Id::LowGain, Id::LowFreq,
      std::nullopt},
-    {mixer::bandLowMid, "lowMid", "2  LOW MID", "Low-mid band", "Low-mid band", Id::LowMidGain,
+    {mixer::bandLowMid, "lowMid", "2 LOW MID", "Low-mid band", "Low-mid band", Id::LowMidGain,
      Id::LowMidFreq, Id::LowMidQ},
-    {mixer::bandHighMid, "highMid", "3  HIGH MID", "High-mid band", "High-mid band",
-     Id::HighMidGain, Id::HighMidFreq, Id::HighMidQ},
-    {mixer::bandHigh, "high", "4  HIGH", "High band", "High band", Id::HighGain, Id::HighFreq,
+    {mixer::bandHighMid, "highMid", "3 HIGH MID", "High-mid band", "High-mid band", Id::HighMidGain,
+     Id::HighMidFreq, Id::HighMidQ},
+    {mixer::bandHigh, "high", "4 HIGH", "High band", "High band", Id::HighGain, Id::HighFreq,
      std::nullopt},
 }};
 
@@ -61,7 +61,7 @@ EqPanel::EqPanel(const EditorContext &context, QWidget *parent)
 {
     auto *grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->setSpacing(6);
+    grid->setSpacing(4);
     grid->addWidget(m_graph, 0, 0, 1, mixer::eqBandCount);
     grid->setRowStretch(0, 1);
     for (int place = 0; place < mixer::eqBandCount; ++place) {
@@ -89,18 +89,19 @@ QWidget *EqPanel::buildBand(int place)
     const BandKnobs &knobs = bands[static_cast<std::size_t>(place)];
     auto *box = new QWidget(this);
     auto *grid = new QGridLayout(box);
-    grid->setContentsMargins(6, 5, 6, 5);
-    grid->setHorizontalSpacing(4);
+    grid->setContentsMargins(4, 5, 4, 5);
+    grid->setHorizontalSpacing(3);
     grid->setVerticalSpacing(3);
     auto *head = new QLabel(QLatin1String(knobs.head), box);
     head->setStyleSheet(
         QStringLiteral("color: %1; font-weight: bold").arg(colours::bands[knobs.band].name()));
+    head->setProperty("role", QStringLiteral("editorHead"));
     grid->addWidget(head, 0, 0, 1, 2);
     grid->setColumnStretch(1, 1);
     int row = 1;
     const auto addField = [&](const char *caption, ParameterId id) {
         auto *label = new QLabel(QLatin1String(caption), box);
-        label->setStyleSheet(QStringLiteral("color: %1").arg(colours::quiet.name()));
+        label->setProperty("role", QStringLiteral("editorCaption"));
         grid->addWidget(label, row, 0);
         grid->addWidget(buildField(id, knobs.band, box), row++, 1);
     };
@@ -125,6 +126,7 @@ ValueField *EqPanel::buildField(ParameterId id, int band, QWidget *parent)
 {
     auto *field = new ValueField(parent);
     field->setObjectName(QLatin1String("editor_") + QLatin1String(mixer::parameter(id).stem));
+    field->setWidestText(QStringLiteral("18.0 kHz"));
     field->setColour(colours::bands[band]);
     m_fields[static_cast<std::size_t>(id)] = field;
     editorknob::connectTo(m_context, id, field, field);

@@ -160,10 +160,13 @@ double weight(const Shape &shape, double entry)
         const double inside = std::clamp(index, 0.0, double{entryCount - 1});
         return Point{index, double(shape[static_cast<std::size_t>(inside)])};
     };
-    // The slope at an entry is that between its neighbours. Slopes of a monotone curve would follow
-    // the rounding of the weights and draw it as waves.
+    // Where the weights differ by their rounding only, a monotone curve would draw it as steps.
     const auto slope = [&at](double index) {
-        return (at(index + 1).weight - at(index - 1).weight) / 2;
+        const Point before = at(index - 1), middle = at(index), after = at(index + 1);
+        const double left = middle.weight - before.weight;
+        const double right = after.weight - middle.weight;
+        const bool isRounding = std::abs(left) <= 1 && std::abs(right) <= 1;
+        return isRounding ? (left + right) / 2 : slopeAt(before, middle, after);
     };
     return hermite(at(first), slope(first), at(first + 1), slope(first + 1), entry);
 }

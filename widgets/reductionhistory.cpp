@@ -168,7 +168,8 @@ void ReductionHistory::paintEvent(QPaintEvent *event)
         painter.drawText(area, alignment | Qt::TextDontClip, text);
     };
     const double rowsPerDecibel = double(m_plot.height()) / -lowestLevel;
-    for (const int level : {0, -20, -40, -60}) {
+    const int step = m_plot.height() < 5 * textHeight ? 30 : 20;
+    for (int level = 0; level >= lowestLevel; level -= step) {
         const double y = m_plot.top() - level * rowsPerDecibel;
         const double top =
             std::clamp(y - textHeight / 2.0, 0.0, double(m_plot.bottom() + 3 - textHeight));

@@ -13,6 +13,12 @@ TurnControl::TurnControl(QAccessible::Role role, QWidget *parent)
 {
 }
 
+void TurnControl::changeEvent(QEvent *event)
+{
+    StepControl::changeEvent(event);
+    if (event->type() == QEvent::FontChange) updateGeometry(); // the size hint depends on it
+}
+
 void TurnControl::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton) return StepControl::mousePressEvent(event);

@@ -32,10 +32,17 @@ void ValueField::setColour(const QColor &colour)
     update();
 }
 
+QFont ValueField::narrowFont() const
+{
+    QFont narrow = font();
+    narrow.setFamilies({QStringLiteral("Segoe UI"), QStringLiteral("DejaVu Sans Condensed")});
+    return narrow;
+}
+
 QSize ValueField::sizeHint() const
 {
-    const QFontMetrics metrics(font());
-    return {metrics.horizontalAdvance(QStringLiteral("18.0 kHz")) + 6, metrics.height() + 3};
+    const QFontMetrics metrics(narrowFont());
+    return {metrics.horizontalAdvance(m_widest) + 6, metrics.height() + 3};
 }
 
 void ValueField::paintEvent(QPaintEvent *)
@@ -49,5 +56,6 @@ void ValueField::paintEvent(QPaintEvent *)
     painter.setBrush(colours::well);
     painter.drawRoundedRect(field, radius, radius);
     painter.setPen(isEnabled() ? m_colour : colours::quiet);
+    painter.setFont(narrowFont());
     painter.drawText(field, Qt::AlignCenter | Qt::TextDontClip, m_text);
 }

@@ -14,6 +14,8 @@ public:
     void setValueText(const QString &text);
     const QString &valueText() const { return m_text; }
     void setColour(const QColor &colour); ///< of the text
+    /// Makes the field wide enough for a text.
+    void setWidestText(const QString &text) { m_widest = text; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -22,6 +24,9 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QFont narrowFont() const;
+
     QString m_text;
+    QString m_widest;
     QColor m_colour;
 };
