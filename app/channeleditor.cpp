@@ -350,12 +350,10 @@ void ChannelEditor::resizeEvent(QResizeEvent *event)
     const int textHeight = std::clamp(fitting, smallestText, largestText);
     if (textHeight != m_textHeight) {
         m_textHeight = textHeight;
-        QFont font = this->font();
-        font.setPixelSize(textHeight);
-        setFont(font);
         // The panel's style sheet gives buttons exact sizes; these grow with the window.
         setStyleSheet(
-            QStringLiteral("QPushButton[role=\"section\"] { font-size: %1px; "
+            QStringLiteral("QWidget { font-size: %1px; }"
+                           "QPushButton[role=\"section\"] { font-size: %1px; "
                            "padding: %2px %3px; }"
                            "#editor_lowCut { padding: 1px; }"
                            "QLabel[role=\"editorCaption\"] { color: %4; }"

@@ -41,7 +41,7 @@ CompressorPanel::CompressorPanel(const EditorContext &context, QWidget *parent)
 {
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(6);
+    column->setSpacing(4);
     column->addWidget(m_graph, 1);
     column->addWidget(m_row);
     auto *row = new QHBoxLayout(m_row);

@@ -7,6 +7,7 @@ void benchNewestValue();
 void benchWholeState();
 void benchStart();
 void benchDrag();
+void benchEditor();
 void benchCurve();
 void benchWheel();
 void benchUndo();

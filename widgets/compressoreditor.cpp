@@ -217,7 +217,7 @@ QRect CompressorEditor::dotArea() const
     const double radius = dotRadius() + 2;
     return QRectF(
                place->x() - radius, place->y() - radius, 2 * radius,
-               m_graph.area().bottom() - place->y() + radius)
+               m_graph.area().bottom() - place->y() + radius + 2)
         .toAlignedRect();
 }
 

@@ -241,5 +241,5 @@ void EqEditor::drawBands(QPainter &painter) const
     painter.drawPolyline(
         QPolygonF({at, at + QPointF(9, -11) * unit, at + QPointF(24, -11) * unit}));
     painter.setFont(axisFont(font()));
-    painter.drawText(at + QPointF(16, 1) * unit, QStringLiteral("low cut"));
+    painter.drawText(at + QPointF(29, -5) * unit, QStringLiteral("low cut"));
 }
