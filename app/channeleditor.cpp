@@ -213,8 +213,8 @@ void ChannelEditor::showCompare()
     m_copy->setText(isB ? QStringLiteral("Copy B \u203a A") : QStringLiteral("Copy A \u203a B"));
     const QString what = isB ? QStringLiteral("Make state A equal to state B")
                              : QStringLiteral("Make state B equal to state A");
-    m_copy->setToolTip(what);
-    m_copy->setAccessibleName(what);
+    if (m_copy->toolTip() != what) m_copy->setToolTip(what);
+    if (m_copy->accessibleName() != what) m_copy->setAccessibleName(what);
     m_copy->setEnabled(m_strip && m_compare.differ());
 }
 
@@ -264,7 +264,8 @@ void ChannelEditor::show(const storage::ChangeSet &changes)
         std::any_of(changes.changes.begin(), changes.changes.end(), [](const storage::Change &c) {
             return c.key == storage::Key::Link;
         });
-    if (isLink || editorknob::concerns(changes, m_strip, edited)) showHead();
+    if (isLink || editorknob::concerns(changes, editorknob::Part::Head, m_strip, edited))
+        showHead();
 }
 
 void ChannelEditor::showAll()

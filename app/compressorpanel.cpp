@@ -115,7 +115,7 @@ void CompressorPanel::setInput(const std::optional<double> &level)
 void CompressorPanel::show(const storage::ChangeSet &changes)
 {
     const auto edited = mixer::editedStrip(m_context.store.values());
-    if (editorknob::concerns(changes, m_strip, edited)) showAll();
+    if (editorknob::concerns(changes, editorknob::Part::Compressor, m_strip, edited)) showAll();
 }
 
 void CompressorPanel::showAll()

@@ -9,6 +9,33 @@ using mixer::ParameterId;
 
 namespace editorknob {
 
+namespace {
+
+bool isKnobOf(Part part, storage::Key key)
+{
+    for (const mixer::Parameter &parameter : mixer::parameters())
+        if (key == parameter.keys.position.key || key == parameter.keys.text.key)
+            return (parameter.band == mixer::noBand) == (part == Part::Compressor);
+    return false;
+}
+
+bool isShownBy(Part part, storage::Key key)
+{
+    using storage::Key;
+    if (key == Key::Name) return true; // screen readers hear it with each value
+    switch (part) {
+    case Part::Eq:
+        return key == Key::Eq || key == Key::EqLowCut || isKnobOf(part, key);
+    case Part::Compressor:
+        return key == Key::Comp || isKnobOf(part, key);
+    case Part::Head:
+        break;
+    }
+    return key == Key::Eq || key == Key::Comp || key == Key::Link || key == Key::CompThresholdText;
+}
+
+} // namespace
+
 void connectTo(const EditorContext &context, ParameterId id, TurnControl *control, QWidget *readout)
 {
     mixer::Mixer *mixer = &context.mixer;
@@ -29,7 +56,7 @@ void speak(
     const int position = valueOf(values, strip, id).position;
     const QString owner =
         strip ? mixer::titleWithName(values, *strip) + QLatin1Char(' ') : QString();
-    control->setAccessibleName(owner + title);
+    if (control->accessibleName() != owner + title) control->setAccessibleName(owner + title);
     control->setReading(numberAt(a, position), strip ? wordsAt(a, position) : QString());
 }
 
@@ -51,14 +78,16 @@ textOf(const storage::Values &values, const std::optional<mixer::StripId> &strip
 }
 
 bool concerns(
-    const storage::ChangeSet &changes, const std::optional<mixer::StripId> &shown,
+    const storage::ChangeSet &changes, Part part, const std::optional<mixer::StripId> &shown,
     const std::optional<mixer::StripId> &edited)
 {
     if (shown != edited || changes.contains(storage::miscGroup, storage::Key::MixerTrueBypass))
         return true;
-    return edited && std::any_of(
-                         changes.changes.begin(), changes.changes.end(),
-                         [&](const storage::Change &c) { return c.group == edited->group(); });
+    return edited &&
+           std::any_of(
+               changes.changes.begin(), changes.changes.end(), [&](const storage::Change &c) {
+                   return c.group == edited->group() && isShownBy(part, c.key);
+               });
 }
 
 } // namespace editorknob

@@ -39,10 +39,14 @@ QString textOf(
     const storage::Values &values, const std::optional<mixer::StripId> &strip,
     mixer::ParameterId id);
 
-/// Returns whether a change set has changed a knob, a switch or the name of a strip, or which strip
-/// is edited.
+/// Which values a part of the window shows.
+enum class Part { Eq, Compressor, Head };
+
+/// Returns whether a change set has changed what a part shows: a value of the edited strip, or
+/// which strip is edited.
+/// @param shown the strip that the part shows now
 bool concerns(
-    const storage::ChangeSet &changes, const std::optional<mixer::StripId> &shown,
+    const storage::ChangeSet &changes, Part part, const std::optional<mixer::StripId> &shown,
     const std::optional<mixer::StripId> &edited);
 
 } // namespace editorknob

@@ -170,7 +170,7 @@ void EqPanel::connectHandle(int band)
 void EqPanel::show(const storage::ChangeSet &changes)
 {
     const auto edited = mixer::editedStrip(m_context.store.values());
-    if (editorknob::concerns(changes, m_strip, edited)) showAll();
+    if (editorknob::concerns(changes, editorknob::Part::Eq, m_strip, edited)) showAll();
 }
 
 void EqPanel::showAll()

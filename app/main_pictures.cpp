@@ -139,6 +139,11 @@ int renderPages(const QString &folder, const QString &suffix)
         QTextStream(stderr) << "cannot write " << file << '\n';
         return 1;
     }
+    window.findChild<QAction *>(QStringLiteral("actionChannel_Editor"))->trigger();
+    constexpr int historyTime = 10000; // milliseconds
+    settle(historyTime);
+    auto *editor = window.findChild<QWidget *>(QStringLiteral("channelEditor"));
+    if (!editor->grab().save(QDir(folder).filePath(QStringLiteral("editor") + suffix))) return 1;
     SimulatedTamberWindow device(tamber);
     return device.grab().save(QDir(folder).filePath(QLatin1String("device") + suffix)) ? 0 : 1;
 }

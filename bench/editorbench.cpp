@@ -11,6 +11,7 @@
 #include <QAction>
 
 #include <ctime>
+#include <memory>
 
 namespace {
 
@@ -65,15 +66,17 @@ struct EditorPanel
             mixer::setSwitch(t, mixer::track(voice), key, true);
         mixer::select(t, mixer::track(voice), true);
         t.commit();
-        window.move(0, 0);
-        window.show();
+        // Made only now, so that it shows no start information.
+        window = std::make_unique<MainWindow>(settings, transport, demoEdition);
+        window->move(0, 0);
+        window->show();
         runEvents(3000);
     }
     QWidget *open(const QSize &size)
     {
         if (!editor) {
-            window.findChild<QAction *>(QStringLiteral("actionChannel_Editor"))->trigger();
-            editor = window.findChild<QWidget *>(QStringLiteral("channelEditor"));
+            window->findChild<QAction *>(QStringLiteral("actionChannel_Editor"))->trigger();
+            editor = window->findChild<QWidget *>(QStringLiteral("channelEditor"));
         }
         editor->setGeometry(QRect(QPoint(), size));
         runEvents(1500);
@@ -84,7 +87,7 @@ struct EditorPanel
     simulator::SimulatedTamber tamber{clock};
     simulator::SimulatedTransport transport{tamber};
     Settings settings;
-    MainWindow window{settings, transport, demoEdition};
+    std::unique_ptr<MainWindow> window;
     QWidget *editor = nullptr;
 };
 

@@ -29,6 +29,7 @@ CompressorEditor::CompressorEditor(QWidget *parent)
       m_ratio(new CurveHandle(QStringLiteral("R"), this))
 {
     setObjectName(QStringLiteral("compressorEditor"));
+    setAttribute(Qt::WA_OpaquePaintEvent);
     m_threshold->setCursor(Qt::SizeHorCursor);
     m_ratio->setCursor(Qt::SizeVerCursor);
     connect(m_threshold, &CurveHandle::pressed, this, [this](const QPointF &at) {
@@ -156,6 +157,7 @@ void CompressorEditor::drawGrid(QPainter &painter) const
     const QRectF &area = m_graph.area();
     const QFont font = axisFont(this->font());
     const double textHeight = QFontMetricsF(font).height();
+    painter.fillRect(rect(), colours::page);
     painter.setFont(font);
     drawing::fill(painter, area.adjusted(-1, -1, 1, 1), colours::line);
     drawing::fill(painter, area, colours::well);

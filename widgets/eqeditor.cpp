@@ -37,6 +37,7 @@ QString gainText(int gain)
 EqEditor::EqEditor(QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("eqEditor"));
+    setAttribute(Qt::WA_OpaquePaintEvent);
     for (std::size_t place = 0; place < bands; ++place) {
         const int band = leftToRight[place];
         auto *handle = new CurveHandle(QString::number(place + 1), this);
@@ -157,6 +158,7 @@ QPixmap EqEditor::background() const
         const QRectF &area = m_graph.area();
         const QFont font = axisFont(this->font());
         const double textHeight = QFontMetricsF(font).height();
+        painter.fillRect(rect(), colours::page);
         painter.setFont(font);
         drawing::fill(painter, area.adjusted(-1, -1, 1, 1), colours::line);
         drawing::fill(painter, area, colours::well);
@@ -198,7 +200,7 @@ void EqEditor::paintEvent(QPaintEvent *)
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(
         isOn ? colours::inCircuit : colours::switchedOff, sumWidth, Qt::SolidLine, Qt::FlatCap,
-        Qt::RoundJoin));
+        Qt::BevelJoin));
     painter.drawPolyline(m_sum);
 }
 

@@ -12,7 +12,7 @@ enum Band { low, high, highMid, lowMid };
 constexpr int shelfSteps = 32;
 constexpr int middleSteps = 64;
 constexpr double fullWeight = 120;
-constexpr int pointsPerColumn = 4;
+constexpr double pixelsPerPoint = 2.5; // of a line; closer points only cost time
 
 const eqshapes::Shape &shapeOf(int band, int q)
 {
@@ -95,7 +95,9 @@ std::pair<double, double> EqGraph::halfGain(int band, const EqCurve::Band &value
 template <typename Gain>
 QPolygonF EqGraph::lineOf(Gain gainAtColumn) const
 {
-    constexpr int points = lastColumn * pointsPerColumn;
+    const double columnWidth = m_area.width() / lastColumn;
+    const int pointsPerColumn = std::max(1, static_cast<int>(columnWidth / pixelsPerPoint));
+    const int points = lastColumn * pointsPerColumn;
     QPolygonF line;
     line.reserve(points + 3); // closing the area needs two more
     for (int i = 0; i <= points; ++i) {

@@ -108,7 +108,14 @@ std::vector<Row> printedTable()
           QStringLiteral("the same control of the neighbouring strip")},
          {QStringLiteral("Right click, Menu key"), QStringLiteral("the strip's menu")},
          {QStringLiteral("Click on a strip's background"), QStringLiteral("select the strip")},
-         {QStringLiteral("Ctrl + click on S or SOLO"), QStringLiteral("solo this strip alone")}});
+         {QStringLiteral("Ctrl + click on S or SOLO"), QStringLiteral("solo this strip alone")},
+         {QStringLiteral("Double click on a curve, Ctrl+E"), QStringLiteral("the channel editor")},
+         {QStringLiteral("Drag of an EQ handle; Up, Down, Left, Right"),
+          QStringLiteral("gain and frequency of the band")},
+         {QStringLiteral("Wheel or Alt + drag on an EQ handle; Ctrl+Up, Ctrl+Down"),
+          QStringLiteral("Q of a middle band")},
+         {QStringLiteral("A in the channel editor"),
+          QStringLiteral("the other one of the compared states A and B")}});
     return rows;
 }
 
