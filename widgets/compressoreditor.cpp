@@ -122,7 +122,7 @@ void CompressorEditor::arrange()
     // The ratio's handle lies half outside the area.
     const double right = std::ceil(radius) + 4;
     m_graph = CompressorGraph(QRectF(left, 1, width() - left - right, height() - bottom - 1));
-    m_picture = QPixmap();
+    m_background = QPixmap();
     placeHandles();
     update();
 }
@@ -138,14 +138,9 @@ void CompressorEditor::placeHandles()
     }
 }
 
-QPixmap CompressorEditor::picture() const
+QPixmap CompressorEditor::background() const
 {
-    const auto draw = [this](QPainter &painter) {
-        drawGrid(painter);
-        if (m_curve.state == CompressorCurve::State::NoChannel) return;
-        painter.setClipRect(m_graph.area());
-        drawCurve(painter);
-    };
+    const auto draw = [this](QPainter &painter) { drawGrid(painter); };
     QPixmap pixmap = QPixmap::fromImage(drawing::drawn(size(), devicePixelRatioF(), draw));
     pixmap.setDevicePixelRatio(devicePixelRatioF());
     return pixmap;
@@ -182,8 +177,11 @@ void CompressorEditor::drawGrid(QPainter &painter) const
     painter.drawLine(m_graph.at(low, low), m_graph.at(high, high));
 }
 
-void CompressorEditor::drawCurve(QPainter &painter) const
+void CompressorEditor::drawCurve(QPixmap &picture) const
 {
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipRect(m_graph.area());
     constexpr int low = CompressorGraph::lowestLevel;
     constexpr int high = CompressorGraph::highestLevel;
     const bool isOn = m_curve.state == CompressorCurve::State::On;
@@ -199,10 +197,10 @@ void CompressorEditor::drawCurve(QPainter &painter) const
     if (m_makeUp != 0) {
         QColor shifted = colour;
         shifted.setAlpha(170);
-        painter.setPen(QPen(shifted, 1.5, Qt::DashLine, Qt::FlatCap, Qt::RoundJoin));
+        painter.setPen(QPen(shifted, 1.5, Qt::DashLine, Qt::FlatCap, Qt::BevelJoin));
         painter.drawPolyline(line(m_makeUp));
     }
-    painter.setPen(QPen(colour, 2, Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
+    painter.setPen(QPen(colour, 2, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
     painter.drawPolyline(line(0));
 }
 
@@ -225,15 +223,25 @@ QRect CompressorEditor::dotArea() const
 
 void CompressorEditor::paintEvent(QPaintEvent *)
 {
-    if (m_picture.isNull() || m_picture.devicePixelRatio() != devicePixelRatioF())
-        m_picture = picture();
+    if (m_background.isNull() || m_background.devicePixelRatio() != devicePixelRatioF()) {
+        m_background = background();
+        m_picture = QPixmap();
+    }
+    if (m_picture.isNull()) {
+        m_picture = m_background;
+        if (m_curve.state != CompressorCurve::State::NoChannel) drawCurve(m_picture);
+    }
     QPainter painter(this);
     painter.drawPixmap(0, 0, m_picture);
-    const std::optional<QPointF> place = dot();
-    if (!place || m_curve.state == CompressorCurve::State::NoChannel) return;
+    if (m_curve.state == CompressorCurve::State::NoChannel) return;
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(colours::amber, 1, Qt::DotLine));
-    painter.drawLine(*place, QPointF(place->x(), m_graph.area().bottom()));
+    const std::optional<QPointF> place = dot();
+    if (!place) return;
+    QColor below = colours::amber;
+    below.setAlpha(110);
+    drawing::fill(
+        painter, QRectF(place->x() - 0.5, place->y(), 1, m_graph.area().bottom() - place->y()),
+        below);
     painter.setPen(QPen(colours::well, 1));
     painter.setBrush(colours::amber);
     painter.drawEllipse(*place, dotRadius(), dotRadius());

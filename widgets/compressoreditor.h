@@ -48,9 +48,9 @@ private:
     void dragRatio(const QPointF &at, Qt::KeyboardModifiers modifiers);
     void arrange();
     void placeHandles();
-    QPixmap picture() const;
+    QPixmap background() const;
     void drawGrid(QPainter &painter) const;
-    void drawCurve(QPainter &painter) const;
+    void drawCurve(QPixmap &picture) const;
     QRect dotArea() const;
     double dotRadius() const;
 
@@ -60,7 +60,8 @@ private:
     CompressorGraph m_graph;
     CurveHandle *const m_threshold;
     CurveHandle *const m_ratio;
-    QPixmap m_picture;         ///< everything but the dot
+    QPixmap m_background;      ///< well, grid and scales
+    QPixmap m_picture;         ///< with the curve; everything but the dot
     QPointF m_pointer;         ///< at the last event of the drag
     QPointF m_point;           ///< where the dragged handle would stand between the steps
     CompressorCurve m_dragged; ///< the values after the last move

@@ -221,16 +221,19 @@ void EqEditor::drawBands(QPainter &painter) const
         }
         if (m_lines[index].isEmpty()) continue;
         QPolygonF shape = m_lines[index];
-        colour.setAlpha(110);
-        painter.setPen(QPen(colour, 1));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawPolyline(shape);
         shape += QPointF(m_graph.area().right(), zero);
         shape += QPointF(m_graph.area().left(), zero);
         colour.setAlpha(44);
         painter.setPen(Qt::NoPen);
         painter.setBrush(colour);
+        // The outline smooths the edge; a smooth fill would cost several times as much.
+        painter.setRenderHint(QPainter::Antialiasing, false);
         painter.drawPolygon(shape);
+        painter.setRenderHint(QPainter::Antialiasing);
+        colour.setAlpha(110);
+        painter.setPen(QPen(colour, 1, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawPolyline(m_lines[index]);
     }
     if (!m_curve.lowCut) return;
     // The tables hold no slope for the low cut, so it is a sign and not a curve.

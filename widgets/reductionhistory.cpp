@@ -40,7 +40,8 @@ void ReductionHistory::append(const Sample &sample)
     m_samples.push_back(sample);
     if (m_samples.size() > length) m_samples.pop_front();
     scroll();
-    update();
+    update(m_plot);
+    if (qRound(sample.reduction) != m_shownReduction) update(readoutArea());
 }
 
 void ReductionHistory::setSamples(const std::deque<Sample> &samples)
@@ -52,9 +53,10 @@ void ReductionHistory::setSamples(const std::deque<Sample> &samples)
 void ReductionHistory::setThreshold(int level, bool isOn)
 {
     if (level == m_threshold && isOn == m_isOn) return;
+    update(thresholdArea());
     m_threshold = level;
     m_isOn = isOn;
-    update();
+    update(thresholdArea());
 }
 
 void ReductionHistory::resizeEvent(QResizeEvent *event)
@@ -153,13 +155,40 @@ void ReductionHistory::drawLatest(int columns)
     painter.drawLine(reductions[0], reductions[1]);
 }
 
+/// Returns the row of the threshold's line.
+double ReductionHistory::thresholdRow() const
+{
+    return m_plot.top() + double(m_threshold) / lowestLevel * m_plot.height();
+}
+
+QRect ReductionHistory::thresholdArea() const
+{
+    return QRect(m_plot.left(), static_cast<int>(thresholdRow()) - 2, m_plot.width(), 5);
+}
+
+/// Returns the area of the reduction in numbers.
+QRect ReductionHistory::readoutArea() const
+{
+    return QRect(m_plot.center().x(), m_plot.bottom() + 2, m_plot.width(), height());
+}
+
 void ReductionHistory::paintEvent(QPaintEvent *event)
 {
     if ((QSizeF(m_plot.size()) * devicePixelRatioF()).toSize() != m_image.size()) redraw();
     QPainter painter(this);
-    painter.fillRect(event->rect(), colours::page);
-    painter.fillRect(m_plot.adjusted(-1, -1, 1, 1), colours::line);
+    // Ten times a second only the plot changes.
+    if (!m_plot.contains(event->rect())) drawLegends(painter);
     painter.drawImage(m_plot, m_image);
+    painter.setPen(
+        QPen(m_isOn ? colours::inCircuit : colours::switchedOff, 1, Qt::DashLine, Qt::FlatCap));
+    painter.drawLine(
+        QPointF(m_plot.left(), thresholdRow()), QPointF(m_plot.right() + 1, thresholdRow()));
+}
+
+void ReductionHistory::drawLegends(QPainter &painter)
+{
+    painter.fillRect(rect(), colours::page);
+    painter.fillRect(m_plot.adjusted(-1, -1, 1, 1), colours::line);
     painter.setFont(axisFont(font()));
     const int textHeight = painter.fontMetrics().height();
     const auto legend = [&](const QRectF &area, int alignment, const QString &text,
@@ -188,12 +217,8 @@ void ReductionHistory::paintEvent(QPaintEvent *event)
     const QRectF below(m_plot.left(), m_plot.bottom() + 3, m_plot.width(), textHeight);
     legend(below, Qt::AlignLeft, QStringLiteral("input"), colours::green);
     legend(below, Qt::AlignHCenter, QStringLiteral("last 10 s"), colours::quiet);
-    const double reduction = m_samples.empty() ? 0 : m_samples.back().reduction;
+    m_shownReduction = m_samples.empty() ? 0 : qRound(m_samples.back().reduction);
     legend(
-        below, Qt::AlignRight, QStringLiteral("gain reduction  %1 dB").arg(-qRound(reduction)),
+        below, Qt::AlignRight, QStringLiteral("gain reduction  %1 dB").arg(-m_shownReduction),
         colours::amber);
-    const double threshold = m_plot.top() - m_threshold * rowsPerDecibel;
-    painter.setPen(
-        QPen(m_isOn ? colours::inCircuit : colours::switchedOff, 1, Qt::DashLine, Qt::FlatCap));
-    painter.drawLine(QPointF(m_plot.left(), threshold), QPointF(m_plot.right() + 1, threshold));
 }

@@ -48,12 +48,17 @@ private:
     void drawLatest(int columns);
     double levelRow(double level) const;
     double reductionRow(double reduction) const;
+    double thresholdRow() const;
+    QRect thresholdArea() const;
+    QRect readoutArea() const;
+    void drawLegends(QPainter &painter);
     int columnsUntil(int samples) const;
 
     std::deque<Sample> m_samples;
     int m_threshold = 0;
     bool m_isOn = false;
     QRect m_plot;
-    QImage m_image;  ///< the plot in device pixels
-    int m_count = 0; ///< samples drawn into the image, modulo `length`
+    QImage m_image;           ///< the plot in device pixels
+    int m_shownReduction = 0; ///< dB, in numbers
+    int m_count = 0;          ///< samples drawn into the image, modulo `length`
 };
