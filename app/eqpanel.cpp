@@ -113,6 +113,7 @@ QWidget *EqPanel::buildBand(int place)
         m_lowCut->setObjectName(QStringLiteral("editor_lowCut"));
         m_lowCut->setProperty("role", QStringLiteral("section"));
         m_lowCut->setCheckable(true);
+        m_lowCut->setAccessibleName(QStringLiteral("Low cut"));
         grid->addWidget(m_lowCut, row++, 0, 1, 2);
         connect(m_lowCut, &QPushButton::clicked, this, [this](bool on) {
             m_context.mixer.setLowCut(on);
@@ -170,23 +171,50 @@ void EqPanel::connectHandle(int band)
 void EqPanel::show(const storage::ChangeSet &changes)
 {
     const auto edited = mixer::editedStrip(m_context.store.values());
-    if (editorknob::concerns(changes, editorknob::Part::Eq, m_strip, edited)) showAll();
+    if (!editorknob::concerns(changes, editorknob::Part::Eq, m_strip, edited)) return;
+    if (m_strip != edited || !edited || changes.contains(edited->group(), storage::Key::Name))
+        return showAll();
+    // A drag changes one band at every move.
+    for (const BandKnobs &band : bands) {
+        bool isChanged = false;
+        for (const std::optional<ParameterId> id :
+             {std::optional(band.gain), {band.freq}, band.q}) {
+            if (!id) continue;
+            const storage::PositionKeys &keys = mixer::parameter(*id).keys;
+            if (!changes.contains(edited->group(), keys.position.key) &&
+                !changes.contains(edited->group(), keys.text.key))
+                continue;
+            showField(*id);
+            isChanged = true;
+        }
+        if (isChanged) showHandle(band.band);
+    }
+    showCurve();
 }
 
 void EqPanel::showAll()
 {
+    m_strip = mixer::editedStrip(m_context.store.values());
+    for (int i = 0; i < mixer::parameterCount; ++i)
+        if (m_fields[static_cast<std::size_t>(i)]) showField(static_cast<ParameterId>(i));
+    showCurve();
+    for (const BandKnobs &band : bands)
+        showHandle(band.band);
+}
+
+void EqPanel::showField(ParameterId id)
+{
     const storage::Values &values = m_context.store.values();
-    m_strip = mixer::editedStrip(values);
-    for (int i = 0; i < mixer::parameterCount; ++i) {
-        ValueField *field = m_fields[static_cast<std::size_t>(i)];
-        if (!field) continue;
-        const auto id = static_cast<ParameterId>(i);
-        field->setValueText(editorknob::textOf(values, m_strip, id));
-        editorknob::speak(
-            field, values, m_strip, id, QLatin1String(mixer::parameter(id).title) + QString());
-    }
+    ValueField *field = m_fields[static_cast<std::size_t>(id)];
+    field->setValueText(editorknob::textOf(values, m_strip, id));
+    editorknob::speak(
+        field, values, m_strip, id, QLatin1String(mixer::parameter(id).title) + QString());
+}
+
+void EqPanel::showCurve()
+{
+    const storage::Values &values = m_context.store.values();
     m_lowCut->setChecked(m_strip && isOn(values, *m_strip, key::eqLowCut));
-    m_lowCut->setAccessibleName(QStringLiteral("Low cut"));
     EqCurve curve;
     for (int band = 0; m_strip && band < mixer::eqBandCount; ++band) {
         const Eq eq = mixer::eqOf(values, *m_strip, band);
@@ -196,8 +224,6 @@ void EqPanel::showAll()
         if (band == mixer::bandLow) curve.lowCut = eq.q != 0;
     }
     m_graph->setCurve(curve);
-    for (const BandKnobs &band : bands)
-        showHandle(band.band);
 }
 
 int EqPanel::boxHeight() const

@@ -32,6 +32,8 @@ private:
     QWidget *buildBand(int place);
     ValueField *buildField(mixer::ParameterId id, int band, QWidget *parent);
     void connectHandle(int band);
+    void showField(mixer::ParameterId id);
+    void showCurve();
     void showHandle(int band);
     QString bandInWords(int band) const;
 
