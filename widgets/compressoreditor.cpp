@@ -239,9 +239,8 @@ void CompressorEditor::paintEvent(QPaintEvent *)
     if (!place) return;
     QColor below = colours::amber;
     below.setAlpha(110);
-    drawing::fill(
-        painter, QRectF(place->x() - 0.5, place->y(), 1, m_graph.area().bottom() - place->y()),
-        below);
+    const QRectF line(std::floor(place->x()), place->y(), 1, m_graph.area().bottom() - place->y());
+    painter.fillRect(line, below);
     painter.setPen(QPen(colours::well, 1));
     painter.setBrush(colours::amber);
     painter.drawEllipse(*place, dotRadius(), dotRadius());
