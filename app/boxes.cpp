@@ -48,6 +48,7 @@ QMessageBox *boxes::make(QMessageBox::Icon icon, QWidget *parent, const QString 
 void boxes::askFirst(QWidget *parent, const QString &text, const std::function<void()> &accepted)
 {
     QMessageBox *box = make(QMessageBox::Question, parent, QLatin1String(constants::windowTitle));
+    box->setTextFormat(Qt::PlainText);
     box->setText(text);
     box->setInformativeText(QStringLiteral("Are you sure?"));
     box->setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
@@ -62,6 +63,7 @@ void boxes::inform(QWidget *parent, const QString &text)
 {
     QMessageBox *box =
         make(QMessageBox::Information, parent, QLatin1String(constants::windowTitle));
+    box->setTextFormat(Qt::PlainText);
     box->setText(text);
     box->open();
 }

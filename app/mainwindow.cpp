@@ -569,13 +569,16 @@ bool MainWindow::event(QEvent *event)
 /// A scene file may be dropped anywhere on the window.
 void MainWindow::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!SceneFiles::fileIn(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+    if (SceneFiles::fileIn(*event->mimeData()).isEmpty()) return;
+    event->setDropAction(Qt::CopyAction); // never the file itself
+    event->accept();
 }
 
 void MainWindow::dropEvent(QDropEvent *event)
 {
     m_sceneFiles->dropFile(SceneFiles::fileIn(*event->mimeData()), mapToGlobal(event->pos()));
-    event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

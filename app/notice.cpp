@@ -55,6 +55,7 @@ Notice::Notice(QWidget *parent) : QWidget(parent), m_text(new QLabel), m_button(
 {
     m_text->setObjectName(QStringLiteral("label_Notice"));
     m_text->setProperty("role", QStringLiteral("notice"));
+    m_text->setTextFormat(Qt::PlainText);
     m_button->setObjectName(QStringLiteral("pB_Notice"));
     m_button->setProperty("role", QStringLiteral("notice"));
     m_button->setAccessibleName(QStringLiteral("Answer to the notice"));

@@ -8,9 +8,10 @@
 class QLabel;
 class QPushButton;
 
-/// The notice at the right of the menu bar, which tells the user what is wrong. It shows the most
+/// The notice at the right of the menu bar, which tells the user what is wrong, or for some seconds
+/// what was just done. It shows the most
 /// important message, and a button if the user can act on it. Its tool tip lists all messages if
-/// there are several. It is hidden while nothing is wrong. GUI thread only.
+/// there are several. It is hidden while there is nothing to say. GUI thread only.
 class Notice : public QWidget
 {
     Q_OBJECT

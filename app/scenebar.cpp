@@ -82,13 +82,15 @@ bool SceneBar::eventFilter(QObject *watched, QEvent *event)
     case QEvent::DragEnter: {
         auto *drag = static_cast<QDragEnterEvent *>(event);
         if (SceneFiles::fileIn(*drag->mimeData()).isEmpty()) break;
-        drag->acceptProposedAction();
+        drag->setDropAction(Qt::CopyAction); // never the file itself
+        drag->accept();
         return true;
     }
     case QEvent::Drop: {
         auto *drop = static_cast<QDropEvent *>(event);
         m_files.importFile(SceneFiles::fileIn(*drop->mimeData()), slot);
-        drop->acceptProposedAction();
+        drop->setDropAction(Qt::CopyAction);
+        drop->accept();
         return true;
     }
     default:

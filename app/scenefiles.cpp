@@ -4,9 +4,7 @@
 #include "common/constants.h"
 #include "storage/wholefile.h"
 
-#include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
 #include <QStandardPaths>
@@ -35,7 +33,8 @@ SceneFiles::SceneFiles(Scenes &scenes, QWidget *window)
 {
 }
 
-QFileDialog *SceneFiles::open(const QString &title, const Take &take)
+/// Makes a dialog that is not open yet. A native dialog takes its options when it opens.
+QFileDialog *SceneFiles::make(const QString &title, const Take &take)
 {
     auto *dialog = new QFileDialog(
         m_window, title, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
@@ -43,14 +42,15 @@ QFileDialog *SceneFiles::open(const QString &title, const Take &take)
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
     connect(dialog, &QFileDialog::fileSelected, this, take);
-    dialog->open();
     return dialog;
 }
 
 void SceneFiles::save(
     const QString &title, const QString &name, const std::vector<storage::ExchangeScene> &scenes)
 {
-    QFileDialog *dialog = open(title, [this, scenes](const QString &path) {
+    QFileDialog *dialog = make(title, [this, scenes](const QString &chosen) {
+        const bool hasEnding = chosen.endsWith(ending(), Qt::CaseInsensitive);
+        const QString path = hasEnding ? chosen : chosen + ending();
         const QByteArray text =
             storage::toExchange(scenes, QLatin1String(constants::softwareVersion));
         if (storage::replaceFile(storage::realDisk(), path, text)) return;
@@ -60,6 +60,7 @@ void SceneFiles::save(
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(ending().mid(1));
     dialog->selectFile(fileNameFor(name));
+    dialog->open();
 }
 
 void SceneFiles::exportScene(int slot)
@@ -88,21 +89,23 @@ void SceneFiles::backup()
 
 void SceneFiles::importScene(int slot)
 {
-    open(QStringLiteral("Import into Scene %1").arg(slot), [this, slot](const QString &path) {
+    make(QStringLiteral("Import into Scene %1").arg(slot), [this, slot](const QString &path) {
         importFile(path, slot);
-    });
+    })->open();
 }
 
 void SceneFiles::importLive()
 {
-    open(QStringLiteral("Import Current Settings"), [this](const QString &path) {
+    make(QStringLiteral("Import Current Settings"), [this](const QString &path) {
         if (const auto scene = readScene(path)) m_scenes.takeLive(*scene);
-    });
+    })->open();
 }
 
 void SceneFiles::restore()
 {
-    open(QStringLiteral("Restore Scenes"), [this](const QString &path) { offerRestore(path); });
+    make(QStringLiteral("Restore Scenes"), [this](const QString &path) {
+        offerRestore(path);
+    })->open();
 }
 
 QString SceneFiles::fileIn(const QMimeData &data)
@@ -139,8 +142,12 @@ std::optional<storage::ExchangeScene> SceneFiles::readScene(const QString &path)
 void SceneFiles::reportLeftOut(const storage::Exchange &exchange)
 {
     constexpr int listed = 8;
+    constexpr int longest = 40; // characters of an entry
     if (exchange.leftOut.isEmpty()) return;
-    QString list = exchange.leftOut.mid(0, listed).join(QLatin1String(", "));
+    QStringList names;
+    for (const QString &name : exchange.leftOut.mid(0, listed))
+        names += name.left(longest);
+    QString list = names.join(QLatin1String(", "));
     const int rest = exchange.leftOut.size() - listed;
     if (rest > 0) list += QStringLiteral(" and %1 more").arg(rest);
     boxes::inform(

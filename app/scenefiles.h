@@ -35,7 +35,7 @@ public:
 private:
     using Take = std::function<void(const QString &path)>;
 
-    QFileDialog *open(const QString &title, const Take &take);
+    QFileDialog *make(const QString &title, const Take &take);
     void save(
         const QString &title, const QString &name,
         const std::vector<storage::ExchangeScene> &scenes);

@@ -90,7 +90,10 @@ void SceneMenu::addScene(int slot)
         fillVersions(versions, slot);
     });
     connect(menu, &QMenu::aboutToShow, versions, [this, versions, slot] {
-        versions->setEnabled(m_scenes.versionTime(slot, 1).isValid());
+        bool isAny = false;
+        for (int version = 1; version <= SceneMemories::versionCount; ++version)
+            isAny = isAny || m_scenes.versionTime(slot, version).isValid();
+        versions->setEnabled(isAny);
     });
 }
 
@@ -102,7 +105,7 @@ void SceneMenu::fillVersions(QMenu *menu, int slot)
         const QDateTime time = m_scenes.versionTime(slot, version);
         if (!time.isValid()) continue;
         menu->addAction(
-            QLocale().toString(time, QLocale::ShortFormat), this,
+            QLocale().toString(time, QStringLiteral("d MMM yyyy  hh:mm:ss")), this,
             [this, slot, version] { m_scenes.restoreVersion(slot, version); });
     }
 }

@@ -70,29 +70,34 @@ void Scenes::read(int slot)
 
 Scenes::Saved Scenes::savedIn(int slot) const
 {
-    return {
-        slot, m_memories.bytes(slot).value_or(QByteArray()),
-        isNamed(slot) ? name(slot) : QString()};
+    return {slot, m_memories.bytes(slot).value_or(QByteArray()), std::nullopt};
 }
 
-/// Puts files and names of slots back, for undo and redo.
-void Scenes::put(const std::vector<Saved> &saved)
+/// Puts files and names of slots back, for undo and redo. Returns false if a file could not be
+/// written.
+bool Scenes::put(const std::vector<Saved> &saved)
 {
+    bool isDone = true;
     for (const Saved &slot : saved) {
-        m_memories.restore(slot.number, slot.bytes);
-        if (savedIn(slot.number).name != slot.name) m_memories.rename(slot.number, slot.name);
+        isDone = m_memories.restore(slot.number, slot.bytes) && isDone;
+        if (slot.name) m_memories.rename(slot.number, *slot.name);
         read(slot.number);
         if (slot.number == m_current && !holds(slot.number)) setCurrent(0);
         emit slotChanged(slot.number);
     }
     compare();
+    return isDone;
 }
 
 void Scenes::pushStep(
     const QString &title, const std::vector<Saved> &before, const std::vector<Saved> &after)
 {
+    const auto putBack = [this](const std::vector<Saved> &saved) {
+        if (!put(saved))
+            boxes::inform(m_window, QStringLiteral("A scene could not be written to disk."));
+    };
     m_history.push(
-        title, [this, before] { put(before); }, [this, after] { put(after); });
+        title, [putBack, before] { putBack(before); }, [putBack, after] { putBack(after); });
 }
 
 void Scenes::setCurrent(int slot)
@@ -178,16 +183,21 @@ void Scenes::take(const std::vector<storage::ExchangeScene> &scenes, const QStri
     std::vector<Saved> after;
     for (const storage::ExchangeScene &scene : scenes) {
         before.push_back(savedIn(scene.slot));
+        before.back().name = isNamed(scene.slot) ? name(scene.slot) : QString();
         if (!m_memories.replace(scene.slot, scene.values)) {
             before.pop_back();
-            put(before); // all or none
+            const bool isBack = put(before); // all or none
             boxes::inform(
                 m_window,
-                QStringLiteral("The scenes could not be saved. The previous ones are kept."));
+                isBack
+                    ? QStringLiteral("The scenes could not be saved. The previous ones are kept.")
+                    : QStringLiteral("Not all scenes could be saved. Their earlier versions are "
+                                     "kept."));
             return;
         }
         m_memories.rename(scene.slot, scene.name);
         after.push_back(savedIn(scene.slot));
+        after.back().name = scene.name;
         read(scene.slot);
         emit slotChanged(scene.slot);
     }
@@ -198,10 +208,17 @@ void Scenes::take(const std::vector<storage::ExchangeScene> &scenes, const QStri
 
 void Scenes::takeLive(const storage::ExchangeScene &scene)
 {
+    const bool canUndo = recall(scene.values, QStringLiteral("Import settings"));
+    emit done(QStringLiteral("Settings imported"), canUndo);
+}
+
+/// Recalls values. Returns whether that is a step that can be undone.
+bool Scenes::recall(const storage::Values &values, const QString &title)
+{
+    m_settings.acceptValues(); // before the step, because it may clear the history
     const int stepsBefore = m_history.stack().index();
-    m_mixer.recall(scene.values, QStringLiteral("Import settings"), m_safe);
-    m_settings.acceptValues();
-    emit done(QStringLiteral("Settings imported"), stepsBefore != m_history.stack().index());
+    m_mixer.recall(values, title, m_safe);
+    return stepsBefore != m_history.stack().index();
 }
 
 void Scenes::readSafe()
@@ -230,13 +247,11 @@ void Scenes::load(int slot)
         return;
     }
     const storage::Values values(scene->entries);
-    const int stepsBefore = m_history.stack().index();
-    m_mixer.recall(values, QStringLiteral("Recall scene %1").arg(slot), m_safe);
+    const bool canUndo = recall(values, QStringLiteral("Recall scene %1").arg(slot));
     m_settings.adoptContent(*scene);
-    m_settings.acceptValues();
     m_slots[index(slot)] = values;
     setCurrent(slot);
-    emit done(title(slot) + QStringLiteral(" recalled"), stepsBefore != m_history.stack().index());
+    emit done(title(slot) + QStringLiteral(" recalled"), canUndo);
 }
 
 void Scenes::loadExcept(int slot)

@@ -83,7 +83,7 @@ public:
 signals:
     void slotChanged(int slot); ///< its name or its marks
     void safeChanged();
-    /// The user has saved or recalled a scene.
+    /// The user has saved, recalled, imported or restored scenes.
     /// @param canUndo whether that is a step of the history
     void done(const QString &what, bool canUndo);
 
@@ -91,18 +91,19 @@ private:
     static std::size_t index(int slot) { return static_cast<std::size_t>(slot - 1); }
     QString title(int slot) const;
     void read(int slot);
-    /// The file and the name of a slot, for undo.
+    /// The file of a slot, and its name if the step changes names. For undo.
     struct Saved
     {
         int number;
         QByteArray bytes;
-        QString name;
+        std::optional<QString> name;
     };
     Saved savedIn(int slot) const;
-    void put(const std::vector<Saved> &saved);
+    bool put(const std::vector<Saved> &saved);
     void pushStep(
         const QString &title, const std::vector<Saved> &before, const std::vector<Saved> &after);
     void readSafe();
+    bool recall(const storage::Values &values, const QString &title);
     void setCurrent(int slot);
     void compare();
 

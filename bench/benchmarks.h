@@ -5,6 +5,7 @@
 void benchFacadeCall();
 void benchNewestValue();
 void benchWholeState();
+void benchRecall();
 void benchStart();
 void benchDrag();
 void benchEditor();

@@ -1,12 +1,16 @@
 #include "benchmarks.h"
 #include "device/qvxdevice.h"
+#include "mixer/presence.h"
+#include "mixer/rules.h"
 #include "mixer/sender.h"
 #include "report.h"
 #include "simulator/simulatedtransport.h"
+#include "tests/mixer/storedstate.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QThread>
+#include <QTimer>
 
 #include <algorithm>
 #include <array>
@@ -140,6 +144,69 @@ void benchNewestValue()
     report::against(
         QStringLiteral("commands for the 200 moves, for each command time"), sent[rounds / 2], 1,
         QString());
+}
+
+namespace {
+
+constexpr int recallCommands = 48;
+
+/// A scene that differs from the defaults in 48 commands.
+storage::Values sceneOf48()
+{
+    storage::Store store;
+    storage::Transaction t(store);
+    for (int number = 1; number <= mixer::trackCount; ++number) {
+        const mixer::StripId strip = mixer::track(number);
+        mixer::setFader(t, strip, 180);
+        mixer::setKnob(t, strip, mixer::parameter(mixer::ParameterId::LowGain), 20);
+        if (number > 8) continue;
+        mixer::setSwitch(t, strip, storage::strip::mute, true);
+        mixer::setKnob(t, strip, mixer::parameter(mixer::ParameterId::Threshold), 20);
+    }
+    t.commit();
+    return store.values();
+}
+
+/// Recalls the scene and returns the milliseconds until the device has it.
+double recall(bool isPolled)
+{
+    Device device;
+    storage::Store store;
+    mixer::Sender sender(store, device.facade);
+    mixer::Presence presence(store, device.facade, sender, mixer::RealWallClock::instance());
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&presence] { presence.tick(); });
+    if (isPolled) poll.start(100);
+    const auto hasAll = [&] {
+        return differences(device.tamber.state(), storedState(store.values())).isEmpty();
+    };
+    const auto waitForAll = [&hasAll] {
+        while (!hasAll())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 2);
+    };
+    sender.sendAll();
+    waitForAll();
+    const storage::Values scene = sceneOf48();
+    QElapsedTimer timer;
+    timer.start();
+    storage::Transaction t(store);
+    mixer::recall(t, scene, {});
+    t.commit();
+    waitForAll();
+    return milliseconds(timer);
+}
+
+} // namespace
+
+void benchRecall()
+{
+    const double ideal = recallCommands * commandTime;
+    report::against(
+        QStringLiteral("scene of %1 commands until the device has it").arg(recallCommands),
+        recall(false), 1.05 * ideal, QStringLiteral("ms"));
+    report::against(
+        QStringLiteral("... while meters and identity are polled"), recall(true), 1.3 * ideal,
+        QStringLiteral("ms"));
 }
 
 void benchWholeState()

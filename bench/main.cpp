@@ -18,19 +18,11 @@ struct Benchmark
 };
 
 constexpr Benchmark benchmarks[] = {
-    {"facade", benchFacadeCall},
-    {"newest", benchNewestValue},
-    {"state", benchWholeState},
-    {"drag", benchDrag},
-    {"wheel", benchWheel},
-    {"undo", benchUndo},
-    {"curve", benchCurve},
-    {"editor", benchEditor},
-    {"tick", benchTick},
-    {"replug", benchReplug},
-    {"mute", benchMuteDuringFullSend},
-    {"start", benchStart},
-    {"load", benchLoad},
+    {"facade", benchFacadeCall}, {"newest", benchNewestValue}, {"state", benchWholeState},
+    {"recall", benchRecall},     {"drag", benchDrag},          {"wheel", benchWheel},
+    {"undo", benchUndo},         {"curve", benchCurve},        {"editor", benchEditor},
+    {"tick", benchTick},         {"replug", benchReplug},      {"mute", benchMuteDuringFullSend},
+    {"start", benchStart},       {"load", benchLoad},
 };
 
 } // namespace

@@ -64,10 +64,10 @@ bool belongsToThePanel(storage::Group group, storage::Key key)
 }
 
 /// Returns whether a recall keeps an entry that the panel does not know ("group/key").
-bool belongsToThePanel(const QByteArray &entry)
+bool isKept(const QByteArray &entry, const SafeStrips &safe)
 {
     const auto group = storage::groupNamed(entry.left(entry.indexOf('/')));
-    return group && belongsToThePanel(*group, storage::Key::FaderPos);
+    return group && (belongsToThePanel(*group, storage::Key::FaderPos) || safe.holds(*group));
 }
 
 /// Returns the changes that make values equal to others, except for those that are kept.
@@ -93,14 +93,14 @@ void write(Transaction &t, const std::vector<storage::Change> &changes)
         t.set(change.group, change.key, change.after);
 }
 
-void replaceForeign(Transaction &t, const storage::Entries &by)
+void replaceForeign(Transaction &t, const storage::Entries &by, const SafeStrips &safe)
 {
     const storage::Entries before = t.values().foreign();
     for (auto entry = before.begin(); entry != before.end(); ++entry)
-        if (!by.contains(entry.key()) && !belongsToThePanel(entry.key()))
+        if (!by.contains(entry.key()) && !isKept(entry.key(), safe))
             t.setForeign(entry.key(), QByteArray());
     for (auto entry = by.begin(); entry != by.end(); ++entry)
-        if (!belongsToThePanel(entry.key())) t.setForeign(entry.key(), entry.value());
+        if (!isKept(entry.key(), safe)) t.setForeign(entry.key(), entry.value());
 }
 
 } // namespace
@@ -129,7 +129,7 @@ void recall(Transaction &t, const Values &scene, const SafeStrips &safe)
 {
     const bool soloedBefore = isAnySoloed(t.values());
     write(t, recallChanges(t.values(), scene, safe));
-    replaceForeign(t, scene.foreign());
+    replaceForeign(t, scene.foreign(), safe);
     // A safe strip keeps its selection too, and one strip at most is selected.
     for (const StripId &strip : allStrips())
         if (!strip.isMaster() && safe.holds(strip) && isOn(t.values(), strip, key::select)) {

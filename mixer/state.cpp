@@ -89,8 +89,12 @@ bool isMutedBySolo(const Values &values, const StripId &strip)
 
 int faderPosition(const Values &values, const StripId &strip)
 {
-    const int stored = values.read(strip.group(), key::fader.position);
-    return validFaderPosition(stored);
+    // A text that is no number would read as the default, which is loud.
+    const QByteArray &text = values.raw(strip.group(), key::fader.position.key);
+    bool isNumber = text.isNull();
+    if (!isNumber) storage::decodeText(text).value_or(QString()).toInt(&isNumber);
+    if (!isNumber) return faderBottom;
+    return validFaderPosition(values.read(strip.group(), key::fader.position));
 }
 
 int panPosition(const Values &values, int input)

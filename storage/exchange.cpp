@@ -8,6 +8,7 @@ namespace {
 
 constexpr int slotCount = 10;
 constexpr int longestValue = 4096; // bytes
+constexpr int longestName = 200;   // characters
 
 const QByteArray fileGroup = QByteArrayLiteral("Tamber");
 const QByteArray sceneGroup = QByteArrayLiteral("Scene");
@@ -15,7 +16,7 @@ const QByteArray formatEntry = QByteArrayLiteral("Tamber/Format");
 const QByteArray panelEntry = QByteArrayLiteral("Tamber/Panel");
 const QByteArray nameKey = QByteArrayLiteral("Name");
 
-/// The place of silence: a fader position that is unreadable must not open the fader.
+/// The fader position of silence, for a position that is unreadable: it must not open the fader.
 const QByteArray silence = QByteArrayLiteral("245");
 
 bool isCarried(Group group, Key key)
@@ -47,7 +48,10 @@ bool take(Values &values, const QByteArray &groupName, const QByteArray &keyName
     const std::optional<Group> group = groupNamed(groupName);
     const std::optional<Key> key = keyNamed(keyName);
     if (!group || !key || !isCarried(*group, *key)) return false;
-    const bool isReadable = value.size() <= longestValue && decodeText(value);
+    const std::optional<QString> text =
+        value.size() <= longestValue ? decodeText(value) : std::nullopt;
+    bool isReadable = text.has_value();
+    if (isReadable && *key == Key::FaderPos) text->toInt(&isReadable);
     if (!isReadable && *key == Key::FaderPos) value = silence;
     if (isReadable || *key == Key::FaderPos) values.setRaw(*group, *key, value);
     return isReadable;
@@ -62,12 +66,16 @@ bool take(std::map<int, ExchangeScene> &scenes, const QByteArray &entry, const Q
     const int dot = group.indexOf('.');
     const std::optional<int> slot = slotOf(dot < 0 ? group : group.left(dot));
     if (!slot) return group == fileGroup;
-    ExchangeScene &scene = scenes[*slot];
-    scene.slot = *slot;
-    if (dot >= 0) return take(scene.values, group.mid(dot + 1), key, value);
+    ExchangeScene scene = scenes.count(*slot) ? scenes[*slot] : ExchangeScene{*slot, {}, {}};
+    if (dot >= 0) {
+        const bool isTaken = take(scene.values, group.mid(dot + 1), key, value);
+        if (!scene.values.isEmpty()) scenes[*slot] = scene;
+        return isTaken;
+    }
     const auto name = decodeText(value);
     if (key != nameKey || !name || value.size() > longestValue) return false;
-    scene.name = *name;
+    scene.name = name->left(longestName);
+    scenes[*slot] = scene;
     return true;
 }
 
@@ -130,6 +138,8 @@ Exchange fromExchange(const QByteArray &text)
     for (const auto &[slot, scene] : scenes)
         exchange.scenes.push_back(scene);
     if (scenes.empty()) return refused(QStringLiteral("The file holds no scene."));
+    if (scenes.size() > 1 && scenes.count(0))
+        return refused(QStringLiteral("The file is neither a single scene nor a backup."));
     return exchange;
 }
 

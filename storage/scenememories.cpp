@@ -14,6 +14,8 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "tamber.storage")
 
+constexpr int pending = 0; ///< the number of a version that is not in the list yet
+
 /// Application names of the live settings and of the ten scenes.
 // contract: the leading "/". pathOf() ignores it.
 constexpr const char *applications[] = {
@@ -28,7 +30,7 @@ SceneMemories::SceneMemories(Settings &live, const char *organisation, Disk &dis
       m_names(organisation, constants::sceneMemoryFile, disk, Settings::Content::SceneNames)
 {
     for (int slot = 1; slot <= slotCount; ++slot)
-        for (const QString &written : {fileName(slot), versionName(slot, 1)})
+        for (const QString &written : {fileName(slot), versionName(slot, pending)})
             removeLeftovers(disk, written);
 }
 
@@ -50,24 +52,42 @@ bool SceneMemories::replace(int slot, const Values &values)
 
 bool SceneMemories::write(int slot, const QByteArray &bytes)
 {
-    if (keepVersion(slot, bytes) && replaceFile(m_disk, fileName(slot), bytes)) return true;
+    const std::optional<QByteArray> present = this->bytes(slot);
+    const bool isNew = present && *present != bytes;
+    if (present && !isNew) return true;
+    if (present && (present->isNull() || keepPresent(slot)) &&
+        replaceFile(m_disk, fileName(slot), bytes)) {
+        addVersion(slot);
+        return true;
+    }
+    m_disk.remove(versionName(slot, pending));
     qCWarning(log) << "the scene cannot be written:" << fileName(slot);
     return false;
 }
 
-/// Makes the present scene the newest version, unless it equals the next one. The scene's own file
-/// stays, so that a crash at any moment loses at most the oldest version.
-bool SceneMemories::keepVersion(int slot, const QByteArray &next)
+/// Gives the present scene a second name, under which it stays when the scene is replaced. The
+/// versions are left alone until the new scene is on the disk, so that no failure and no crash
+/// loses one.
+bool SceneMemories::keepPresent(int slot)
 {
+    const QString kept = versionName(slot, pending);
+    if (!QDir().mkpath(QFileInfo(kept).path())) return false;
+    addVersion(slot); // a crash may have left one
+    // A link keeps the time of the scene. The link of a symbolic link would follow the scene.
+    if (!QFileInfo(fileName(slot)).isSymLink() && m_disk.link(fileName(slot), kept)) return true;
     const std::optional<QByteArray> present = bytes(slot);
-    if (!present || present->isNull() || *present == next) return true;
-    const QString newest = versionName(slot, 1);
-    if (!QDir().mkpath(QFileInfo(newest).path())) return false;
-    for (int version = versionCount; version > 1; --version)
+    return present && replaceFile(m_disk, kept, *present);
+}
+
+/// Makes the version that keepPresent() has kept the newest one. If a step fails, the next call
+/// goes on.
+void SceneMemories::addVersion(int slot)
+{
+    if (m_disk.size(versionName(slot, pending)) < 0) return;
+    for (int version = versionCount; version > pending; --version)
         if (m_disk.size(versionName(slot, version - 1)) >= 0 &&
             !m_disk.rename(versionName(slot, version - 1), versionName(slot, version)))
-            return false;
-    return replaceFile(m_disk, newest, *present);
+            return;
 }
 
 QDateTime SceneMemories::versionTime(int slot, int version) const
@@ -103,11 +123,12 @@ std::optional<QByteArray> SceneMemories::bytes(int slot) const
     return whole ? std::make_optional(bytes) : std::nullopt;
 }
 
-void SceneMemories::restore(int slot, const QByteArray &bytes)
+bool SceneMemories::restore(int slot, const QByteArray &bytes)
 {
     const bool done =
         bytes.isNull() ? m_disk.remove(fileName(slot)) : replaceFile(m_disk, fileName(slot), bytes);
     if (!done) qCWarning(log) << "the scene cannot be restored:" << fileName(slot);
+    return done;
 }
 
 QString SceneMemories::name(int slot) const
@@ -131,15 +152,19 @@ void SceneMemories::initialize()
 {
     Transaction transaction(m_names.store());
     const Values named = m_names.values();
-    for (int slot = 1; slot <= slotCount; ++slot)
-        transaction.set(sceneMemoryGroup, sceneName(slot).key.key, QByteArray());
+    for (int slot = 1; slot <= slotCount; ++slot) {
+        const bool isKept = m_disk.size(fileName(slot)) < 0 || keepPresent(slot);
+        if (isKept && m_disk.remove(fileName(slot))) {
+            transaction.set(sceneMemoryGroup, sceneName(slot).key.key, QByteArray());
+            addVersion(slot);
+        } else {
+            qCWarning(log) << "the scene cannot be deleted:" << fileName(slot);
+        }
+    }
     for (auto entry = named.foreign().begin(); entry != named.foreign().end(); ++entry)
         transaction.setForeign(entry.key(), QByteArray());
     transaction.commit();
     m_names.flush();
-    for (int slot = 1; slot <= slotCount; ++slot)
-        if (!keepVersion(slot, QByteArray()) || !m_disk.remove(fileName(slot)))
-            qCWarning(log) << "the scene cannot be deleted:" << fileName(slot);
 }
 
 /// Returns the path of an earlier version: "Tamber_Versions/Tamber_sm3.1.ini" beside the scene.

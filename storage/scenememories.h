@@ -31,7 +31,7 @@ public:
     /// oldest. A scene that is replaced by an equal one leaves no version.
     ///@{
     static constexpr int versionCount = 3;
-    /// Returns when a version was saved, or an invalid time if there is none.
+    /// Returns when a version was saved as a scene, or an invalid time if there is none.
     QDateTime versionTime(int slot, int version) const;
     /// Puts a version back as the scene of the slot. The present scene becomes the newest version.
     /// Returns false if that fails, which is logged; scene and versions are then kept.
@@ -45,8 +45,9 @@ public:
     /// Returns the bytes of a scene's file, null if there is no file. Returns nothing if the file
     /// cannot be read or has more than 16 MiB.
     std::optional<QByteArray> bytes(int slot) const;
-    /// Replaces a scene's file by these bytes, or removes it if they are null. Failures are logged.
-    void restore(int slot, const QByteArray &bytes);
+    /// Replaces a scene's file by these bytes, or removes it if they are null. Returns false if
+    /// that fails, which is logged.
+    bool restore(int slot, const QByteArray &bytes);
 
     /// Returns the name of a slot. The default names are "SceneMemory1" to "SceneMemory10".
     QString name(int slot) const;
@@ -55,14 +56,15 @@ public:
     /// Renames a slot. An empty name restores the default name.
     void rename(int slot, const QString &name);
 
-    /// Deletes all scenes and their names, which become earlier versions. Keeps the live settings.
-    /// Failures are logged.
+    /// Deletes all scenes and their names. The scenes become earlier versions. Keeps the live
+    /// settings, and the name of a scene that cannot be deleted. Failures are logged.
     void initialize();
 
 private:
     QString fileName(int slot) const;
     QString versionName(int slot, int version) const;
-    bool keepVersion(int slot, const QByteArray &next);
+    bool keepPresent(int slot);
+    void addVersion(int slot);
     bool write(int slot, const QByteArray &bytes);
 
     Settings &m_live;

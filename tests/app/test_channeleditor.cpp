@@ -403,8 +403,8 @@ void TestChannelEditor::geometryIsKept()
     editor()->setGeometry(50, 70, 700, 480);
     QTRY_COMPARE(editor()->size(), QSize(700, 480));
     editor()->close();
-    const QSettings store(
-        QLatin1String(testOrganisation), QLatin1String(constants::applicationName));
+    const QSettings store{
+        QLatin1String(testOrganisation), QLatin1String(constants::applicationName)};
     QVERIFY(store.contains("ChannelEditor/geometry"_s));
     const Panel other("editor-geometry", "");
     other.trigger("actionChannel_Editor"_s);

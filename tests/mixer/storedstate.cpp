@@ -30,6 +30,11 @@ std::uint8_t storedByte(const Values &settings, Group group, mixer::ParameterId 
 
 int storedFader(const Values &settings, Group group)
 {
+    // A text that is no number is silence.
+    const QString text = settings.read(group, storage::TextKey{key::fader.position.key});
+    bool isNumber = settings.raw(group, key::fader.position.key).isNull();
+    if (!isNumber) text.toInt(&isNumber);
+    if (!isNumber) return -127;
     const int position = settings.read(group, key::fader.position);
     return mixer::faderValue(mixer::faderText(mixer::validFaderPosition(position)));
 }

@@ -276,7 +276,7 @@ void TestRules::foreignValues()
     QCOMPARE(console.input(1).fader, -127);
     QCOMPARE(console.input(1).pan, 0);
     QCOMPARE(int(console.input(1).eq.bands[1].freq), 23);
-    QCOMPARE(console.input(2).fader, 0); // not a number: the default number
+    QCOMPARE(console.input(2).fader, -127); // not a number: the silent end
     QCOMPARE(console.stored("Track1/EqHighFreqText"), QByteArray("9.9k"));
     dragFader(console, track(1), -1);
     dragPan(console, 1, 1);

@@ -49,9 +49,11 @@ Values randomValues()
         "line\nline"_s,
         "@Invalid()"_s};
     Values values;
-    for (int i = below(400); i > 0; --i)
-        values.setRaw(
-            Group(below(groupCount)), Key(below(keyCount)), encode(texts[below(texts.size())]));
+    for (int i = below(400); i > 0; --i) {
+        const auto key = Key(below(keyCount));
+        const QString text = texts[key == Key::FaderPos ? 0 : below(texts.size())];
+        values.setRaw(Group(below(groupCount)), key, encode(text));
+    }
     values.setForeign("Track1/Foreign", "1");
     return values;
 }
@@ -99,6 +101,8 @@ void TestExchange::refused_data()
     row("cut short", head + "[Scene]\nName=x\n[Scene.Track1]\nMute=tr", "damaged");
     row("control characters", head + "[Scene]\nName=\x01\n", "damaged");
     row("no scene", head, "holds no scene");
+    row("nothing known", head + "[Scene.Trak1]\nMute=true\n", "holds no scene");
+    row("mixture", head + "[Scene]\nName=x\n[Scene3]\nName=y\n", "neither a single scene");
     row("too large", head + "[Scene]\nName=" + QByteArray(largestExchange, 'x') + '\n',
         "larger than 1 MiB");
 }
@@ -119,13 +123,14 @@ void TestExchange::leftOut()
     const Exchange read = fromExchange(
         head +
         "[Scene]\nName=Verse\n[Scene.Track1]\nFader_pos=@Variant(\\0)\nMute=true\n"
-        "Sparkle=1\n[Scene.Panel]\nMainWindowPanel=2\n[Scene.Misc]\nInformation_Dialog=true\n"
+        "Sparkle=1\n[Scene.Track2]\nFader_pos=loud\n[Scene.Panel]\nMainWindowPanel=2\n[Scene.Misc]\nInformation_Dialog=true\n"
         "[Scene.Update]\nJsonUrl=https://example.com\n[Scene11.Track1]\nMute=true\n"
         "[Scene.Track1_2_L]\nPhase=true\n[Other]\nKey=1\n");
     QCOMPARE(read.problem, QString());
     QCOMPARE(int(read.scenes.size()), 1);
     const Values &values = read.scenes.front().values;
     QCOMPARE(values.raw(trackGroup(1), Key::FaderPos), QByteArray("245"));
+    QCOMPARE(values.raw(trackGroup(2), Key::FaderPos), QByteArray("245"));
     QVERIFY(values.read(trackGroup(1), strip::mute) && values.read(sideGroup(1), strip::phase));
     QStringList left = read.leftOut;
     left.sort();
@@ -135,6 +140,7 @@ void TestExchange::leftOut()
         "Scene.Panel/MainWindowPanel"_s,
         "Scene.Track1/Fader_pos"_s,
         "Scene.Track1/Sparkle"_s,
+        "Scene.Track2/Fader_pos"_s,
         "Scene.Update/JsonUrl"_s,
         "Scene11.Track1/Mute"_s};
     QCOMPARE(left, expected);

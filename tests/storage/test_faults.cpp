@@ -30,6 +30,15 @@ struct FullFolder : Folder
         write(files[2], "[Track1]\nFader_pos=160\nName=two\n");
         write(files[3], "[SceneMemory]\nSceneMemory1=Intro\n");
     }
+    /// Whether a scene is still there, in its file or as an earlier version.
+    bool holds(const QByteArray &scene) const
+    {
+        const QDir versions(file("Tamber_Versions"_s));
+        bool found = bytes(files[1]) == scene || bytes(files[2]) == scene;
+        for (const QString &name : versions.entryList({"*.ini"_s}))
+            found = found || bytesOf(versions.filePath(name)) == scene;
+        return found;
+    }
     QList<QByteArray> contents() const
     {
         QList<QByteArray> all;
@@ -49,6 +58,13 @@ struct Act
 const Act acts[] = {
     {"save", [](Memories &s) { s.scenes.save(1); }},
     {"load", [](Memories &s) { s.load(2); }},
+    {"import", [](Memories &s) { s.scenes.replace(2, s.live.values()); }},
+    {"earlier version",
+     [](Memories &s) {
+         s.scenes.save(1);
+         s.scenes.restoreVersion(1, 1);
+         s.scenes.save(1);
+     }},
     {"rename", [](Memories &s) { s.scenes.rename(1, "Verse"_s); }},
     {"change",
      [](Memories &s) {
@@ -121,6 +137,7 @@ void TestFaults::everyOperation()
                         now[i] == old[i] || now[i] == done[i],
                         qPrintable("operation %1: %2"_s.arg(n).arg(files[i])));
                 QCOMPARE(QDir(folder.path()).entryList({"*.new"_s}, QDir::Files), QStringList());
+                QVERIFY(folder.holds(old[1]) && folder.holds(old[2]));
             }
             // The next attempt, at the latest in the destructor, writes the settings.
             QCOMPARE(folder.contents().first(), done.first());

@@ -189,6 +189,12 @@ void TestSceneMemories::versions()
     QVERIFY(store.scenes.restoreVersion(4, 1));
     QCOMPARE(faderOf(), 155);
     QVERIFY(!store.scenes.restoreVersion(5, 1));
+    const QDateTime saved = store.scenes.versionTime(4, 1);
+    QVERIFY(QFile::remove(folder.file("Tamber_sm4.ini"_s)));
+    QVERIFY(QDir(folder.path()).mkdir("Tamber_sm4.ini"_s)); // no scene can be written here
+    for (int attempt = 0; attempt < 3; ++attempt)
+        QVERIFY(!store.scenes.save(4));
+    QCOMPARE(store.scenes.versionTime(4, 1), saved); // failed attempts push no version out
 
     const Folder blocked(session);
     Memories other(blocked.organisation);
