@@ -184,8 +184,11 @@ double recall(bool isPolled)
         while (!hasAll())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 2);
     };
+    const std::uint64_t all = device.tamber.taken() + mixer::allCommands().size();
     sender.sendAll();
-    waitForAll();
+    while (device.tamber.taken() < all)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
+    const std::uint64_t before = device.tamber.taken();
     const storage::Values scene = sceneOf48();
     QElapsedTimer timer;
     timer.start();
@@ -193,7 +196,10 @@ double recall(bool isPolled)
     mixer::recall(t, scene, {});
     t.commit();
     waitForAll();
-    return milliseconds(timer);
+    const double time = milliseconds(timer);
+    if (!isPolled && device.tamber.taken() != before + recallCommands)
+        qFatal("%d commands", static_cast<int>(device.tamber.taken() - before));
+    return time;
 }
 
 } // namespace

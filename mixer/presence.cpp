@@ -29,8 +29,8 @@ void Presence::tick()
     m_lastTick = now;
     const bool hanging = m_device.transferAge() > hangingTransfer;
     m_lost = m_lost || hanging;
-    // Polling less often leaves the worker free for the full send.
-    if (m_sender.isSendingAll() && !wasAway && !hanging && ++m_ticks % ticksDuringSend != 0) return;
+    // Polling less often leaves the worker free for a full send or a scene.
+    if (m_sender.isSendingMuch() && !wasAway && !hanging && ++m_ticks % ticksDuringSend != 0) return;
 
     const bool present = checkPresence(wasAway);
     const bool metered = present && !hanging && pollMeters();

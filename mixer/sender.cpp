@@ -89,6 +89,7 @@ void Sender::send(const storage::ChangeSet &changes)
             if (std::find(batch.waiting.begin(), batch.waiting.end(), command) ==
                 batch.waiting.end())
                 batch.waiting.push_back(command);
+    batch.large = batch.waiting.size() > smallBatch;
     if (!batch.waiting.empty()) enqueue(std::move(batch));
 }
 
@@ -100,10 +101,11 @@ void Sender::sendAll()
     if (!m_held) enqueue({allCommands(), {}, true});
 }
 
-bool Sender::isSendingAll() const
+bool Sender::isSendingMuch() const
 {
-    return std::any_of(
-        m_batches.begin(), m_batches.end(), [](const Batch &batch) { return batch.everything; });
+    return std::any_of(m_batches.begin(), m_batches.end(), [](const Batch &batch) {
+        return batch.everything || batch.large;
+    });
 }
 
 void Sender::setHeld(bool held)

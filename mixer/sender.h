@@ -43,8 +43,8 @@ public:
     /// Sends the whole state in place of all pending changes. Reset the facade first, so that it
     /// does not skip values that it has sent before.
     void sendAll();
-    /// Returns whether commands of the last sendAll() are still pending.
-    bool isSendingAll() const;
+    /// Returns whether commands of the last sendAll() or of a large change set are still pending.
+    bool isSendingMuch() const;
 
     /// Stops or allows sending. While `held` is true nothing is sent and changes are not kept. Call
     /// sendAll() after setHeld(false).
@@ -61,6 +61,7 @@ private:
         std::vector<Target> waiting; ///< not handed to the facade yet
         std::vector<Target> handed;  ///< handed to the facade
         bool everything;             ///< the batch of sendAll()
+        bool large = false;          ///< a scene, for example
     };
 
     void enqueue(Batch batch);
