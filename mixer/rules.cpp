@@ -3,6 +3,8 @@
 #include "mixer/faderscale.h"
 #include "mixer/panscale.h"
 
+#include <algorithm>
+
 namespace mixer {
 
 namespace key = storage::strip;
@@ -125,8 +127,35 @@ recallChanges(const Values &now, const Values &scene, const SafeStrips &safe)
     });
 }
 
+namespace {
+
+/// Makes mutes agree with solo again after a recall that kept some strips. The mute that a strip
+/// has without solo is that of the scene, or its own if it was kept.
+/// @param before the values before the recall
+void settleSolo(Transaction &t, const Values &before, const Values &scene, const SafeStrips &safe)
+{
+    const bool soloedBefore = isAnySoloed(before);
+    const bool sceneSoloes = isAnySoloed(scene);
+    const bool soloed = isAnySoloed(t.values());
+    for (const StripId &strip : allStrips()) {
+        if (strip.isMaster()) continue;
+        const bool isSafe = safe.holds(strip);
+        const bool ownMute = isSafe ? isOn(before, strip, soloedBefore ? key::savedMute : key::mute)
+                                    : !sceneSoloes && isOn(scene, strip, key::mute);
+        const bool muted = soloed ? !isOn(t.values(), strip, key::solo) : ownMute;
+        const bool wasAudible = isSafe && !isOn(before, strip, key::mute);
+        // A kept strip that was heard stays audible, and without solo the scene's mutes hold.
+        if (soloed ? !wasAudible : isSafe && soloedBefore) t.write(strip.group(), key::mute, muted);
+        if (soloed) t.write(strip.group(), key::savedMute, ownMute);
+    }
+    if (!soloed) forgetSavedMutes(t);
+}
+
+} // namespace
+
 void recall(Transaction &t, const Values &scene, const SafeStrips &safe)
 {
+    const Values before = t.values();
     const bool soloedBefore = isAnySoloed(t.values());
     write(t, recallChanges(t.values(), scene, safe));
     replaceForeign(t, scene.foreign(), safe);
@@ -136,6 +165,10 @@ void recall(Transaction &t, const Values &scene, const SafeStrips &safe)
             select(t, strip, true);
             break;
         }
+    const bool isAnySafe =
+        std::any_of(safe.pairs.begin(), safe.pairs.end(), [](bool isSafe) { return isSafe; });
+    if (isAnySafe && (soloedBefore || isAnySoloed(t.values())))
+        return settleSolo(t, before, scene, safe);
     if (!soloedBefore || !isAnySoloed(t.values())) forgetSavedMutes(t);
 }
 

@@ -15,6 +15,7 @@ private slots:
     void gestures();
     void recallInTheMiddle();
     void mutesOfSolo();
+    void recallAroundSafeStrips();
 };
 
 namespace {
@@ -127,6 +128,41 @@ void TestSolo::mutesOfSolo()
     QVERIFY(!bySolo(3) && !bySolo(5) && bySolo(6));
     perform(console.mixer, "-solo 3");
     QVERIFY(!bySolo(5) && !bySolo(6));
+}
+
+/// A recall keeps channels 1 and 2. Solo on either side of that line ends with the right mutes.
+void TestSolo::recallAroundSafeStrips()
+{
+    SafeStrips safe;
+    safe.set(track(1), true);
+    {
+        // The kept channel 1 is soloed, and the scene mutes channel 5.
+        Console console("[Track9]\nMute=true\n");
+        perform(console.mixer, "solo 1");
+        const Console scene("[Track5]\nMute=true\n");
+        console.mixer.recall(scene.store.values(), "Recall"_s, safe);
+        QCOMPARE(audible(console), QByteArray("1"));
+        perform(console.mixer, "-solo 1");
+        QCOMPARE(audible(console), allBut({5}));
+    }
+    {
+        // The solo of channel 3 disappears, and with it the mute of the kept channel 1.
+        Console console("[Track2]\nMute=true\n");
+        perform(console.mixer, "solo 3");
+        const Console scene("[Track5]\nMute=true\n");
+        console.mixer.recall(scene.store.values(), "Recall"_s, safe);
+        QCOMPARE(audible(console), allBut({2, 5}));
+    }
+    {
+        // The scene brings a solo. The kept channel 1 is still heard, channel 2 stays muted.
+        Console console("[Track2]\nMute=true\n");
+        Console scene("");
+        perform(scene.mixer, "solo 7");
+        console.mixer.recall(scene.store.values(), "Recall"_s, safe);
+        QCOMPARE(audible(console), QByteArray("1 7"));
+        perform(console.mixer, "-solo 7");
+        QCOMPARE(audible(console), allBut({2}));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestSolo)
