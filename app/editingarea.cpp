@@ -76,7 +76,7 @@ constexpr QRect reductionCaption(564, 54, 26, 14);
 constexpr QRect reductionHead(compressorColumns[2] - 35, 95, 70, geometry::knobCaption);
 constexpr QRect reductionText(compressorColumns[2] - 35, 112, 70, 28);
 constexpr QRect hintArea(
-    band(0), 4, geometry::editingWidth - band(0) - 8, geometry::editingHeight - 8);
+    band(0), 2, geometry::editingWidth - band(0) - 3, geometry::editingHeight - 4);
 // clang-format on
 
 void makeHeads(QWidget *area)
