@@ -30,7 +30,8 @@ void Presence::tick()
     const bool hanging = m_device.transferAge() > hangingTransfer;
     m_lost = m_lost || hanging;
     // Polling less often leaves the worker free for a full send or a scene.
-    if (m_sender.isSendingMuch() && !wasAway && !hanging && ++m_ticks % ticksDuringSend != 0) return;
+    if (m_sender.isSendingMuch() && !wasAway && !hanging && ++m_ticks % ticksDuringSend != 0)
+        return;
 
     const bool present = checkPresence(wasAway);
     const bool metered = present && !hanging && pollMeters();

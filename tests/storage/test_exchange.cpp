@@ -121,11 +121,11 @@ void TestExchange::refused()
 void TestExchange::leftOut()
 {
     const Exchange read = fromExchange(
-        head +
-        "[Scene]\nName=Verse\n[Scene.Track1]\nFader_pos=@Variant(\\0)\nMute=true\n"
-        "Sparkle=1\n[Scene.Track2]\nFader_pos=loud\n[Scene.Panel]\nMainWindowPanel=2\n[Scene.Misc]\nInformation_Dialog=true\n"
-        "[Scene.Update]\nJsonUrl=https://example.com\n[Scene11.Track1]\nMute=true\n"
-        "[Scene.Track1_2_L]\nPhase=true\n[Other]\nKey=1\n");
+        head + "[Scene]\nName=Verse\n[Scene.Track1]\nFader_pos=@Variant(\\0)\nMute=true\n"
+               "Sparkle=1\n[Scene.Track2]\nFader_pos=loud\n[Scene.Panel]\nMainWindowPanel=2\n["
+               "Scene.Misc]\nInformation_Dialog=true\n"
+               "[Scene.Update]\nJsonUrl=https://example.com\n[Scene11.Track1]\nMute=true\n"
+               "[Scene.Track1_2_L]\nPhase=true\n[Other]\nKey=1\n");
     QCOMPARE(read.problem, QString());
     QCOMPARE(int(read.scenes.size()), 1);
     const Values &values = read.scenes.front().values;
