@@ -113,9 +113,9 @@ public:
 
     QString text(QAccessible::Text type) const override
     {
-        const QString choice = list()->currentText();
+        QString choice = list()->currentText();
         if (type == QAccessible::Value) return choice;
-        const QString text = QAccessibleWidget::text(type);
+        QString text = QAccessibleWidget::text(type);
         if (type != QAccessible::Name) return text;
         return text.isEmpty() ? choice : text + QLatin1String(", ") + choice;
     }

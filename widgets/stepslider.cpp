@@ -20,7 +20,7 @@ void StepSlider::paintEvent(QPaintEvent *event)
         for (int step = 0; step <= maximum() - minimum(); ++step)
             painter.fillRect(
                 QRectF(
-                    qRound(handleLength / 2 + step * pitch) - 0.5, height() - markHeight, 1,
+                    qRound(handleLength / 2.0 + step * pitch) - 0.5, height() - markHeight, 1,
                     markHeight),
                 m_mark);
     }
