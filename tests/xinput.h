@@ -160,6 +160,14 @@ public:
         sync();
     }
 
+    /// The window that gets the keys. A program takes the focus for a new window only after the
+    /// window is visible.
+    xcb_window_t focused()
+    {
+        const auto reply = wait(xcb_get_input_focus_reply, xcb_get_input_focus(m_connection));
+        return reply ? reply->focus : xcb_window_t(XCB_WINDOW_NONE);
+    }
+
     void move(xcb_window_t window, const QPoint &to)
     {
         const std::int32_t place[] = {to.x(), to.y()};

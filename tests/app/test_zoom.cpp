@@ -18,7 +18,11 @@ class TestZoom : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { applyLook(); }
+    void initTestCase()
+    {
+        applyLook();
+        m_twin.window.grab(); // lays the page out
+    }
     void cleanup();
     void fitting_data();
     void fitting();
@@ -117,7 +121,6 @@ void TestZoom::click(const QString &control, double scale)
 /// from before.
 void TestZoom::newProcessGoesOn()
 {
-    m_twin.window.grab(); // lays the page out
     const PrivateHome home;
     QFile settings(home.settingsFile());
     QVERIFY(settings.open(QIODevice::Append));
@@ -225,9 +228,11 @@ void TestZoom::failedStart()
     }
     const auto windows = [&] { return m_display.windowsOf(demo.processId()).size(); };
     QTRY_COMPARE_WITH_TIMEOUT(windows(), 2, patience); // the panel and the device
-    m_display.focus(panel());
+    const xcb_window_t window = panel();
+    m_display.focus(window);
     m_display.type({Display::Control, Display::Equal});
     QTRY_COMPARE_WITH_TIMEOUT(windows(), 3, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(m_display.focused() != window, patience);
     m_display.type({Display::Return});
     QTRY_COMPARE_WITH_TIMEOUT(windows(), 2, patience);
     QVERIFY(isShown(1));
