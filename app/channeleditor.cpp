@@ -2,17 +2,17 @@
 
 #include "app/compressorpanel.h"
 #include "app/eqpanel.h"
+#include "app/nativestore.h"
 #include "app/presetmenu.h"
-#include "common/constants.h"
 #include "widgets/accessiblecontrols.h"
 #include "widgets/colours.h"
+#include "widgets/plaintext.h"
 #include "widgets/reductionhistory.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
-#include <QSettings>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -37,11 +37,6 @@ constexpr int smallestText = 10; // pixels
 constexpr int largestText = 15;
 
 const QString geometryKey = QStringLiteral("ChannelEditor/geometry");
-
-QSettings nativeStore(const char *organisation)
-{
-    return QSettings(QLatin1String(organisation), QLatin1String(constants::applicationName));
-}
 
 /// Returns the strips that can be edited, from left to right.
 std::vector<mixer::StripId> shownStrips(const storage::Values &values)
@@ -96,7 +91,7 @@ ChannelEditor::ChannelEditor(const EditorContext &context, const char *organisat
     });
     connect(&context.store, &storage::Store::committed, this, &ChannelEditor::show);
     resize(firstSize);
-    restoreGeometry(nativeStore(organisation).value(geometryKey).toByteArray());
+    restoreGeometry(nativeStore(QLatin1String(organisation)).value(geometryKey).toByteArray());
     showAll();
 }
 
@@ -125,7 +120,7 @@ void ChannelEditor::open()
 
 void ChannelEditor::storeGeometry() const
 {
-    nativeStore(m_organisation).setValue(geometryKey, saveGeometry());
+    nativeStore(QLatin1String(m_organisation)).setValue(geometryKey, saveGeometry());
 }
 
 void ChannelEditor::hideEvent(QHideEvent *event)
@@ -336,12 +331,7 @@ void ChannelEditor::showTitle()
     if (mixer::isBypassed(values)) text = QStringLiteral("Mixer bypassed");
     if (m_strip) text = mixer::titleWithName(values, *m_strip);
     setWindowTitle(text);
-    const QString shown =
-        m_title->fontMetrics().elidedText(text, Qt::ElideRight, std::max(1, m_title->width()));
-    m_title->setText(shown);
-    // Rich text, because Qt would show a name that looks like HTML as such.
-    const QString whole = QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
-    m_title->setToolTip(shown == text ? QString() : whole);
+    plaintext::showIn(m_title, text);
 }
 
 void ChannelEditor::resizeEvent(QResizeEvent *event)

@@ -1,6 +1,7 @@
 #include "app/compressorpanel.h"
 
 #include "app/controlgestures.h"
+#include "app/curves.h"
 #include "widgets/accessiblecontrols.h"
 #include "widgets/colours.h"
 #include "widgets/compressoreditor.h"
@@ -122,16 +123,8 @@ void CompressorPanel::showAll()
 {
     const storage::Values &values = m_context.store.values();
     m_strip = mixer::editedStrip(values);
-    CompressorCurve curve;
-    int makeUp = 0;
-    if (m_strip) {
-        const Comp comp = mixer::compOf(values, *m_strip);
-        curve.state = comp.on ? CompressorCurve::State::On : CompressorCurve::State::Off;
-        curve.threshold = comp.threshold;
-        curve.ratio = comp.ratio;
-        makeUp = comp.gain;
-    }
-    m_graph->setCurve(curve, makeUp);
+    const int makeUp = m_strip ? mixer::compOf(values, *m_strip).gain : 0;
+    m_graph->setCurve(curves::compressorOf(values, m_strip), makeUp);
     for (const Knob &knob : m_knobs) {
         const mixer::Parameter &parameter = mixer::parameter(knob.id);
         const QString title = QLatin1String(parameter.title);

@@ -1,6 +1,7 @@
 #include "app/eqpanel.h"
 
 #include "app/controlgestures.h"
+#include "app/curves.h"
 #include "widgets/accessiblecontrols.h"
 #include "widgets/colours.h"
 #include "widgets/curvehandle.h"
@@ -25,8 +26,7 @@ struct BandKnobs
     int band; ///< see mixer::EqBand
     const char *stem;
     const char *head;
-    const char *title; ///< of the handle, for screen readers
-    const char *step;  ///< of undo
+    const char *title; ///< of the handle for screen readers, and of its steps for undo
     ParameterId gain;
     ParameterId freq;
     std::optional<ParameterId> q;
@@ -36,14 +36,12 @@ using Id = ParameterId;
 
 /// The bands from left to right.
 const std::array<BandKnobs, mixer::eqBandCount> bands = {{
-    {mixer::bandLow, "low", "1 LOW", "Low band", "Low band", Id::LowGain, Id::LowFreq,
-     std::nullopt},
-    {mixer::bandLowMid, "lowMid", "2 LOW MID", "Low-mid band", "Low-mid band", Id::LowMidGain,
-     Id::LowMidFreq, Id::LowMidQ},
-    {mixer::bandHighMid, "highMid", "3 HIGH MID", "High-mid band", "High-mid band", Id::HighMidGain,
-     Id::HighMidFreq, Id::HighMidQ},
-    {mixer::bandHigh, "high", "4 HIGH", "High band", "High band", Id::HighGain, Id::HighFreq,
-     std::nullopt},
+    {mixer::bandLow, "low", "1 LOW", "Low band", Id::LowGain, Id::LowFreq, std::nullopt},
+    {mixer::bandLowMid, "lowMid", "2 LOW MID", "Low-mid band", Id::LowMidGain, Id::LowMidFreq,
+     Id::LowMidQ},
+    {mixer::bandHighMid, "highMid", "3 HIGH MID", "High-mid band", Id::HighMidGain, Id::HighMidFreq,
+     Id::HighMidQ},
+    {mixer::bandHigh, "high", "4 HIGH", "High band", Id::HighGain, Id::HighFreq, std::nullopt},
 }};
 
 const BandKnobs &knobsOf(int band)
@@ -164,7 +162,7 @@ void EqPanel::connectHandle(int band)
             std::vector<mixer::Mixer::KnobStep> steps = {
                 {knobs.gain, value.gain - lowestGain}, {knobs.freq, value.freq}};
             if (knobs.q) steps.push_back({*knobs.q, value.q});
-            m_context.mixer.moveHandle(knobs.step, steps);
+            m_context.mixer.moveHandle(knobs.title, steps);
         });
 }
 
@@ -207,23 +205,14 @@ void EqPanel::showField(ParameterId id)
     const storage::Values &values = m_context.store.values();
     ValueField *field = m_fields[static_cast<std::size_t>(id)];
     field->setValueText(editorknob::textOf(values, m_strip, id));
-    editorknob::speak(
-        field, values, m_strip, id, QLatin1String(mixer::parameter(id).title) + QString());
+    editorknob::speak(field, values, m_strip, id, QLatin1String(mixer::parameter(id).title));
 }
 
 void EqPanel::showCurve()
 {
     const storage::Values &values = m_context.store.values();
     m_lowCut->setChecked(m_strip && isOn(values, *m_strip, key::eqLowCut));
-    EqCurve curve;
-    for (int band = 0; m_strip && band < mixer::eqBandCount; ++band) {
-        const Eq eq = mixer::eqOf(values, *m_strip, band);
-        curve.state = eq.on ? EqCurve::State::On : EqCurve::State::Off;
-        curve.bands[static_cast<std::size_t>(band)] = {
-            static_cast<std::int8_t>(eq.gain), eq.freq, EqGraph::hasQ(band) ? eq.q : 0};
-        if (band == mixer::bandLow) curve.lowCut = eq.q != 0;
-    }
-    m_graph->setCurve(curve);
+    m_graph->setCurve(curves::eqOf(values, m_strip));
 }
 
 int EqPanel::boxHeight() const
@@ -239,7 +228,7 @@ void EqPanel::showHandle(int band)
     const BandKnobs &knobs = knobsOf(band);
     CurveHandle *handle = m_graph->handle(band);
     const storage::Values &values = m_context.store.values();
-    editorknob::speak(handle, values, m_strip, knobs.gain, QLatin1String(knobs.title) + QString());
+    editorknob::speak(handle, values, m_strip, knobs.gain, QLatin1String(knobs.title));
     handle->setVisible(m_strip.has_value());
     if (m_strip) handle->setReading(handle->value(), bandInWords(band));
 }

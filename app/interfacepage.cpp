@@ -3,13 +3,13 @@
 #include "app/pagebar.h"
 #include "common/constants.h"
 #include "widgets/clicklabel.h"
+#include "widgets/restyle.h"
 #include "widgets/stepslider.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QSlider>
-#include <QStyle>
 #include <QVBoxLayout>
 #include <QVariant>
 
@@ -212,12 +212,7 @@ QWidget *InterfacePage::buildPanel()
 void InterfacePage::showStep(int step)
 {
     for (int i = 0; i < driver::bufferStepCount; ++i) {
-        ClickLabel *size = m_scale[static_cast<std::size_t>(i)];
-        const bool chosen = i == step;
-        if (size->property("chosen").toBool() == chosen) continue;
-        size->setProperty("chosen", chosen);
-        size->style()->unpolish(size);
-        size->style()->polish(size);
+        setStyleProperty(m_scale[static_cast<std::size_t>(i)], "chosen", i == step);
     }
 }
 

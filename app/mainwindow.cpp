@@ -9,6 +9,7 @@
 #include "app/interfaceview.h"
 #include "app/language.h"
 #include "app/mixerpage.h"
+#include "app/nativestore.h"
 #include "app/notice.h"
 #include "app/outputpage.h"
 #include "app/productinformation.h"
@@ -39,7 +40,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
-#include <QSettings>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
@@ -66,11 +66,6 @@ QAction *addNamed(QMenu *menu, const QString &text, const QString &name)
 constexpr int placingDelay = 150;
 /// Milliseconds from the window's start to the first update check.
 constexpr int updateDelay = 500;
-
-QSettings geometryStore(const QString &organisation)
-{
-    return QSettings(organisation, QLatin1String(constants::applicationName));
-}
 
 } // namespace
 
@@ -236,7 +231,7 @@ void MainWindow::moveOntoScreen()
 
 void MainWindow::restoreWindowGeometry()
 {
-    QSettings store = geometryStore(m_organisation);
+    QSettings store = nativeStore(m_organisation);
     const bool restored =
         restoreGeometry(store.value(QStringLiteral("Window/geometry")).toByteArray());
     if (!restored && !m_edition.isReplacement)
@@ -245,7 +240,7 @@ void MainWindow::restoreWindowGeometry()
 
 void MainWindow::storeWindowGeometry() const
 {
-    QSettings store = geometryStore(m_organisation);
+    QSettings store = nativeStore(m_organisation);
     store.setValue(QStringLiteral("Window/geometry"), saveGeometry());
     zoom::storeExtent(m_organisation, *this);
 }

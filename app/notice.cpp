@@ -1,11 +1,12 @@
 #include "app/notice.h"
 
+#include "widgets/restyle.h"
+
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QResizeEvent>
-#include <QStyle>
 #include <QVariant>
 
 #include <algorithm>
@@ -41,14 +42,6 @@ QString Notice::textOf(Message message) const
         break;
     }
     return QStringLiteral("Mixer bypassed. The strips have no effect.");
-}
-
-/// Marks good news, which the style sheet shows in another colour than trouble.
-static void setMark(QWidget *widget, bool isDone)
-{
-    widget->setProperty("done", isDone);
-    widget->style()->unpolish(widget);
-    widget->style()->polish(widget);
 }
 
 Notice::Notice(QWidget *parent) : QWidget(parent), m_text(new QLabel), m_button(new QPushButton)
@@ -132,8 +125,9 @@ void Notice::refresh()
                                 "kept beside the new one."));
     m_button->setVisible(
         (isDone && m_canUndo) || m_messages.front() == Message::SettingsUnreadable);
-    setMark(m_text, isDone);
-    setMark(m_button, isDone);
+    // Good news has another colour than trouble.
+    setStyleProperty(m_text, "done", isDone);
+    setStyleProperty(m_button, "done", isDone);
     updateGeometry();
     placeInMenuBar();
 }

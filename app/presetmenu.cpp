@@ -1,17 +1,14 @@
 #include "app/presetmenu.h"
 
 #include "app/boxes.h"
+#include "widgets/plaintext.h"
 
 #include <QInputDialog>
 
+#include <algorithm>
 #include <functional>
 
 namespace {
-
-QString menuText(QString name)
-{
-    return name.replace(QLatin1Char('&'), QLatin1String("&&"));
-}
 
 QString quoted(const QString &name)
 {
@@ -39,8 +36,9 @@ void PresetMenu::fill()
     addSeparator();
     const std::vector<mixer::UserPreset> own = m_presets.presets();
     for (const mixer::UserPreset &preset : own)
-        addAction(
-            menuText(preset.name), this, [this, preset] { apply(preset.name, preset.knobs); });
+        addAction(plaintext::forMenu(preset.name), this, [this, preset] {
+            apply(preset.name, preset.knobs);
+        });
     if (!own.empty()) addSeparator();
     addAction(QStringLiteral("&Save As..."), this, &PresetMenu::save)
         ->setObjectName(QStringLiteral("editor_savePreset"));
@@ -49,7 +47,7 @@ void PresetMenu::fill()
         menu->setObjectName(QLatin1String(name));
         menu->setEnabled(!own.empty());
         for (const mixer::UserPreset &preset : own)
-            menu->addAction(menuText(preset.name), this, [act, preset] { act(preset); });
+            menu->addAction(plaintext::forMenu(preset.name), this, [act, preset] { act(preset); });
     };
     addSubmenu(QStringLiteral("&Rename"), "editor_renamePreset", [this](const auto &preset) {
         rename(preset);
@@ -94,13 +92,25 @@ void PresetMenu::save()
         mixer::SectionState::of(m_context.store.values(), *strip).knobs;
     askName(QStringLiteral("Save Preset"), QString(), [this, knobs](const QString &name) {
         if (name.isEmpty()) return;
-        if (m_presets.save(name, knobs))
-            emit done(QStringLiteral("Preset %1 saved").arg(quoted(name)));
-        else
-            boxes::inform(
-                parentWidget(),
-                QStringLiteral("The preset could not be saved. Its file cannot be written."));
+        const std::vector<mixer::UserPreset> own = m_presets.presets();
+        const bool isTaken = std::any_of(
+            own.begin(), own.end(), [&name](const auto &preset) { return preset.name == name; });
+        if (!isTaken) return write(name, knobs);
+        boxes::askFirst(
+            parentWidget(),
+            QStringLiteral("This operation replaces the preset %1.").arg(quoted(name)),
+            [this, name, knobs] { write(name, knobs); });
     });
+}
+
+void PresetMenu::write(const QString &name, const mixer::KnobPositions &knobs)
+{
+    if (m_presets.save(name, knobs))
+        emit done(QStringLiteral("Preset %1 saved").arg(quoted(name)));
+    else
+        boxes::inform(
+            parentWidget(), QStringLiteral("The preset could not be saved. Its file cannot be "
+                                           "written, or there are too many presets."));
 }
 
 void PresetMenu::rename(const mixer::UserPreset &preset)

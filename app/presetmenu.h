@@ -25,6 +25,7 @@ private:
     void
     askName(const QString &title, const QString &name, const std::function<void(QString)> &take);
     void save();
+    void write(const QString &name, const mixer::KnobPositions &knobs);
     void rename(const mixer::UserPreset &preset);
     void remove(const mixer::UserPreset &preset);
 

@@ -3,12 +3,13 @@
 #include "app/scenefiles.h"
 #include "app/scenemenu.h"
 #include "app/scenes.h"
+#include "widgets/plaintext.h"
+#include "widgets/restyle.h"
 
 #include <QDropEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QStyle>
 #include <QToolTip>
 #include <QVariant>
 
@@ -18,12 +19,6 @@ constexpr int buttonWidth = 66;
 constexpr int buttonHeight = 22;
 constexpr int spacing = 4;
 constexpr int padding = 6; // on both sides of the text
-
-void setMark(QWidget *button, const char *mark, bool isSet, bool &isNew)
-{
-    isNew = isNew || button->property(mark).toBool() != isSet;
-    button->setProperty(mark, isSet);
-}
 
 } // namespace
 
@@ -99,7 +94,7 @@ bool SceneBar::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
-/// Says what a recall would change now.
+/// Says what a recall would change now, which takes too long for every change of a value.
 void SceneBar::showTip(int slot)
 {
     QPushButton *button = m_buttons[static_cast<std::size_t>(slot - 1)];
@@ -130,13 +125,8 @@ void SceneBar::show(int slot)
     const bool holds = m_scenes.holds(slot);
     const bool isCurrent = m_scenes.current() == slot;
     const bool isChanged = isCurrent && m_scenes.isChanged();
-    bool isNew = false;
-    setMark(button, "holds", holds, isNew);
-    setMark(button, "current", isCurrent, isNew);
-    if (isNew) {
-        style()->unpolish(button);
-        style()->polish(button);
-    }
+    setStyleProperty(button, "holds", holds);
+    setStyleProperty(button, "current", isCurrent);
 
     const QString number = QString::number(slot);
     const QString name = m_scenes.isNamed(slot) ? m_scenes.name(slot) : QString();
@@ -144,13 +134,13 @@ void SceneBar::show(int slot)
     const QFontMetrics metrics = button->fontMetrics();
     const int space = buttonWidth - 2 * padding - metrics.horizontalAdvance(star);
     const QString text = name.isEmpty() ? number : number + QStringLiteral("  ") + name;
-    QString shown = metrics.elidedText(text, Qt::ElideRight, space);
-    button->setText(shown.replace(QLatin1Char('&'), QStringLiteral("&&")) + star);
+    const QString shown = metrics.elidedText(text, Qt::ElideRight, space);
+    button->setText(plaintext::forMenu(shown) + star);
 
     const QString title = name.isEmpty() ? QStringLiteral("Scene ") + number
                                          : QStringLiteral("Scene %1 %2").arg(number, name);
     QString state = holds ? QStringLiteral("saved") : QStringLiteral("empty");
     if (isCurrent) state = isChanged ? QStringLiteral("on, changed since") : QStringLiteral("on");
     button->setAccessibleName(title + QStringLiteral(", ") + state);
-    showTip(slot);
+    button->setToolTip(plaintext::forToolTip(title)); // until showTip()
 }

@@ -3,6 +3,7 @@
 #include "app/boxes.h"
 #include "common/constants.h"
 #include "storage/wholefile.h"
+#include "widgets/plaintext.h"
 
 #include <QFileDialog>
 #include <QMenu>
@@ -97,14 +98,14 @@ void SceneFiles::importScene(int slot)
 void SceneFiles::importLive()
 {
     make(QStringLiteral("Import Current Settings"), [this](const QString &path) {
-        if (const auto scene = readScene(path)) m_scenes.takeLive(*scene);
+        if (const auto exchange = readScene(path)) importLive(*exchange);
     })->open();
 }
 
 void SceneFiles::restore()
 {
     make(QStringLiteral("Restore Scenes"), [this](const QString &path) {
-        offerRestore(path);
+        if (const auto exchange = read(path)) offerRestore(*exchange);
     })->open();
 }
 
@@ -124,19 +125,15 @@ std::optional<storage::Exchange> SceneFiles::read(const QString &path)
     return std::nullopt;
 }
 
-/// Reads the file of a single scene.
-std::optional<storage::ExchangeScene> SceneFiles::readScene(const QString &path)
+/// Reads the file of a single scene, or says why it cannot be taken.
+std::optional<storage::Exchange> SceneFiles::readScene(const QString &path)
 {
-    const std::optional<storage::Exchange> exchange = read(path);
-    if (!exchange) return std::nullopt;
-    if (exchange->scenes.size() > 1) {
-        boxes::inform(
-            m_window, QStringLiteral("The file is a backup of %1 scenes. Restore takes it.")
-                          .arg(exchange->scenes.size()));
-        return std::nullopt;
-    }
-    reportLeftOut(*exchange);
-    return exchange->scenes.front();
+    std::optional<storage::Exchange> exchange = read(path);
+    if (!exchange || exchange->scenes.size() == 1) return exchange;
+    boxes::inform(
+        m_window, QStringLiteral("The file is a backup of %1 scenes. Restore takes it.")
+                      .arg(exchange->scenes.size()));
+    return std::nullopt;
 }
 
 void SceneFiles::reportLeftOut(const storage::Exchange &exchange)
@@ -159,29 +156,38 @@ void SceneFiles::reportLeftOut(const storage::Exchange &exchange)
 
 void SceneFiles::importFile(const QString &path, int slot)
 {
-    std::optional<storage::ExchangeScene> scene = readScene(path);
-    if (!scene) return;
-    scene->slot = slot;
-    m_scenes.take({*scene}, QStringLiteral("Import scene %1").arg(slot));
+    if (const auto exchange = readScene(path)) importInto(slot, *exchange);
 }
 
-void SceneFiles::offerRestore(const QString &path)
+void SceneFiles::importInto(int slot, const storage::Exchange &exchange)
 {
-    const std::optional<storage::Exchange> exchange = read(path);
-    if (!exchange) return;
-    if (exchange->scenes.front().slot == 0)
+    reportLeftOut(exchange);
+    storage::ExchangeScene scene = exchange.scenes.front();
+    scene.slot = slot;
+    m_scenes.take({scene}, QStringLiteral("Import scene %1").arg(slot));
+}
+
+void SceneFiles::importLive(const storage::Exchange &exchange)
+{
+    reportLeftOut(exchange);
+    m_scenes.takeLive(exchange.scenes.front());
+}
+
+void SceneFiles::offerRestore(const storage::Exchange &exchange)
+{
+    if (exchange.scenes.front().slot == 0)
         return boxes::inform(
             m_window, QStringLiteral("The file holds a single scene. Import takes it."));
     QStringList numbers;
-    for (const storage::ExchangeScene &scene : exchange->scenes)
+    for (const storage::ExchangeScene &scene : exchange.scenes)
         numbers += QString::number(scene.slot);
     boxes::askFirst(
         m_window,
         QStringLiteral("This replaces the scenes %1. Other scenes stay.")
             .arg(numbers.join(QLatin1String(", "))),
         [this, exchange] {
-            m_scenes.take(exchange->scenes, QStringLiteral("Restore scenes"));
-            reportLeftOut(*exchange);
+            m_scenes.take(exchange.scenes, QStringLiteral("Restore scenes"));
+            reportLeftOut(exchange);
         });
 }
 
@@ -189,22 +195,21 @@ void SceneFiles::dropFile(const QString &path, const QPoint &globalPosition)
 {
     const std::optional<storage::Exchange> exchange = read(path);
     if (!exchange) return;
-    if (exchange->scenes.front().slot != 0) return offerRestore(path);
+    if (exchange->scenes.front().slot != 0) return offerRestore(*exchange);
     auto *menu = new QMenu(m_window);
     menu->setObjectName(QStringLiteral("dropMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(QStringLiteral("Import into"))->setEnabled(false);
     menu->addSeparator();
     for (int slot = 1; slot <= SceneMemories::slotCount; ++slot) {
-        QString text = QStringLiteral("%1  %2").arg(slot).arg(
+        const QString text = QStringLiteral("%1  %2").arg(slot).arg(
             m_scenes.holds(slot) ? m_scenes.name(slot).left(40) : QStringLiteral("(empty)"));
-        text.replace(QLatin1Char('&'), QStringLiteral("&&"));
-        menu->addAction(text, this, [this, path, slot] { importFile(path, slot); });
+        menu->addAction(plaintext::forMenu(text), this, [this, exchange, slot] {
+            importInto(slot, *exchange);
+        });
     }
     menu->addSeparator();
-    menu->addAction(QStringLiteral("Current settings"), this, [this, exchange] {
-        reportLeftOut(*exchange);
-        m_scenes.takeLive(exchange->scenes.front());
-    });
+    menu->addAction(
+        QStringLiteral("Current settings"), this, [this, exchange] { importLive(*exchange); });
     menu->popup(globalPosition);
 }

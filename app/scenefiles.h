@@ -40,8 +40,10 @@ private:
         const QString &title, const QString &name,
         const std::vector<storage::ExchangeScene> &scenes);
     std::optional<storage::Exchange> read(const QString &path);
-    std::optional<storage::ExchangeScene> readScene(const QString &path);
-    void offerRestore(const QString &path);
+    std::optional<storage::Exchange> readScene(const QString &path);
+    void importInto(int slot, const storage::Exchange &exchange);
+    void importLive(const storage::Exchange &exchange);
+    void offerRestore(const storage::Exchange &exchange);
     void reportLeftOut(const storage::Exchange &exchange);
 
     Scenes &m_scenes;

@@ -4,6 +4,7 @@
 #include "app/scenes.h"
 #include "widgets/colours.h"
 #include "widgets/drawing.h"
+#include "widgets/plaintext.h"
 
 #include <QFontMetrics>
 #include <QIcon>
@@ -124,11 +125,8 @@ void SceneMenu::addFiles()
 void SceneMenu::show(int slot)
 {
     QMenu *menu = menuOf(slot);
-    QString title = fontMetrics().elidedText(m_scenes.name(slot), Qt::ElideRight, titleWidth);
-    title.replace(QLatin1Char('&'), QStringLiteral("&&"));
-    menu->setTitle(title);
-    // As rich text, because Qt would take a name that looks like HTML for rich text.
-    menu->menuAction()->setToolTip(
-        QStringLiteral("<span>%1</span>").arg(m_scenes.name(slot).toHtmlEscaped()));
+    const QString name = m_scenes.name(slot);
+    menu->setTitle(plaintext::forMenu(fontMetrics().elidedText(name, Qt::ElideRight, titleWidth)));
+    menu->menuAction()->setToolTip(plaintext::forToolTip(name));
     menu->menuAction()->setIcon(markOf(m_scenes, slot, devicePixelRatioF()));
 }

@@ -2,13 +2,11 @@
 
 #include "app/boxes.h"
 #include "app/history.h"
+#include "app/nativestore.h"
 #include "app/safestripsdialog.h"
 #include "app/scenememorydialog.h"
-#include "common/constants.h"
 #include "mixer/mixer.h"
 #include "mixer/recallsummary.h"
-
-#include <QSettings>
 
 #include <algorithm>
 #include <utility>
@@ -16,11 +14,6 @@
 namespace {
 
 constexpr int comparisonDelay = 50; // milliseconds; a drag causes one comparison, not one a move
-
-QSettings nativeStore(const char *organisation)
-{
-    return QSettings(QLatin1String(organisation), QLatin1String(constants::applicationName));
-}
 
 const QString currentKey = QStringLiteral("Scenes/current");
 const QString safeKey = QStringLiteral("Scenes/safe");
@@ -30,12 +23,12 @@ const QString safeKey = QStringLiteral("Scenes/safe");
 Scenes::Scenes(
     Settings &settings, const char *organisation, mixer::Mixer &mixer, History &history,
     QWidget *window)
-    : m_settings(settings), m_organisation(organisation), m_memories(settings, organisation),
-      m_mixer(mixer), m_history(history), m_window(window)
+    : m_settings(settings), m_organisation(QLatin1String(organisation)),
+      m_memories(settings, organisation), m_mixer(mixer), m_history(history), m_window(window)
 {
     for (int slot = 1; slot <= SceneMemories::slotCount; ++slot)
         read(slot);
-    const int current = nativeStore(organisation).value(currentKey).toInt();
+    const int current = nativeStore(m_organisation).value(currentKey).toInt();
     if (current >= 1 && current <= SceneMemories::slotCount && holds(current)) m_current = current;
     readSafe();
     compare();

@@ -46,6 +46,10 @@ public:
 
     void save(int slot);
     void load(int slot); ///< or tells the user that the slot holds no scene
+    /// Asks which strips to keep, and recalls.
+    void loadExcept(int slot);
+    void rename(int slot);
+    void initialize(); ///< all of them, if the user agrees
     /// Says in a few words what load() would change. The slot must hold a scene.
     QString summary(int slot) const;
 
@@ -75,10 +79,6 @@ public:
     void take(const std::vector<storage::ExchangeScene> &scenes, const QString &title);
     void takeLive(const storage::ExchangeScene &scene); ///< as a recall
     ///@}
-    /// Asks which strips to keep, and recalls.
-    void loadExcept(int slot);
-    void rename(int slot);
-    void initialize(); ///< all of them, if the user agrees
 
 signals:
     void slotChanged(int slot); ///< its name or its marks
@@ -88,9 +88,6 @@ signals:
     void done(const QString &what, bool canUndo);
 
 private:
-    static std::size_t index(int slot) { return static_cast<std::size_t>(slot - 1); }
-    QString title(int slot) const;
-    void read(int slot);
     /// The file of a slot, and its name if the step changes names. For undo.
     struct Saved
     {
@@ -98,6 +95,10 @@ private:
         QByteArray bytes;
         std::optional<QString> name;
     };
+
+    static std::size_t index(int slot) { return static_cast<std::size_t>(slot - 1); }
+    QString title(int slot) const;
+    void read(int slot);
     Saved savedIn(int slot) const;
     bool put(const std::vector<Saved> &saved);
     void pushStep(
@@ -108,7 +109,7 @@ private:
     void compare();
 
     Settings &m_settings;
-    const char *const m_organisation;
+    const QString m_organisation;
     SceneMemories m_memories;
     mixer::Mixer &m_mixer;
     History &m_history;

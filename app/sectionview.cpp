@@ -1,5 +1,6 @@
 #include "app/sectionview.h"
 
+#include "app/curves.h"
 #include "common/geometry.h"
 #include "mixer/adjustable.h"
 #include "widgets/accessiblecontrols.h"
@@ -7,11 +8,12 @@
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
 #include "widgets/eqshapes.h"
+#include "widgets/plaintext.h"
+#include "widgets/restyle.h"
 
 #include <QLabel>
 #include <QLoggingCategory>
 #include <QPushButton>
-#include <QStyle>
 #include <QVariant>
 
 using mixer::Parameter;
@@ -42,15 +44,6 @@ int markColumn(const Parameter &parameter, int step)
     const Parameter &axis = mixer::parameter(ParameterId::LowMidFreq);
     const int axisStep = stepOfText(axis, parameter.text(step));
     return eqshapes::column(axisStep < 0 ? axis.steps - 1 : axisStep);
-}
-
-/// Marks a widget whose section is off, for the style sheet.
-void setIdle(QWidget *widget, bool idle)
-{
-    if (widget->property("idle").toBool() == idle) return;
-    widget->setProperty("idle", idle);
-    widget->style()->unpolish(widget);
-    widget->style()->polish(widget);
 }
 
 /// Returns where a position lies between the knob's lowest (0) and highest value (1).
@@ -206,13 +199,7 @@ void SectionView::showTitle()
         text = mixer::title(*m_edited);
         if (!name.isEmpty()) text += QStringLiteral("  ") + name;
     }
-    QLabel *label = m_widgets.title;
-    const QString shown = label->fontMetrics().elidedText(text, Qt::ElideRight, label->width());
-    label->setText(shown);
-    // Qt would show a name that looks like HTML as rich text, so the tool tip is always rich text
-    // and the name is escaped.
-    const QString whole = QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped());
-    label->setToolTip(shown == text ? QString() : whole);
+    plaintext::showIn(m_widgets.title, text);
     showHint();
 }
 
@@ -228,8 +215,8 @@ void SectionView::showCircuit()
         const bool isOfEq = mixer::parameter(static_cast<ParameterId>(i)).band != mixer::noBand;
         m_widgets.knobs[static_cast<std::size_t>(i)].dial->setLit(isOfEq ? eq : compressor);
     }
-    setIdle(m_widgets.lowCut, !eq);
-    setIdle(m_widgets.gainReductionText, !compressor);
+    setStyleProperty(m_widgets.lowCut, "idle", !eq);
+    setStyleProperty(m_widgets.gainReductionText, "idle", !compressor);
 }
 
 /// Says how to get a strip to edit while none is shown.
@@ -255,41 +242,23 @@ void SectionView::repaintMarked()
 
 void SectionView::drawEq()
 {
-    EqCurve curve;
-    for (int band = 0; m_edited && band < tamber::eqBandCount; ++band) {
-        const Eq eq = mixer::eqOf(m_store.values(), *m_edited, band);
-        curve.state = eq.on ? EqCurve::State::On : EqCurve::State::Off;
-        curve.bands[static_cast<std::size_t>(band)] = {
-            static_cast<std::int8_t>(eq.gain), eq.freq, band == mixer::bandLow ? 0 : eq.q};
-        if (band == mixer::bandLow) curve.lowCut = eq.q != 0;
-        const ParameterId frequencies[] = {
-            ParameterId::LowFreq, ParameterId::HighFreq, ParameterId::HighMidFreq,
-            ParameterId::LowMidFreq};
-        curve.marks[static_cast<std::size_t>(band)] =
-            markColumn(mixer::parameter(frequencies[band]), eq.freq);
-    }
+    EqCurve curve = curves::eqOf(m_store.values(), m_edited);
+    constexpr ParameterId frequencies[] = {
+        ParameterId::LowFreq, ParameterId::HighFreq, ParameterId::HighMidFreq,
+        ParameterId::LowMidFreq};
+    for (std::size_t band = 0; m_edited && band < curve.bands.size(); ++band)
+        curve.marks[band] = markColumn(mixer::parameter(frequencies[band]), curve.bands[band].freq);
     m_widgets.eqCurve->setCurve(curve);
 }
 
 void SectionView::drawComp()
 {
-    CompressorCurve curve;
-    if (m_edited) {
-        const Comp comp = mixer::compOf(m_store.values(), *m_edited);
-        curve.state = comp.on ? CompressorCurve::State::On : CompressorCurve::State::Off;
-        curve.threshold = comp.threshold;
-        curve.ratio = comp.ratio;
-    }
-    m_widgets.compressorCurve->setCurve(curve);
+    m_widgets.compressorCurve->setCurve(curves::compressorOf(m_store.values(), m_edited));
 }
 
 void SectionView::showReductionState(const QString &state)
 {
-    QLabel *caption = m_widgets.gainReductionCaption;
-    if (caption->property("state") == state) return;
-    caption->setProperty("state", state);
-    caption->style()->unpolish(caption);
-    caption->style()->polish(caption);
+    setStyleProperty(m_widgets.gainReductionCaption, "state", state);
 }
 
 void SectionView::showReduction(int length)

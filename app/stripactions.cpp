@@ -1,5 +1,7 @@
 #include "app/stripactions.h"
 
+#include "widgets/plaintext.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -36,9 +38,9 @@ void StripActions::openMenu(const StripId &strip, const QPoint &position, QWidge
     auto *menu = new QMenu(parent);
     menu->setObjectName(QStringLiteral("stripMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    QString title = mixer::titleWithName(m_store.values(), strip);
-    title.replace(QLatin1Char('&'), QLatin1String("&&"));
-    menu->addAction(title)->setEnabled(false); // a section's text is not drawn with a style sheet
+    const QString title = mixer::titleWithName(m_store.values(), strip);
+    menu->addAction(plaintext::forMenu(title))
+        ->setEnabled(false); // a section's text is not drawn with a style sheet
     menu->addSeparator();
     fill(menu, [strip] { return std::make_optional(strip); });
     menu->addSeparator();

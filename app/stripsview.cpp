@@ -10,11 +10,11 @@
 #include "widgets/fader.h"
 #include "widgets/nameedit.h"
 #include "widgets/pancontrol.h"
+#include "widgets/restyle.h"
 
 #include <QLabel>
 #include <QPushButton>
 #include <QStackedWidget>
-#include <QStyle>
 #include <QVariant>
 
 #include <initializer_list>
@@ -152,21 +152,12 @@ void StripsView::showSwitches(const StripId &strip)
         return mixer::isOn(m_store.values(), strip, key);
     };
     widgets.mute->setChecked(isOn(key::mute));
-    showMuteBySolo(widgets, mixer::isMutedBySolo(m_store.values(), strip));
+    // A mute that comes from the solo of other strips is outlined, not lit.
+    setStyleProperty(widgets.mute, "bySolo", mixer::isMutedBySolo(m_store.values(), strip));
     if (strip.isMaster()) return;
     widgets.solo->setChecked(isOn(key::solo));
     widgets.eq->setChecked(isOn(key::eq));
     widgets.comp->setChecked(isOn(key::comp));
-}
-
-/// Shows whether a mute comes from the solo of other strips: outlined, not lit.
-void StripsView::showMuteBySolo(const StripWidgets &widgets, bool bySolo)
-{
-    constexpr char property[] = "bySolo";
-    if (widgets.mute->property(property).toBool() == bySolo) return;
-    widgets.mute->setProperty(property, bySolo);
-    widgets.mute->style()->unpolish(widgets.mute);
-    widgets.mute->style()->polish(widgets.mute);
 }
 
 /// Shows the selection, also while the mixer is bypassed and no strip is edited.

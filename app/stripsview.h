@@ -48,7 +48,6 @@ private:
     void showFader(const mixer::StripId &strip);
     void showPan(int input);
     void showPhase(int input);
-    static void showMuteBySolo(const StripWidgets &widgets, bool bySolo);
     void showSelection();
     void showLink(const mixer::StripId &pair);
     void showName(const mixer::StripId &strip);

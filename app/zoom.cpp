@@ -1,11 +1,10 @@
 #include "app/zoom.h"
 
-#include "common/constants.h"
+#include "app/nativestore.h"
 
 #include <QGuiApplication>
 #include <QMainWindow>
 #include <QScreen>
-#include <QSettings>
 
 namespace zoom {
 
@@ -29,11 +28,6 @@ QString windowKey()
 QString frameKey()
 {
     return QStringLiteral("Window/frame");
-}
-
-QSettings nativeStore(const QString &organisation)
-{
-    return QSettings(organisation, QLatin1String(constants::applicationName));
 }
 
 } // namespace

@@ -41,6 +41,11 @@ ZoomMenu::ZoomMenu(const QUndoStack &history, QMainWindow *window)
     m_warning->setEnabled(false);
     setToolTipsVisible(true);
     connect(this, &QMenu::aboutToShow, this, &ZoomMenu::refresh);
+    // The shortcuts of disabled actions would be dead, and the window may change its screen.
+    connect(this, &QMenu::aboutToHide, this, [this] {
+        for (QAction *action : {m_larger, m_smaller})
+            action->setEnabled(true);
+    });
 }
 
 QAction *ZoomMenu::add(const QString &text, const QString &name, int step)

@@ -11,8 +11,8 @@ namespace mixer {
 
 /// Compares two states, A and B, of the edited strip's EQ and compressor. The active one is what
 /// the store holds; the other one is held here until another strip is edited. Both are equal at
-/// first. Switching is a change like any other, so store, device and undo know nothing of the other
-/// state. Undo of a switch brings the other side back with its state. GUI thread only.
+/// first. Switching is a change like any other, so store and device know nothing of the held state.
+/// Undo of a switch makes the other side active again, with its state. GUI thread only.
 class Compare : public QObject
 {
     Q_OBJECT

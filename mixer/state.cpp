@@ -90,11 +90,10 @@ bool isMutedBySolo(const Values &values, const StripId &strip)
 int faderPosition(const Values &values, const StripId &strip)
 {
     // A text that is no number would read as the default, which is loud.
-    const QByteArray &text = values.raw(strip.group(), key::fader.position.key);
-    bool isNumber = text.isNull();
-    if (!isNumber) storage::decodeText(text).value_or(QString()).toInt(&isNumber);
-    if (!isNumber) return faderBottom;
-    return validFaderPosition(values.read(strip.group(), key::fader.position));
+    if (const auto position = values.number(strip.group(), key::fader.position))
+        return validFaderPosition(*position);
+    const bool isMissing = values.raw(strip.group(), key::fader.position.key).isNull();
+    return isMissing ? validFaderPosition(storage::missingInteger) : faderBottom;
 }
 
 int panPosition(const Values &values, int input)

@@ -66,16 +66,17 @@ bool take(std::map<int, ExchangeScene> &scenes, const QByteArray &entry, const Q
     const int dot = group.indexOf('.');
     const std::optional<int> slot = slotOf(dot < 0 ? group : group.left(dot));
     if (!slot) return group == fileGroup;
-    ExchangeScene scene = scenes.count(*slot) ? scenes[*slot] : ExchangeScene{*slot, {}, {}};
     if (dot >= 0) {
-        const bool isTaken = take(scene.values, group.mid(dot + 1), key, value);
-        if (!scene.values.isEmpty()) scenes[*slot] = scene;
+        const auto [scene, isNew] = scenes.try_emplace(*slot, ExchangeScene{*slot, {}, {}});
+        const bool isTaken = take(scene->second.values, group.mid(dot + 1), key, value);
+        if (isNew && scene->second.values.isEmpty()) scenes.erase(scene);
         return isTaken;
     }
     const auto name = decodeText(value);
     if (key != nameKey || !name || value.size() > longestValue) return false;
+    ExchangeScene &scene = scenes[*slot];
+    scene.slot = *slot;
     scene.name = name->left(longestName);
-    scenes[*slot] = scene;
     return true;
 }
 

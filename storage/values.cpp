@@ -54,14 +54,14 @@ void Values::setForeign(const QByteArray &entry, const QByteArray &value)
         m_foreign.insert(entry, value);
 }
 
-int Values::read(Group group, IntegerKey key) const
+std::optional<int> Values::number(Group group, IntegerKey key) const
 {
     const QByteArray &value = raw(group, key.key);
     bool isNumber = false;
     int number = value.toInt(&isNumber); // fast path: nearly every value needs no decoding
     if (!isNumber && !value.isEmpty())
         number = decodeText(value).value_or(QString()).toInt(&isNumber);
-    return isNumber ? number : missingInteger;
+    return isNumber ? std::make_optional(number) : std::nullopt;
 }
 
 // contract: Qt's settings read a switch in this way: any text but "", "0" and "false" is on.

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <array>
+#include <optional>
 
 namespace storage {
 
@@ -45,7 +46,10 @@ public:
     /// of the key for a switch, "" for a text. An integer that is not a number also becomes 157. A
     /// switch with any text but "", "0" and "false" is on.
     ///@{
-    int read(Group group, IntegerKey key) const;
+    int read(Group group, IntegerKey key) const
+    {
+        return number(group, key).value_or(missingInteger);
+    }
     bool read(Group group, SwitchKey key) const;
     QString read(Group group, TextKey key) const;
     template <typename TypedKey>
@@ -54,6 +58,9 @@ public:
         return read(setting.group, setting.key);
     }
     ///@}
+
+    /// Returns an integer, or nothing if it is missing or no number.
+    std::optional<int> number(Group group, IntegerKey key) const;
 
     bool operator==(const Values &o) const
     {

@@ -5,7 +5,6 @@
 #include "widgets/curvehandle.h"
 #include "widgets/drawing.h"
 
-#include <QEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -15,21 +14,13 @@ namespace {
 
 constexpr int gridStep = 12; // dB
 
-QFont axisFont(const QFont &font)
-{
-    QFont axis = font;
-    axis.setPixelSize(std::max(10, font.pixelSize() - 1));
-    return axis;
-}
-
 } // namespace
 
 CompressorEditor::CompressorEditor(QWidget *parent)
-    : QWidget(parent), m_threshold(new CurveHandle(QStringLiteral("T"), this)),
+    : GraphWidget(parent), m_threshold(new CurveHandle(QStringLiteral("T"), this)),
       m_ratio(new CurveHandle(QStringLiteral("R"), this))
 {
     setObjectName(QStringLiteral("compressorEditor"));
-    setAttribute(Qt::WA_OpaquePaintEvent);
     m_threshold->setCursor(Qt::SizeHorCursor);
     m_ratio->setCursor(Qt::SizeVerCursor);
     connect(m_threshold, &CurveHandle::pressed, this, [this](const QPointF &at) {
@@ -98,22 +89,9 @@ void CompressorEditor::dragRatio(const QPointF &at, Qt::KeyboardModifiers modifi
     m_dragged = m_curve;
 }
 
-void CompressorEditor::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    arrange();
-}
-
-void CompressorEditor::changeEvent(QEvent *event)
-{
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange) arrange();
-    if (event->type() == QEvent::EnabledChange) update();
-}
-
 void CompressorEditor::arrange()
 {
-    const QFontMetricsF metrics(axisFont(font()));
+    const QFontMetricsF metrics(axisFont());
     const double left = std::ceil(metrics.horizontalAdvance(QStringLiteral("-60")) + 8);
     const double bottom = std::ceil(metrics.height() + 3) + 1;
     const double radius = font().pixelSize() * 0.75 + 1;
@@ -141,16 +119,14 @@ void CompressorEditor::placeHandles()
 QPixmap CompressorEditor::background() const
 {
     const auto draw = [this](QPainter &painter) { drawGrid(painter); };
-    QPixmap pixmap = QPixmap::fromImage(drawing::drawn(size(), devicePixelRatioF(), draw));
-    pixmap.setDevicePixelRatio(devicePixelRatioF());
-    return pixmap;
+    return drawing::drawnPixmap(size(), devicePixelRatioF(), draw);
 }
 
 /// Draws well, grid and scales.
 void CompressorEditor::drawGrid(QPainter &painter) const
 {
     const QRectF &area = m_graph.area();
-    const QFont font = axisFont(this->font());
+    const QFont font = axisFont();
     const double textHeight = QFontMetricsF(font).height();
     painter.fillRect(rect(), colours::page);
     painter.setFont(font);

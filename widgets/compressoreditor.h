@@ -1,9 +1,9 @@
 #pragma once
 
 #include "widgets/compressorgraph.h"
+#include "widgets/graphwidget.h"
 
 #include <QPixmap>
-#include <QWidget>
 
 #include <optional>
 
@@ -12,7 +12,7 @@ class CurveHandle;
 /// The large transfer curve of a channel's compressor, with handles for threshold and ratio, the
 /// output with make-up gain as a dashed line, and the live input level as a dot on the curve. It
 /// shows what it is told. GUI thread only.
-class CompressorEditor : public QWidget
+class CompressorEditor : public GraphWidget
 {
     Q_OBJECT
 
@@ -37,8 +37,7 @@ signals:
     void ratioMoved(int step);
 
 protected:
-    void resizeEvent(QResizeEvent *event) override;
-    void changeEvent(QEvent *event) override;
+    void arrange() override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
@@ -46,7 +45,6 @@ private:
     QPointF dragged(const QPointF &at, Qt::KeyboardModifiers modifiers);
     void dragThreshold(const QPointF &at, Qt::KeyboardModifiers modifiers);
     void dragRatio(const QPointF &at, Qt::KeyboardModifiers modifiers);
-    void arrange();
     void placeHandles();
     QPixmap background() const;
     void drawGrid(QPainter &painter) const;

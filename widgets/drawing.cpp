@@ -40,14 +40,20 @@ QImage drawn(QSize size, qreal scale, const std::function<void(QPainter &)> &dra
     return image;
 }
 
+QPixmap drawnPixmap(QSize size, qreal ratio, const std::function<void(QPainter &)> &draw)
+{
+    QPixmap pixmap = QPixmap::fromImage(drawn(size, ratio, draw));
+    pixmap.setDevicePixelRatio(ratio);
+    return pixmap;
+}
+
 QPixmap
 pixmap(const QString &key, QSize size, qreal ratio, const std::function<void(QPainter &)> &draw)
 {
     const QString name = QStringLiteral("%1@%2").arg(key).arg(ratio);
     QPixmap pixmap;
     if (QPixmapCache::find(name, &pixmap)) return pixmap;
-    pixmap = QPixmap::fromImage(drawn(size, ratio, draw));
-    pixmap.setDevicePixelRatio(ratio);
+    pixmap = drawnPixmap(size, ratio, draw);
     QPixmapCache::insert(name, pixmap);
     return pixmap;
 }

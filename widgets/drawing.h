@@ -18,9 +18,11 @@ namespace drawing {
 /// Returns the image that `draw` draws at a scale. `draw` works in pixels of `size` at any scale.
 QImage drawn(QSize size, qreal scale, const std::function<void(QPainter &)> &draw);
 
-/// Returns the pixmap that `draw` draws for a screen. The pixmap is drawn once for each key and
-/// ratio and then kept.
+/// Returns the pixmap that `draw` draws for a screen.
 /// @param ratio device pixels of the screen for one pixel
+QPixmap drawnPixmap(QSize size, qreal ratio, const std::function<void(QPainter &)> &draw);
+/// Returns the same pixmap as drawnPixmap(). It is drawn once for each key and ratio and then kept.
+/// @param key names the drawing together with everything that it depends on, except the ratio
 QPixmap
 pixmap(const QString &key, QSize size, qreal ratio, const std::function<void(QPainter &)> &draw);
 

@@ -5,7 +5,6 @@
 #include "widgets/curvehandle.h"
 #include "widgets/drawing.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -20,13 +19,6 @@ constexpr int qSteps = 7;
 constexpr double pixelsPerQ = 14;
 constexpr double sumWidth = 2;
 
-QFont axisFont(const QFont &font)
-{
-    QFont axis = font;
-    axis.setPixelSize(std::max(10, font.pixelSize() - 1));
-    return axis;
-}
-
 QString gainText(int gain)
 {
     return (gain > 0 ? QStringLiteral("+") : QString()) + QString::number(gain);
@@ -34,10 +26,9 @@ QString gainText(int gain)
 
 } // namespace
 
-EqEditor::EqEditor(QWidget *parent) : QWidget(parent)
+EqEditor::EqEditor(QWidget *parent) : GraphWidget(parent)
 {
     setObjectName(QStringLiteral("eqEditor"));
-    setAttribute(Qt::WA_OpaquePaintEvent);
     for (std::size_t place = 0; place < bands; ++place) {
         const int band = leftToRight[place];
         auto *handle = new CurveHandle(QString::number(place + 1), this);
@@ -106,22 +97,9 @@ int EqEditor::draggedQ(int band, double up)
     return std::clamp(q + steps, 0, qSteps - 1);
 }
 
-void EqEditor::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    arrange();
-}
-
-void EqEditor::changeEvent(QEvent *event)
-{
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange) arrange();
-    if (event->type() == QEvent::EnabledChange) update();
-}
-
 void EqEditor::arrange()
 {
-    const QFontMetricsF metrics(axisFont(font()));
+    const QFontMetricsF metrics(axisFont());
     const double left = metrics.horizontalAdvance(QStringLiteral("+12")) + 8;
     const double bottom = metrics.height() + 3;
     // The area lies on whole pixels, so that its edges are sharp.
@@ -156,7 +134,7 @@ QPixmap EqEditor::background() const
 {
     const auto draw = [this](QPainter &painter) {
         const QRectF &area = m_graph.area();
-        const QFont font = axisFont(this->font());
+        const QFont font = axisFont();
         const double textHeight = QFontMetricsF(font).height();
         painter.fillRect(rect(), colours::page);
         painter.setFont(font);
@@ -181,9 +159,7 @@ QPixmap EqEditor::background() const
                 Qt::AlignRight | Qt::AlignVCenter, gainText(gain));
         }
     };
-    QPixmap pixmap = QPixmap::fromImage(drawing::drawn(size(), devicePixelRatioF(), draw));
-    pixmap.setDevicePixelRatio(devicePixelRatioF());
-    return pixmap;
+    return drawing::drawnPixmap(size(), devicePixelRatioF(), draw);
 }
 
 void EqEditor::paintEvent(QPaintEvent *)
@@ -245,6 +221,6 @@ void EqEditor::drawBands(QPainter &painter) const
     painter.setBrush(Qt::NoBrush);
     painter.drawPolyline(
         QPolygonF({at, at + QPointF(9, -11) * unit, at + QPointF(24, -11) * unit}));
-    painter.setFont(axisFont(font()));
+    painter.setFont(axisFont());
     painter.drawText(at + QPointF(29, -5) * unit, QStringLiteral("low cut"));
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "widgets/eqgraph.h"
+#include "widgets/graphwidget.h"
 
 #include <QPixmap>
-#include <QWidget>
 
 #include <array>
 
@@ -12,7 +12,7 @@ class CurveHandle;
 /// The large EQ graph of a channel: each band as a translucent area of its colour, the sum as a
 /// line, and a handle for each band. It computes no values of the mixer: a drag says which steps
 /// lie under the pointer, and the graph shows what it is told. GUI thread only.
-class EqEditor : public QWidget
+class EqEditor : public GraphWidget
 {
     Q_OBJECT
 
@@ -32,15 +32,13 @@ signals:
     void handleMoved(int band, const EqCurve::Band &value);
 
 protected:
-    void resizeEvent(QResizeEvent *event) override;
-    void changeEvent(QEvent *event) override;
+    void arrange() override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     void press(int band, const QPointF &at);
     void drag(int band, const QPointF &at, Qt::KeyboardModifiers modifiers);
     int draggedQ(int band, double up);
-    void arrange();
     void placeHandles();
     void computeLines();
     QPixmap background() const;

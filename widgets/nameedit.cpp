@@ -1,5 +1,7 @@
 #include "widgets/nameedit.h"
 
+#include "widgets/plaintext.h"
+
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -17,9 +19,7 @@ NameEdit::NameEdit(QWidget *parent) : QLineEdit(parent)
     const QString tip = QStringLiteral("Name of this strip");
     setToolTip(tip);
     connect(this, &QLineEdit::textChanged, this, [this, tip](const QString &name) {
-        // As rich text, because Qt would take a name that looks like HTML for rich text.
-        const QString whole = QStringLiteral("<span>%1</span>").arg(name.toHtmlEscaped());
-        setToolTip(name.isEmpty() ? tip : whole);
+        setToolTip(name.isEmpty() ? tip : plaintext::forToolTip(name));
     });
 }
 

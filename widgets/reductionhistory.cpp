@@ -2,7 +2,6 @@
 
 #include "widgets/colours.h"
 
-#include <QEvent>
 #include <QPaintEvent>
 #include <QPainter>
 
@@ -15,19 +14,11 @@ namespace {
 constexpr QColor inputColour(24, 78, 60);
 constexpr QColor inputLine(47, 201, 139);
 
-QFont axisFont(const QFont &font)
-{
-    QFont axis = font;
-    axis.setPixelSize(std::max(10, font.pixelSize() - 1));
-    return axis;
-}
-
 } // namespace
 
-ReductionHistory::ReductionHistory(QWidget *parent) : QWidget(parent)
+ReductionHistory::ReductionHistory(QWidget *parent) : GraphWidget(parent)
 {
     setObjectName(QStringLiteral("gainReductionHistory"));
-    setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 QSize ReductionHistory::sizeHint() const
@@ -59,21 +50,9 @@ void ReductionHistory::setThreshold(int level, bool isOn)
     update(thresholdArea());
 }
 
-void ReductionHistory::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    arrange();
-}
-
-void ReductionHistory::changeEvent(QEvent *event)
-{
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange) arrange();
-}
-
 void ReductionHistory::arrange()
 {
-    const QFontMetrics metrics(axisFont(font()));
+    const QFontMetrics metrics(axisFont());
     const int side = metrics.horizontalAdvance(QStringLiteral("-60")) + 8;
     m_plot = QRect(side, 1, width() - 2 * side, height() - metrics.height() - 4);
     redraw();
@@ -189,7 +168,7 @@ void ReductionHistory::drawLegends(QPainter &painter)
 {
     painter.fillRect(rect(), colours::page);
     painter.fillRect(m_plot.adjusted(-1, -1, 1, 1), colours::line);
-    painter.setFont(axisFont(font()));
+    painter.setFont(axisFont());
     const int textHeight = painter.fontMetrics().height();
     const auto legend = [&](const QRectF &area, int alignment, const QString &text,
                             const QColor &colour) {

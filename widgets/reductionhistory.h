@@ -1,14 +1,15 @@
 #pragma once
 
+#include "widgets/graphwidget.h"
+
 #include <QImage>
-#include <QWidget>
 
 #include <deque>
 
 /// The last ten seconds of a compressor: the input level as an area from below, the gain reduction
 /// as an area from above, and the threshold as a line. It scrolls by one sample at a time and draws
 /// only the new one. GUI thread only.
-class ReductionHistory : public QWidget
+class ReductionHistory : public GraphWidget
 {
     Q_OBJECT
 
@@ -37,12 +38,10 @@ public:
     QSize sizeHint() const override;
 
 protected:
-    void resizeEvent(QResizeEvent *event) override;
-    void changeEvent(QEvent *event) override;
+    void arrange() override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void arrange();
     void redraw();
     void scroll();
     void drawLatest(int columns);

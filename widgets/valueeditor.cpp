@@ -1,8 +1,9 @@
 #include "widgets/valueeditor.h"
 
+#include "widgets/restyle.h"
+
 #include <QKeyEvent>
 #include <QLabel>
-#include <QStyle>
 #include <QVariant>
 
 namespace {
@@ -51,11 +52,8 @@ ValueEditor::ValueEditor(QWidget *window, const Request &request)
     hint.moveLeft(qBound(0, area.center().x() - hint.width() / 2, window->width() - hint.width()));
     m_hint->setGeometry(hint);
     m_hint->show();
-    connect(this, &QLineEdit::textEdited, this, [this] {
-        setProperty("refused", false);
-        style()->unpolish(this);
-        style()->polish(this);
-    });
+    connect(
+        this, &QLineEdit::textEdited, this, [this] { setStyleProperty(this, "refused", false); });
 }
 
 void ValueEditor::accept()
@@ -68,11 +66,8 @@ void ValueEditor::accept()
 
 void ValueEditor::refuse()
 {
-    for (QWidget *widget : {static_cast<QWidget *>(this), static_cast<QWidget *>(m_hint)}) {
-        widget->setProperty("refused", true);
-        widget->style()->unpolish(widget);
-        widget->style()->polish(widget);
-    }
+    setStyleProperty(this, "refused", true);
+    setStyleProperty(m_hint, "refused", true);
     selectAll();
 }
 

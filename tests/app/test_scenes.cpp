@@ -212,7 +212,10 @@ void TestScenes::files()
 
     // A recall of the imported scene changes nothing that the file carries.
     panel.trigger("actionLoad8"_s);
-    QVERIFY(panel.find("pB_Scene1"_s)->toolTip().contains("changes nothing"_s));
+    auto *first = panel.find("pB_Scene1"_s);
+    QHelpEvent hover(QEvent::ToolTip, {}, {});
+    QCoreApplication::sendEvent(first, &hover);
+    QVERIFY(first->toolTip().contains("changes nothing"_s));
     drop(&panel.window, file);
     auto *menu = panel.window.findChild<QMenu *>("dropMenu"_s);
     QVERIFY(menu && menu->isVisible());

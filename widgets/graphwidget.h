@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QFont>
+#include <QWidget>
+
+/// A drawing with scales that fills its widget. It is arranged again whenever the size or the font
+/// changes. GUI thread only.
+class GraphWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit GraphWidget(QWidget *parent);
+
+protected:
+    /// Computes the places of the parts for the present size and font.
+    virtual void arrange() = 0;
+    /// Returns the font of the scales: a little smaller than the widget's, at least 10 pixels.
+    QFont axisFont() const;
+
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+class QLabel;
+
+/// Shows texts of the user as they are, where Qt would read them as something else. GUI thread
+/// only.
+namespace plaintext {
+
+/// Returns a text for a menu or a button, where a single "&" marks a shortcut.
+QString forMenu(const QString &text);
+/// Returns a text for a tool tip, where Qt shows text that looks like HTML as rich text.
+QString forToolTip(const QString &text);
+/// Shows a text in a label. A text that is too long is cut short, and the tool tip has all of it.
+void showIn(QLabel *label, const QString &text);
+
+} // namespace plaintext

@@ -1,0 +1,8 @@
+#pragma once
+
+class QVariant;
+class QWidget;
+
+/// Sets a dynamic property that the style sheet selects by, and applies the style sheet again if
+/// the property has changed. GUI thread only.
+void setStyleProperty(QWidget *widget, const char *name, const QVariant &value);
