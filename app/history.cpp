@@ -125,4 +125,5 @@ void History::replay(const storage::ChangeSet &changes, bool forwards)
     mixer::replay(transaction, changes, forwards);
     transaction.commit();
     m_replaying = false;
+    emit replayed();
 }

@@ -30,6 +30,10 @@ public:
     void push(
         const QString &title, const std::function<void()> &undo, const std::function<void()> &redo);
 
+signals:
+    /// A step that was recorded from the store has been undone or redone.
+    void replayed();
+
 private:
     class Changes;
     class Action;

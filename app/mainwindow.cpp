@@ -373,9 +373,7 @@ void MainWindow::openStripMenu(
 void MainWindow::connectHistory()
 {
     // The driver keeps the buffer size whatever the settings file says.
-    connect(&m_history.stack(), &QUndoStack::indexChanged, m_interface, [this] {
-        m_interface->loadBufferSize();
-    });
+    connect(&m_history, &History::replayed, m_interface, &InterfaceView::loadBufferSize);
     connect(&m_settings, &Settings::replaced, &m_history.stack(), &QUndoStack::clear);
     connect(&m_scenes, &Scenes::done, m_notice, &Notice::tell);
     connect(&m_scenes, &Scenes::safeChanged, this, [this] { m_strips.showSafe(m_scenes.safe()); });
