@@ -6,7 +6,7 @@
 #include "app/presetmenu.h"
 #include "widgets/accessiblecontrols.h"
 #include "widgets/colours.h"
-#include "widgets/plaintext.h"
+#include "widgets/elidedlabel.h"
 #include "widgets/reductionhistory.h"
 
 #include <QHBoxLayout>
@@ -53,15 +53,13 @@ std::vector<mixer::StripId> shownStrips(const storage::Values &values)
 
 ChannelEditor::ChannelEditor(const EditorContext &context, const char *organisation, QWidget *panel)
     : QWidget(panel, Qt::Window), m_context(context), m_organisation(organisation),
-      m_compare(context.mixer, context.store), m_title(new QLabel(this)),
+      m_compare(context.mixer, context.store), m_title(new ElidedLabel(this)),
       m_eqPanel(new EqPanel(context, this)), m_compressorPanel(new CompressorPanel(context, this)),
       m_reduction(new ReductionHistory(this)), m_hint(new QLabel(this)), m_message(new QLabel(this))
 {
     setObjectName(QStringLiteral("channelEditor"));
     setMinimumSize(leastSize);
     m_title->setObjectName(QStringLiteral("editor_title"));
-    m_title->setTextFormat(Qt::PlainText);
-    m_title->setMinimumWidth(1);
     m_hint->setObjectName(QStringLiteral("editor_hint"));
     m_hint->setAlignment(Qt::AlignCenter);
     m_hint->setWordWrap(true);
@@ -331,7 +329,7 @@ void ChannelEditor::showTitle()
     if (mixer::isBypassed(values)) text = QStringLiteral("Mixer bypassed");
     if (m_strip) text = mixer::titleWithName(values, *m_strip);
     setWindowTitle(text);
-    plaintext::showIn(m_title, text);
+    m_title->setFullText(text);
 }
 
 void ChannelEditor::resizeEvent(QResizeEvent *event)
@@ -368,7 +366,6 @@ void ChannelEditor::resizeEvent(QResizeEvent *event)
         rect().adjusted(width() / 5, height() / 5, -width() / 5, -height() * 3 / 5));
     m_hint->raise();
     placeMessage();
-    showTitle();
 }
 
 void ChannelEditor::paintEvent(QPaintEvent *)

@@ -10,6 +10,7 @@
 class CompressorPanel;
 class EqPanel;
 class QHBoxLayout;
+class ElidedLabel;
 class QLabel;
 class QPushButton;
 class ReductionHistory;
@@ -63,7 +64,7 @@ private:
     const EditorContext m_context;
     const char *const m_organisation;
     mixer::Compare m_compare;
-    QLabel *m_title;
+    ElidedLabel *m_title;
     QPushButton *m_previous = nullptr;
     QPushButton *m_next = nullptr;
     QPushButton *m_presets = nullptr;

@@ -6,6 +6,7 @@
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
+#include "widgets/elidedlabel.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -207,10 +208,9 @@ SectionWidgets build(QWidget *area)
 {
     SectionWidgets view;
     view.area = area;
-    view.title = makeText(
+    view.title = makeElidedText(
         {QStringLiteral("label_EditedChannel"), QStringLiteral("Channel shown"), {}},
-        "editedChannel", QStringLiteral("No channel selected"), titleArea, area);
-    view.title->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        "editedChannel", titleArea, area);
     makeHeads(area);
     buildKnobs(view, area);
     buildDisplays(view, area);

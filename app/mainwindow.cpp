@@ -3,6 +3,7 @@
 #include "app/boxes.h"
 #include "app/channeleditor.h"
 #include "app/companionmixer.h"
+#include "app/connectbyname.h"
 #include "app/gesturespage.h"
 #include "app/helplinks.h"
 #include "app/interfacepage.h"
@@ -73,10 +74,11 @@ MainWindow::MainWindow(
     Settings &settings, Transport &transport, const Edition &edition, const Clocks &clocks,
     QWidget *parent)
     : QMainWindow(parent), m_settings(settings), m_edition(edition),
-      m_organisation(QLatin1String(edition.organisation)), m_pages(new QStackedWidget(this)),
-      m_mixerPage(new MixerPage(m_pages)), m_interfacePage(new InterfacePage(m_pages)),
-      m_outputPage(new OutputPage(m_pages)), m_notice(new Notice(this)),
-      m_device(transport, clocks.worker), m_strips(settings.store(), m_mixerPage->strips()),
+      m_organisation(QLatin1String(edition.organisation)), m_content(new QWidget(this)),
+      m_pages(new QStackedWidget(m_content)), m_mixerPage(new MixerPage(m_pages)),
+      m_interfacePage(new InterfacePage(m_pages)), m_outputPage(new OutputPage(m_pages)),
+      m_notice(new Notice(this)), m_device(transport, clocks.worker),
+      m_strips(settings.store(), m_mixerPage->strips()),
       m_section(settings.store(), m_mixerPage->section()),
       m_output(settings.store(), m_outputPage->widgets()), m_meters(m_mixerPage->strips()),
       m_interface(new InterfaceView(settings, m_device, *m_interfacePage, m_organisation)),
@@ -100,7 +102,7 @@ MainWindow::MainWindow(
     setAcceptDrops(true);
     restoreWindowGeometry();
 
-    QMetaObject::connectSlotsByName(this);
+    connectByName(this);
     connectStrips();
     connectSection();
     connectPage();
@@ -184,17 +186,16 @@ void MainWindow::buildSceneMenu()
 void MainWindow::placeSceneBar(SceneMenu &menu)
 {
     constexpr int margin = 6;
-    auto *content = new QWidget(this);
-    auto *grid = new QGridLayout(content);
+    auto *grid = new QGridLayout(m_content);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->addWidget(m_pages, 0, 0);
-    auto *bar = new SceneBar(m_scenes, menu, *m_sceneFiles, content);
+    auto *bar = new SceneBar(m_scenes, menu, *m_sceneFiles, m_content);
     auto *place = new QHBoxLayout;
     place->setContentsMargins(0, margin, margin, 0);
     place->addWidget(bar);
     grid->addLayout(place, 0, 0, Qt::AlignTop | Qt::AlignRight);
     bar->raise();
-    setCentralWidget(content);
+    setCentralWidget(m_content);
 }
 
 void MainWindow::buildHelpMenu()

@@ -160,6 +160,7 @@ private:
     Settings &m_settings;
     const Edition m_edition;
     const QString m_organisation;
+    QWidget *m_content; ///< what is below the menu bar
     QStackedWidget *m_pages;
     MixerPage *m_mixerPage;
     InterfacePage *m_interfacePage;

@@ -17,6 +17,7 @@ class NameEdit;
 class PanControl;
 class QCheckBox;
 class QComboBox;
+class ElidedLabel;
 class QLabel;
 class QPushButton;
 class QRadioButton;
@@ -95,7 +96,7 @@ struct SectionWidgets
 
     /// The parent of the other widgets. It is disabled while no strip is shown.
     QWidget *area = nullptr;
-    QLabel *title = nullptr;                       ///< names the strip that is shown
+    ElidedLabel *title = nullptr;                  ///< names the strip that is shown
     std::array<Knob, mixer::parameterCount> knobs; ///< by ParameterId
     QPushButton *lowCut = nullptr;
     DrawEq *eqCurve = nullptr;

@@ -29,9 +29,9 @@ QStringList sources()
     return texts;
 }
 
-QLabel *makeHead(const QString &text, Qt::Alignment alignment)
+QLabel *makeHead(const QString &text, Qt::Alignment alignment, QWidget *parent)
 {
-    auto *head = new QLabel(text);
+    auto *head = new QLabel(text, parent);
     head->setProperty("role", QStringLiteral("sectionHead"));
     head->setAlignment(alignment | Qt::AlignVCenter);
     return head;
@@ -45,9 +45,9 @@ QLabel *makeHint(const QString &text)
     return hint;
 }
 
-QComboBox *makeList(int output)
+QComboBox *makeList(int output, QWidget *parent)
 {
-    auto *list = new QComboBox;
+    auto *list = new QComboBox(parent);
     list->setObjectName(QStringLiteral("cB_LineOut%1").arg(output));
     list->setAccessibleName(QStringLiteral("Source of line out %1").arg(output));
     list->setToolTip(
@@ -110,7 +110,7 @@ OutputPage::OutputPage(QWidget *parent) : QWidget(parent)
 /// Builds the picture of the routing and, to the right of each output, the list of its sources.
 QLayout *OutputPage::buildRouting()
 {
-    m_widgets.picture = new LineOut(sources(), tamber::masterSides);
+    m_widgets.picture = new LineOut(sources(), tamber::masterSides, this);
     m_widgets.picture->setObjectName(QStringLiteral("lineOut"));
     m_widgets.picture->setDisabledText(QStringLiteral(
         "Mixer bypassed: nothing can be dragged.\nThe lists still choose the sources."));
@@ -118,12 +118,12 @@ QLayout *OutputPage::buildRouting()
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(0);
     grid->setVerticalSpacing(0);
-    grid->addWidget(makeHead(QStringLiteral("SOURCES"), Qt::AlignLeft), 0, 0);
-    grid->addWidget(makeHead(QStringLiteral("OUTPUTS"), Qt::AlignLeft), 0, 1);
-    grid->addWidget(makeHead(QStringLiteral("PLAYS"), Qt::AlignLeft), 0, 3);
+    grid->addWidget(makeHead(QStringLiteral("SOURCES"), Qt::AlignLeft, this), 0, 0);
+    grid->addWidget(makeHead(QStringLiteral("OUTPUTS"), Qt::AlignLeft, this), 0, 1);
+    grid->addWidget(makeHead(QStringLiteral("PLAYS"), Qt::AlignLeft, this), 0, 3);
     grid->addWidget(m_widgets.picture, 1, 0, mixer::lineOutCount, 2);
     for (int output = 1; output <= mixer::lineOutCount; ++output) {
-        QComboBox *list = makeList(output);
+        QComboBox *list = makeList(output, this);
         m_widgets.lists[static_cast<std::size_t>(output - 1)] = list;
         grid->addWidget(list, output, 3, Qt::AlignVCenter);
         grid->setRowMinimumHeight(output, LineOut::outputPitch);

@@ -22,6 +22,27 @@
 #include <QStyleFactory>
 #include <QTimer>
 
+/// Returns the colours of widgets for which the style sheet has no rule. A rule for all widgets
+/// would take long at the start.
+static QPalette palette()
+{
+    QPalette palette(
+        colours::text, colours::raised, colours::line, colours::page, colours::edge, colours::text,
+        Qt::white, colours::well, colours::page);
+    palette.setColor(QPalette::AlternateBase, colours::surface);
+    palette.setColor(QPalette::Highlight, colours::selection);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::ToolTipBase, colours::raised);
+    palette.setColor(QPalette::ToolTipText, colours::text);
+    palette.setColor(QPalette::PlaceholderText, colours::quiet);
+    for (const QPalette::ColorRole role : {QPalette::Link, QPalette::LinkVisited})
+        palette.setColor(role, colours::accent);
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, colours::disabledText);
+    return palette;
+}
+
 void applyLook()
 {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
@@ -29,10 +50,7 @@ void applyLook()
     font.setFamilies({QStringLiteral("Segoe UI"), QStringLiteral("DejaVu Sans")});
     font.setPixelSize(12);
     QApplication::setFont(font);
-    QPalette palette = QApplication::palette();
-    palette.setColor(QPalette::Link, colours::inCircuit); // style sheets cannot set links
-    palette.setColor(QPalette::LinkVisited, colours::inCircuit);
-    QApplication::setPalette(palette);
+    QApplication::setPalette(palette());
     QFile sheet(QStringLiteral(":/Resource/panel.qss"));
     if (sheet.open(QIODevice::ReadOnly)) qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
     QApplication::setWindowIcon(QIcon(

@@ -5,7 +5,9 @@
 #include "storage/wholefile.h"
 #include "widgets/plaintext.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
 #include <QStandardPaths>
@@ -37,9 +39,11 @@ SceneFiles::SceneFiles(Scenes &scenes, QWidget *window)
 /// Makes a dialog that is not open yet. A native dialog takes its options when it opens.
 QFileDialog *SceneFiles::make(const QString &title, const Take &take)
 {
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    // A folder that does not exist would be taken for the name of a file.
+    const QString folder = QFileInfo::exists(documents) ? documents : QDir::homePath();
     auto *dialog = new QFileDialog(
-        m_window, title, QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
-        QStringLiteral("Tamber scenes (*%1)").arg(ending()));
+        m_window, title, folder, QStringLiteral("Tamber scenes (*%1)").arg(ending()));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
     connect(dialog, &QFileDialog::fileSelected, this, take);

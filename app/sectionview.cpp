@@ -7,8 +7,8 @@
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
+#include "widgets/elidedlabel.h"
 #include "widgets/eqshapes.h"
-#include "widgets/plaintext.h"
 #include "widgets/restyle.h"
 
 #include <QLabel>
@@ -199,7 +199,7 @@ void SectionView::showTitle()
         text = mixer::title(*m_edited);
         if (!name.isEmpty()) text += QStringLiteral("  ") + name;
     }
-    plaintext::showIn(m_widgets.title, text);
+    m_widgets.title->setFullText(text);
     showHint();
 }
 

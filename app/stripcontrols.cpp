@@ -6,6 +6,7 @@
 #include "widgets/clipmark.h"
 #include "widgets/colours.h"
 #include "widgets/drawing.h"
+#include "widgets/elidedlabel.h"
 #include "widgets/fader.h"
 #include "widgets/meterpart.h"
 #include "widgets/pancontrol.h"
@@ -54,6 +55,16 @@ QLabel *makeText(
     // A name would hide the text from screen readers.
     if (!naming.spoken.isEmpty())
         accessiblecontrols::setWords(label, [label] { return label->text(); });
+    return label;
+}
+
+ElidedLabel *
+makeElidedText(const Naming &naming, const char *role, const QRect &area, QWidget *parent)
+{
+    auto *label = new ElidedLabel(parent);
+    apply(naming, role, label);
+    label->setGeometry(area);
+    accessiblecontrols::setWords(label, [label] { return label->fullText(); });
     return label;
 }
 

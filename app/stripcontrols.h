@@ -7,6 +7,7 @@
 
 class fader;
 class PanControl;
+class ElidedLabel;
 class QLabel;
 class QPushButton;
 class QWidget;
@@ -35,6 +36,8 @@ QPushButton *makeToggle(
 QLabel *makeText(
     const Naming &naming, const char *role, const QString &text, const QRect &area,
     QWidget *parent);
+ElidedLabel *
+makeElidedText(const Naming &naming, const char *role, const QRect &area, QWidget *parent);
 /// Makes the cap of a fader at 0 dB.
 fader *makeFader(const Naming &naming, mixer::StripKind kind, QWidget *parent);
 /// Makes the marker of a pan control at its centre.

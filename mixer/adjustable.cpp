@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
+#include <vector>
 
 namespace mixer {
 
@@ -152,6 +154,30 @@ double lowestNumber(const Adjustable &a)
     return numberAt(a, a.what == What::Fader ? stepped(a, lowest, 1) : lowest);
 }
 
+/// The numbers of all positions of a kind of control.
+struct Numbers
+{
+    int first = 0; ///< position
+    std::vector<double> values;
+};
+
+/// Returns a key that is equal for controls with equal scales.
+int kindOf(const Adjustable &a)
+{
+    const int fader = parameterCount;
+    const int pan = fader + 1; // the last kind: there is one for each kind of strip
+    if (a.what == What::Knob) return static_cast<int>(a.id);
+    return a.what == What::Fader ? fader : pan + static_cast<int>(a.strip.kind);
+}
+
+double readNumber(const Adjustable &a, int position)
+{
+    const QString text = textAt(a, position).toLower().trimmed();
+    const double number = typedNumber(a, text).value_or(0);
+    if (std::isfinite(number)) return number;
+    return a.what == What::Fader ? silence : limiter;
+}
+
 } // namespace
 
 int storedPosition(const Values &values, const Adjustable &a)
@@ -253,10 +279,17 @@ QString textAt(const Adjustable &a, int position)
 
 double numberAt(const Adjustable &a, int position)
 {
-    const QString text = textAt(a, position).toLower().trimmed();
-    const double number = typedNumber(a, text).value_or(0);
-    if (std::isfinite(number)) return number;
-    return a.what == What::Fader ? silence : limiter;
+    static std::map<int, Numbers> scales; // by kindOf(); reading the texts takes long
+    const auto [scale, isNew] = scales.try_emplace(kindOf(a));
+    Numbers &numbers = scale->second;
+    if (isNew) {
+        const auto [low, high] = std::minmax({lowestPosition(a), highestPosition(a)});
+        numbers.first = low;
+        for (int each = low; each <= high; ++each)
+            numbers.values.push_back(readNumber(a, each));
+    }
+    const auto index = static_cast<std::size_t>(position - numbers.first);
+    return index < numbers.values.size() ? numbers.values[index] : readNumber(a, position);
 }
 
 QString wordsAt(const Adjustable &a, int position)

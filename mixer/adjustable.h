@@ -8,7 +8,7 @@
 
 /// Everything that a fader, a pan marker or a knob adjusts, under one interface: what a step is,
 /// where the ends and the default lie, what a position means, which position a typed text asks for.
-/// Pure functions; any thread.
+/// GUI thread only.
 namespace mixer {
 
 /// One adjustable value of the mixer.

@@ -5,8 +5,7 @@
 ChannelControl::ChannelControl(stripsurface::Look look, QWidget *parent)
     : QLabel(parent), m_look(look)
 {
-    const QPixmap image = stripsurface::image(look, false, devicePixelRatioF());
-    setFixedSize((QSizeF(image.size()) / image.devicePixelRatio()).toSize());
+    setFixedSize(stripsurface::sizeOf(look));
 }
 
 void ChannelControl::setSelected(bool selected)

@@ -14,6 +14,7 @@ namespace colours {
 constexpr QColor page(20, 24, 27);       ///< between the blocks
 constexpr QColor surface(28, 33, 38);    ///< a block: a pair of strips, the editing area
 constexpr QColor surfaceLit(39, 48, 58); ///< the selected strip
+constexpr QColor raised(43, 51, 59);     ///< buttons and tool tips
 constexpr QColor well(11, 13, 15);       ///< grooves, meters and displays
 constexpr QColor line(45, 52, 59);       ///< separators
 constexpr QColor grid(46, 54, 61);       ///< lines in a well
@@ -24,6 +25,8 @@ constexpr QColor edge(113, 125, 136);    ///< edges of buttons, grooves and fiel
 ///@{
 constexpr QColor text(217, 223, 228);
 constexpr QColor quiet(154, 165, 175); ///< captions and scales
+constexpr QColor disabledText(148, 158, 168);
+constexpr QColor selection(28, 143, 166); ///< behind selected text
 constexpr QColor tick(113, 125, 136);
 constexpr QColor accent(41, 223, 255);
 constexpr QColor green(47, 201, 139);

@@ -2,8 +2,6 @@
 
 #include <QString>
 
-class QLabel;
-
 /// Shows texts of the user as they are, where Qt would read them as something else. GUI thread
 /// only.
 namespace plaintext {
@@ -12,7 +10,5 @@ namespace plaintext {
 QString forMenu(const QString &text);
 /// Returns a text for a tool tip, where Qt shows text that looks like HTML as rich text.
 QString forToolTip(const QString &text);
-/// Shows a text in a label. A text that is too long is cut short, and the tool tip has all of it.
-void showIn(QLabel *label, const QString &text);
 
 } // namespace plaintext

@@ -1,5 +1,6 @@
 #include "widgets/stepcontrol.h"
 
+#include "widgets/colours.h"
 #include "widgets/sharppixmap.h"
 
 #include <QAccessible>
@@ -103,6 +104,6 @@ void StepControl::paintEvent(QPaintEvent *event)
     if (!hasFocus()) return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 1));
+    painter.setPen(QPen(colours::accent, 1));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), ringRadius, ringRadius);
 }

@@ -36,14 +36,6 @@ constexpr FaderMark faderMarks[] = {
     {"40", 219},           {"60", 235}, {"\u221e", faderBottom},
 };
 
-QSize sizeOf(Look look)
-{
-    const int width = look == Look::Pair     ? pairWidth
-                      : look == Look::Master ? masterWidth
-                                             : stripWidth;
-    return {width, stripHeight};
-}
-
 /// Returns the outline of the block that a strip is part of. The half of a pair ends in the middle
 /// of the block.
 QRectF blockOf(Look look)
@@ -168,6 +160,14 @@ void draw(QPainter &painter, Look look, bool selected)
 }
 
 } // namespace
+
+QSize sizeOf(Look look)
+{
+    const int width = look == Look::Pair     ? pairWidth
+                      : look == Look::Master ? masterWidth
+                                             : stripWidth;
+    return {width, stripHeight};
+}
 
 QPixmap image(Look look, bool selected, qreal ratio)
 {

@@ -13,6 +13,8 @@ enum class Look {
     Master,
 };
 
+QSize sizeOf(Look look); ///< in pixels at 100 %
+
 /// Returns the background of a strip.
 /// @param selected whether the editing area shows the strip
 /// @param ratio    device pixels of the screen for one pixel

@@ -150,8 +150,8 @@ void TestOutput::pictureShowsTheRoutes()
         QPair<int, int> count;
         for (int i = 0; i < image.width() * image.height(); ++i) {
             const QColor colour = image.pixelColor(i % image.width(), i / image.width());
-            count.first += colour.red() > 2 * colour.green();
-            count.second += colour.green() > 2 * colour.red();
+            count.first += colour.red() > 127 && colour.red() > 2 * colour.green();
+            count.second += colour.green() > 127 && colour.green() > 2 * colour.red();
         }
         return count;
     };
