@@ -11,7 +11,7 @@ constexpr qint64 lateTick = 1000;        // after such a delay the device may ha
 constexpr qint64 hangingTransfer = 2000; // a transfer that takes longer counts as a lost device
 
 constexpr int manyFailures = 2;    // failed meter requests in a row that mean a lost device
-constexpr int ticksDuringSend = 3; // during a full send only every third tick polls the device
+constexpr int ticksDuringSend = 5; // during a full send only every fifth tick polls the device
 
 } // namespace
 
@@ -30,8 +30,8 @@ void Presence::tick()
     const bool hanging = m_device.transferAge() > hangingTransfer;
     m_lost = m_lost || hanging;
     // Polling less often leaves the worker free for a full send or a scene.
-    if (m_sender.isSendingMuch() && !wasAway && !hanging && ++m_ticks % ticksDuringSend != 0)
-        return;
+    m_ticks = m_sender.isSendingMuch() ? m_ticks + 1 : 0;
+    if (m_ticks % ticksDuringSend != 0 && !wasAway && !hanging) return;
 
     const bool present = checkPresence(wasAway);
     const bool metered = present && !hanging && pollMeters();
