@@ -236,6 +236,7 @@ void StripsView::setBypassed(bool bypassed)
     m_bypassed = bypassed;
     for (const StripWidgets &strip : m_widgets.strips) {
         enable(strip, !bypassed);
+        strip.frame->setDimmed(bypassed);
         showFader(strip.id);
     }
     for (const PairWidgets &pair : m_widgets.pairs) {

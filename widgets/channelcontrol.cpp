@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+static constexpr qreal dimmedOpacity = 0.5;
+
 ChannelControl::ChannelControl(stripsurface::Look look, QWidget *parent)
     : QLabel(parent), m_look(look)
 {
@@ -16,10 +18,19 @@ void ChannelControl::setSelected(bool selected)
     update();
 }
 
+void ChannelControl::setDimmed(bool dimmed)
+{
+    if (dimmed == m_dimmed) return;
+    m_dimmed = dimmed;
+    update();
+}
+
 void ChannelControl::paintEvent(QPaintEvent *)
 {
     const qreal ratio = devicePixelRatioF();
     if (m_image.isNull() || m_image.devicePixelRatio() != ratio)
         m_image = stripsurface::image(m_look, m_selected, ratio);
-    QPainter(this).drawPixmap(0, 0, m_image);
+    QPainter painter(this);
+    if (m_dimmed) painter.setOpacity(dimmedOpacity); // over the page
+    painter.drawPixmap(0, 0, m_image);
 }

@@ -19,6 +19,8 @@ public:
     bool isSelected() const { return m_selected; }
     /// Shows whether the editing area shows this strip.
     void setSelected(bool selected);
+    /// Shows whether the strip's controls are out of use. Scales and grooves are darker then.
+    void setDimmed(bool dimmed);
 
 signals:
     // contract: the names of these signals. The panel does not emit them.
@@ -35,5 +37,6 @@ protected:
 private:
     const stripsurface::Look m_look;
     bool m_selected = false;
+    bool m_dimmed = false;
     QPixmap m_image; ///< for the ratio of the screen at the last paint
 };
