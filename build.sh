@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # ./build.sh [PRESET [TARGET...]]: installs missing packages and builds. PRESET is dev (the default,
-# into build/), release, asan or tsan (into build/PRESET/). Programs go to bin/ in that folder.
+# into build/), release, asan, tsan or fuzz (into build/PRESET/). Programs go to bin/ in that folder.
 # With TAMBER_WERROR=ON at the first build of a preset, warnings are errors.
 set -eu
 cd "$(dirname "$0")"
@@ -9,8 +9,8 @@ preset=${1:-dev}
 lists=(packaging/debian-packages.txt)
 case "$preset" in
     dev | release | tsan) ;;
-    asan) lists+=(packaging/clang-packages.txt) ;;
-    *) echo "usage: ./build.sh [dev|release|asan|tsan [TARGET...]]" >&2; exit 2 ;;
+    asan | fuzz) lists+=(packaging/clang-packages.txt) ;;
+    *) echo "usage: ./build.sh [dev|release|asan|tsan|fuzz [TARGET...]]" >&2; exit 2 ;;
 esac
 packaging/ensure-packages "${lists[@]}"
 folder=build

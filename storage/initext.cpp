@@ -235,13 +235,13 @@ std::optional<QString> decodeText(const QByteArray &value)
 QByteArray toIni(const Entries &entries)
 {
     QByteArray content;
-    QByteArray group;
+    std::optional<QByteArray> group;
     for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
-        const int slash = entry.key().indexOf('/');
+        const int slash = entry.key().lastIndexOf('/'); // only the group can have others
         if (entry.key().left(slash) != group) {
             group = entry.key().left(slash);
             if (!content.isEmpty()) content += lineEnd;
-            content += '[' + group + ']' + lineEnd;
+            content += '[' + *group + ']' + lineEnd;
         }
         content += entry.key().mid(slash + 1) + '=' + entry.value() + lineEnd;
     }

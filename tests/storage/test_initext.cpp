@@ -22,6 +22,7 @@ private slots:
     void damageCostsItsOwnValue();
     void handWrittenFile();
     void foreignValuesAreKept();
+    void unusualGroupsAreKept();
     void hugeFiles();
 };
 
@@ -161,6 +162,14 @@ void TestIniText::foreignValuesAreKept()
 }
 
 /// A huge file that is not a settings file is read quickly, and a setting at its end is found.
+/// Groups of other programs can have a slash in their name, or no name.
+void TestIniText::unusualGroupsAreKept()
+{
+    const Entries entries = parsed("[]\na=1\n[Room]\nb=2\n[Room/North]\nc=3\n[Zoo]\nd=4\n");
+    QCOMPARE(entries.size(), 4);
+    QCOMPARE(parsed(toIni(entries)), entries);
+}
+
 void TestIniText::hugeFiles()
 {
     QElapsedTimer time;
