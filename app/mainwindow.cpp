@@ -5,6 +5,7 @@
 #include "app/companionmixer.h"
 #include "app/connectbyname.h"
 #include "app/gesturespage.h"
+#include "app/guidewindow.h"
 #include "app/helplinks.h"
 #include "app/interfacepage.h"
 #include "app/interfaceview.h"
@@ -201,6 +202,9 @@ void MainWindow::placeSceneBar(SceneMenu &menu)
 void MainWindow::buildHelpMenu()
 {
     QMenu *help = menuBar()->addMenu(QStringLiteral("&Help"));
+    QAction *guide =
+        addNamed(help, QStringLiteral("Panel &Guide"), QStringLiteral("actionPanel_Guide"));
+    connect(guide, &QAction::triggered, this, &MainWindow::openGuide);
     QAction *faqs = addNamed(help, QStringLiteral("&FAQs"), QStringLiteral("actionFAQs"));
     faqs->setShortcut(QKeySequence::HelpContents);
     QAction *website =
@@ -607,6 +611,17 @@ void MainWindow::on_actionProduct_Information_triggered()
 void MainWindow::on_actionFAQs_triggered()
 {
     openWebPage(helplinks::faqs(systemLanguage()));
+}
+
+void MainWindow::openGuide()
+{
+    if (!m_guide) m_guide = new GuideWindow(this);
+    if (m_guide->isMinimized())
+        m_guide->showNormal();
+    else
+        m_guide->show();
+    m_guide->raise();
+    m_guide->activateWindow();
 }
 
 void MainWindow::openWebPage(const QUrl &page)

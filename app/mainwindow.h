@@ -25,6 +25,7 @@
 class ChannelControl;
 class ChannelEditor;
 class DialControl;
+class GuideWindow;
 class InterfacePage;
 class InterfaceView;
 class MixerPage;
@@ -150,6 +151,7 @@ private:
     void startTimers();
     void showAll();
     void endDrags();
+    void openGuide();
     void openWebPage(const QUrl &page);
     void offerStartInformation();
     void startUpdateChecker();
@@ -168,6 +170,7 @@ private:
     Notice *m_notice;
     QPointer<QMessageBox> m_disconnectedBox;
     QPointer<ProductInformation> m_productInformation;
+    QPointer<GuideWindow> m_guide;
     QPointer<StepControl> m_menuControl; ///< where a strip's menu was opened; null elsewhere
     QAction *m_update;
     QVXDevice m_device;
