@@ -88,7 +88,7 @@ void TestDebianPackage::initTestCase()
 {
     for (const QString &tool :
          {"dpkg-deb"_s, "dpkg-shlibdeps"_s, "desktop-file-validate"_s, "appstreamcli"_s,
-          "fakeroot"_s})
+          "fakeroot"_s, "groff"_s})
         if (QStandardPaths::findExecutable(tool).isEmpty())
             QSKIP(qPrintable("NO PACKAGE IS TESTED: there is no "_s + tool));
     m_package = buildInto(m_folder.filePath("first"_s));
@@ -171,6 +171,17 @@ void TestDebianPackage::installedDemoOpensAndEnds()
     display.close(demo.window(display));
     QTRY_VERIFY_WITH_TIMEOUT(!demo.isUp(), patience);
     QVERIFY(demo.endedWith(0));
+
+    // The man page names every file that the demo has written.
+    const QString page =
+        outputOf("gzip"_s, {"-dc"_s, installed("share/man/man1/tamber-demo.1.gz"_s)});
+    QVERIFY(page.startsWith(".TH TAMBER-DEMO 1 "_s));
+    const QDir written = QFileInfo(home.settingsFile()).dir();
+    QVERIFY(page.contains(".config/"_s + written.dirName().replace("-"_s, "\\-"_s)));
+    const QStringList files = written.entryList(QDir::Files);
+    QVERIFY(files.size() > 1);
+    for (const QString &file : files)
+        QVERIFY2(page.contains(file), qPrintable(file));
 }
 
 QTEST_MAIN(TestDebianPackage)
