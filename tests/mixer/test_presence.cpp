@@ -237,7 +237,7 @@ void TestPresence::fewQueriesDuringAFullSend()
     const QSignalSpy asked(&console.device, &QVXDevice::sig_get_meter);
     const auto lock = console.cable.hold();
     console.presence.sendEverything();
-    for (int tick = 0; tick < 10; ++tick) {
+    for (int tick = 0; tick < 14; ++tick) {
         console.clock.milliseconds += 100;
         console.presence.tick();
         console.device.recv_get_meter(true, QByteArray(144, '\0'), 18);
