@@ -339,27 +339,16 @@ void ChannelEditor::resizeEvent(QResizeEvent *event)
     const int textHeight = std::clamp(fitting, smallestText, largestText);
     if (textHeight != m_textHeight) {
         m_textHeight = textHeight;
-        // The panel's style sheet gives buttons exact sizes; these grow with the window.
-        setStyleSheet(
-            QStringLiteral("QWidget { font-size: %1px; }"
-                           "QPushButton[role=\"section\"] { font-size: %1px; "
-                           "padding: %2px %3px; }"
-                           "#editor_lowCut { padding: 1px; }"
-                           "QLabel[role=\"editorCaption\"] { color: %4; }"
-                           "QLabel[role=\"editorCaption\"], QLabel[role=\"editorHead\"] { "
-                           "font-family: \"Segoe UI\", \"DejaVu Sans Condensed\"; }"
-                           "QPushButton::menu-indicator { image: none; width: 0; }"
-                           "#editor_message { background: %6; border: 1px solid %7; "
-                           "border-radius: 3px; padding: 4px 8px; }"
-                           "#editor_hint { background: %6; border: 1px solid %7; "
-                           "border-radius: 4px; padding: 4px 12px; }"
-                           "#editor_title { font-size: %5px; font-weight: bold; }")
-                .arg(textHeight)
-                .arg(textHeight / 3)
-                .arg(textHeight * 2 / 3)
-                .arg(colours::quiet.name())
-                .arg(textHeight + 4)
-                .arg(colours::surface.name(), colours::edge.name()));
+        // The panel's style sheet has exact sizes; these grow with the window.
+        setStyleSheet(QStringLiteral("QWidget { font-size: %1px; }"
+                                     "QPushButton[role=\"section\"] { font-size: %1px; "
+                                     "padding: %2px %3px; }"
+                                     "#editor_lowCut { padding: 1px; }"
+                                     "#editor_title { font-size: %4px; }")
+                          .arg(textHeight)
+                          .arg(textHeight / 3)
+                          .arg(textHeight * 2 / 3)
+                          .arg(textHeight + 4));
         m_compressorPanel->setRowHeight(m_eqPanel->boxHeight());
     }
     m_hint->setGeometry(

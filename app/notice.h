@@ -29,6 +29,7 @@ public:
         Done,                     ///< the user has saved or recalled a scene
         Bypassed,                 ///< the mixer is out of circuit
     };
+    static constexpr int messageCount = static_cast<int>(Message::Bypassed) + 1;
 
     explicit Notice(QWidget *parent);
 

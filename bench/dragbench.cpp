@@ -4,54 +4,15 @@
 #include "mixer/faderscale.h"
 #include "mixer/parameters.h"
 #include "mixer/strip.h"
+#include "pointer.h"
 #include "report.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
-#include "tests/xinput.h"
 #include "timedapplication.h"
 
 #include <QFileInfo>
-#include <QThread>
 
 namespace {
-
-constexpr int moves = 500;
-constexpr int movePeriod = 8; // milliseconds: 125 Hz
-
-/// Counts the moves that reach a control. Qt may merge moves that follow each other closely.
-class MoveCounter : public QObject
-{
-public:
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::MouseMove) ++count;
-        return false;
-    }
-    int count = 0;
-};
-
-/// A thread that moves the pointer up and down around the middle of the fader's travel.
-class PointerThread : public QThread
-{
-public:
-    explicit PointerThread(const QPoint &start) : m_start(start) {}
-
-protected:
-    void run() override
-    {
-        constexpr int span = 60;
-        XDisplay display;
-        for (int i = 1; i <= moves; ++i) {
-            const int phase = i % (2 * span);
-            const int offset = phase < span ? phase : 2 * span - phase;
-            display.movePointer(m_start + QPoint(0, offset));
-            msleep(movePeriod);
-        }
-    }
-
-private:
-    const QPoint m_start;
-};
 
 /// Writes every key of every strip, so that the settings file is as large as after long use (36
 /// KB).
@@ -103,9 +64,9 @@ void benchDrag()
     knob->installEventFilter(&counter);
     const auto *application = static_cast<TimedApplication *>(qApp);
     const double before = application->milliseconds();
-    PointerThread pointer(start);
+    PointerThread pointer(start, {0, 1});
     pointer.start();
-    runEvents(moves * movePeriod * 5 / 4);
+    runEvents(PointerThread::duration);
     pointer.wait();
     display.release();
     runEvents(100);

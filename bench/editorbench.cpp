@@ -2,10 +2,10 @@
 #include "benchmarks.h"
 #include "common/constants.h"
 #include "mixer/presets.h"
+#include "pointer.h"
 #include "report.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
-#include "tests/xinput.h"
 #include "timedapplication.h"
 
 #include <QAction>
@@ -15,44 +15,8 @@
 
 namespace {
 
-constexpr int moves = 500;
-constexpr int movePeriod = 8;    // milliseconds: 125 Hz
 constexpr int measuring = 10000; // milliseconds
 constexpr int voice = 11;        // a channel whose simulated level swells
-
-/// A thread that moves the pointer in a figure, so that both values of a handle change.
-class CirclingPointer : public QThread
-{
-public:
-    explicit CirclingPointer(const QPoint &start) : m_start(start) {}
-
-protected:
-    void run() override
-    {
-        constexpr int span = 60;
-        XDisplay display;
-        for (int i = 1; i <= moves; ++i) {
-            const int phase = i % (2 * span);
-            const int offset = phase < span ? phase : 2 * span - phase;
-            display.movePointer(m_start + QPoint(2 * offset, -offset));
-            msleep(movePeriod);
-        }
-    }
-
-private:
-    const QPoint m_start;
-};
-
-class MoveCounter : public QObject
-{
-public:
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::MouseMove) ++count;
-        return false;
-    }
-    int count = 0;
-};
 
 /// A panel with a voice's settings on the selected channel and its channel editor.
 struct EditorPanel
@@ -102,14 +66,14 @@ double timeOfMove(QWidget *editor, const char *name)
     display.press();
     runEvents(200);
     const auto *application = static_cast<TimedApplication *>(qApp);
-    constexpr int duration = moves * movePeriod * 5 / 4;
+    constexpr int duration = PointerThread::duration;
     const double atRest = application->milliseconds();
     runEvents(duration);
     const double meters = application->milliseconds() - atRest;
     MoveCounter counter;
     handle->installEventFilter(&counter);
     const double before = application->milliseconds();
-    CirclingPointer pointer(start);
+    PointerThread pointer(start, {2, -1}); // both values of a handle change
     pointer.start();
     runEvents(duration);
     pointer.wait();

@@ -1,12 +1,11 @@
 /// Settings files and scenes: whatever the bytes are, they are read the same in pieces and at once,
 /// what was read can be written and read again, and every control gets a value of its scale.
 
-#include "storage/settings.h"
-
 #include "check.h"
 #include "mixer/adjustable.h"
 #include "mixer/routing.h"
 #include "mixer/rules.h"
+#include "storage/store.h"
 
 #include <algorithm>
 #include <cstddef>

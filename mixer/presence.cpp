@@ -11,7 +11,7 @@ constexpr qint64 lateTick = 1000;        // after such a delay the device may ha
 constexpr qint64 hangingTransfer = 2000; // a transfer that takes longer counts as a lost device
 
 constexpr int manyFailures = 2;    // failed meter requests in a row that mean a lost device
-constexpr int ticksDuringSend = 7; // during a full send only every seventh tick polls the device
+constexpr int ticksDuringSend = 7; // during a full send or a scene, only every seventh tick polls
 
 } // namespace
 

@@ -23,7 +23,7 @@ public:
     Presence(const storage::Store &store, QVXDevice &device, Sender &sender, WallClock &clock);
 
     /// Checks the device, polls its meters and resends failed commands. Call it every 100 ms. While
-    /// everything is being sent, only every seventh call does so.
+    /// the whole state or a scene is being sent, only every seventh call does so.
     void tick();
 
     const Meters &meters() const { return m_meters; }

@@ -23,17 +23,6 @@ const QString versionKey = QStringLiteral("version");
 const QString nameKey = QStringLiteral("name");
 const QString knobsKey = QStringLiteral("knobs");
 
-/// Every strip has the same knobs.
-Adjustable knob(int index)
-{
-    return knobOf(track(1), static_cast<ParameterId>(index));
-}
-
-QString stem(int index)
-{
-    return QString::fromLatin1(parameters()[static_cast<std::size_t>(index)].stem);
-}
-
 QString validName(const QString &name)
 {
     return name.simplified().left(UserPresets::longestName);
@@ -70,7 +59,7 @@ QByteArray toJson(const UserPreset &preset)
 {
     QJsonObject knobs;
     for (int i = 0; i < parameterCount; ++i)
-        knobs.insert(stem(i), textAt(knob(i), preset.knobs[static_cast<std::size_t>(i)]));
+        knobs.insert(knobName(i), textAt(knobAt(i), preset.knobs[static_cast<std::size_t>(i)]));
     const QJsonObject json{
         {kindKey, kind}, {versionKey, version}, {nameKey, preset.name}, {knobsKey, knobs}};
     return QJsonDocument(json).toJson();
@@ -85,7 +74,7 @@ std::optional<UserPreset> presetFrom(const QByteArray &text, int slot)
     if (preset.name.isEmpty()) return std::nullopt;
     const QJsonObject knobs = json.value(knobsKey).toObject();
     for (int i = 0; i < parameterCount; ++i) {
-        const auto position = typedPosition(knob(i), knobs.value(stem(i)).toString());
+        const auto position = typedPosition(knobAt(i), knobs.value(knobName(i)).toString());
         if (!position) return std::nullopt;
         preset.knobs[static_cast<std::size_t>(i)] = *position;
     }
@@ -106,28 +95,13 @@ QString UserPresets::fileOf(int slot) const
     return path.left(path.lastIndexOf(QLatin1Char('.'))) + QLatin1String(".json");
 }
 
-/// Returns the content of a file, empty if it cannot be read or is too large for a preset.
-QByteArray UserPresets::bytesOf(int slot, bool &exists) const
-{
-    QByteArray bytes;
-    const auto append = [&bytes](const char *data, qint64 count) {
-        bytes.append(data, static_cast<int>(count));
-        return bytes.size() <= largestFile;
-    };
-    const storage::Disk::Read result = m_disk.read(fileOf(slot), append);
-    exists = result != storage::Disk::Read::Missing;
-    const bool isWhole = result == storage::Disk::Read::Done && bytes.size() <= largestFile;
-    return isWhole ? bytes : QByteArray();
-}
-
 std::vector<UserPreset> UserPresets::presets() const
 {
     std::vector<UserPreset> presets;
     for (int slot = 1; slot <= slotCount; ++slot) {
-        bool exists = false;
-        const QByteArray bytes = bytesOf(slot, exists);
-        if (!exists) continue;
-        if (const auto preset = presetFrom(bytes, slot))
+        const auto bytes = storage::readAtMost(m_disk, fileOf(slot), largestFile);
+        if (bytes && bytes->isNull()) continue; // no file
+        if (const auto preset = presetFrom(bytes.value_or(QByteArray()), slot))
             presets.push_back(*preset);
         else
             qCWarning(log) << "not a preset:" << fileOf(slot);
@@ -152,9 +126,8 @@ bool UserPresets::save(const QString &name, const KnobPositions &knobs)
     for (const UserPreset &preset : presets())
         if (preset.name == valid) return write({preset.slot, valid, knobs});
     for (int slot = 1; slot <= slotCount; ++slot) {
-        bool exists = false;
-        bytesOf(slot, exists);
-        if (!exists) return write({slot, valid, knobs});
+        const auto bytes = storage::readAtMost(m_disk, fileOf(slot), largestFile);
+        if (bytes && bytes->isNull()) return write({slot, valid, knobs});
     }
     return false;
 }

@@ -110,7 +110,6 @@ public:
 
 private:
     QString fileOf(int slot) const;
-    QByteArray bytesOf(int slot, bool &exists) const;
     bool write(const UserPreset &preset);
 
     const char *const m_organisation;

@@ -1,10 +1,18 @@
 #include "mixer/section.h"
 
-#include "mixer/adjustable.h"
-
 namespace mixer {
 
 namespace key = storage::strip;
+
+Adjustable knobAt(int index)
+{
+    return knobOf(track(1), static_cast<ParameterId>(index));
+}
+
+QString knobName(int index)
+{
+    return QString::fromLatin1(parameters()[static_cast<std::size_t>(index)].stem);
+}
 
 SectionState SectionState::of(const Values &values, const StripId &strip)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mixer/adjustable.h"
 #include "mixer/rules.h"
 
 #include <array>
@@ -8,6 +9,13 @@ namespace mixer {
 
 /// Positions of all knobs, by ParameterId.
 using KnobPositions = std::array<int, parameterCount>;
+
+/// Return a knob and the name under which files have it. Every strip has the same knobs.
+/// @param index a ParameterId
+///@{
+Adjustable knobAt(int index);
+QString knobName(int index);
+///@}
 
 /// The EQ and the compressor of a strip: the knobs and their switches.
 struct SectionState

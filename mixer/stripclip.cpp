@@ -32,16 +32,6 @@ const QString lowCutKey = QStringLiteral("lowCut");
 const QString valueKey = QStringLiteral("value");
 const QString positionKey = QStringLiteral("position");
 
-Adjustable knob(int index)
-{
-    return knobOf(track(1), static_cast<ParameterId>(index)); // every strip has the same knobs
-}
-
-QString stem(int index)
-{
-    return QString::fromLatin1(parameters()[static_cast<std::size_t>(index)].stem);
-}
-
 bool isOfEq(int index)
 {
     return parameters()[static_cast<std::size_t>(index)].band != noBand;
@@ -67,12 +57,12 @@ std::optional<int> positionIn(const Adjustable &a, const QJsonValue &json)
 }
 
 /// Returns the switches and knobs of a section.
-QJsonObject section(bool on, const std::array<int, parameterCount> &positions, bool isEq)
+QJsonObject section(bool on, const KnobPositions &positions, bool isEq)
 {
     QJsonObject json{{onKey, on}};
     for (int i = 0; i < parameterCount; ++i)
         if (isOfEq(i) == isEq)
-            json.insert(stem(i), asJson(knob(i), positions[static_cast<std::size_t>(i)]));
+            json.insert(knobName(i), asJson(knobAt(i), positions[static_cast<std::size_t>(i)]));
     return json;
 }
 
@@ -86,13 +76,7 @@ StripClip StripClip::of(const Values &values, const StripId &strip)
     for (const int input : channelsOf(strip))
         clip.m_sides.push_back(
             {panText(panPosition(values, input)), isOn(values, track(input), key::phase)});
-    clip.m_knobs.emplace();
-    for (int i = 0; i < parameterCount; ++i)
-        (*clip.m_knobs)[static_cast<std::size_t>(i)] =
-            storedPosition(values, knobOf(strip, static_cast<ParameterId>(i)));
-    clip.m_eq = isOn(values, strip, key::eq);
-    clip.m_lowCut = isOn(values, strip, key::eqLowCut);
-    clip.m_compressor = isOn(values, strip, key::comp);
+    clip.m_section = SectionState::of(values, strip);
     return clip;
 }
 
@@ -100,15 +84,15 @@ QByteArray StripClip::json() const
 {
     QJsonObject json{{kindKey, kindOfClip}, {versionKey, clipVersion}};
     json.insert(faderKey, asJson(faderOf(master()), *m_fader));
-    if (m_knobs) {
+    if (m_section) {
         QJsonArray sides;
         for (const Side &side : m_sides)
             sides += QJsonObject{{panKey, side.pan}, {phaseKey, side.phase}};
         json.insert(sidesKey, sides);
-        QJsonObject eq = section(m_eq, *m_knobs, true);
-        eq.insert(lowCutKey, m_lowCut);
+        QJsonObject eq = section(m_section->eq, m_section->knobs, true);
+        eq.insert(lowCutKey, m_section->lowCut);
         json.insert(eqKey, eq);
-        json.insert(compressorKey, section(m_compressor, *m_knobs, false));
+        json.insert(compressorKey, section(m_section->compressor, m_section->knobs, false));
     }
     return QJsonDocument(json).toJson();
 }
@@ -126,11 +110,12 @@ std::optional<StripClip> StripClip::fromJson(const QByteArray &text)
     if (!json.contains(eqKey)) return clip; // of a master
     const QJsonObject eq = json.value(eqKey).toObject();
     const QJsonObject compressor = json.value(compressorKey).toObject();
-    clip.m_knobs.emplace();
+    SectionState state;
     for (int i = 0; i < parameterCount; ++i) {
-        const auto position = positionIn(knob(i), (isOfEq(i) ? eq : compressor).value(stem(i)));
+        const auto position =
+            positionIn(knobAt(i), (isOfEq(i) ? eq : compressor).value(knobName(i)));
         if (!position) return std::nullopt;
-        (*clip.m_knobs)[static_cast<std::size_t>(i)] = *position;
+        state.knobs[static_cast<std::size_t>(i)] = *position;
     }
     const QJsonArray sides = json.value(sidesKey).toArray();
     for (const auto &side : sides) {
@@ -139,31 +124,32 @@ std::optional<StripClip> StripClip::fromJson(const QByteArray &text)
         clip.m_sides.push_back({pan, side.toObject().value(phaseKey).toBool()});
     }
     if (clip.m_sides.empty() || clip.m_sides.size() > 2) return std::nullopt;
-    clip.m_eq = eq.value(onKey).toBool();
-    clip.m_lowCut = eq.value(lowCutKey).toBool();
-    clip.m_compressor = compressor.value(onKey).toBool();
+    state.eq = eq.value(onKey).toBool();
+    state.lowCut = eq.value(lowCutKey).toBool();
+    state.compressor = compressor.value(onKey).toBool();
+    clip.m_section = state;
     return clip;
 }
 
 bool StripClip::fits(const StripId &strip, ClipPart part) const
 {
-    return part == ClipPart::All || (m_knobs && !strip.isMaster());
+    return part == ClipPart::All || (m_section && !strip.isMaster());
 }
 
 void StripClip::paste(Transaction &t, const StripId &strip, ClipPart part) const
 {
     if (part == ClipPart::All) setFader(t, strip, *m_fader);
-    if (!m_knobs || strip.isMaster()) return;
+    if (!m_section || strip.isMaster()) return;
     for (int i = 0; i < parameterCount; ++i)
         if (part == ClipPart::All || (part == ClipPart::Eq) == isOfEq(i))
             setKnob(
                 t, strip, parameters()[static_cast<std::size_t>(i)],
-                (*m_knobs)[static_cast<std::size_t>(i)]);
+                m_section->knobs[static_cast<std::size_t>(i)]);
     if (part != ClipPart::Compressor) {
-        setSwitch(t, strip, key::eq, m_eq);
-        setSwitch(t, strip, key::eqLowCut, m_lowCut);
+        setSwitch(t, strip, key::eq, m_section->eq);
+        setSwitch(t, strip, key::eqLowCut, m_section->lowCut);
     }
-    if (part != ClipPart::Eq) setSwitch(t, strip, key::comp, m_compressor);
+    if (part != ClipPart::Eq) setSwitch(t, strip, key::comp, m_section->compressor);
     if (part != ClipPart::All) return;
     std::size_t side = 0;
     for (const int input : channelsOf(strip)) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mixer/rules.h"
+#include "mixer/section.h"
 
 #include <QByteArray>
 
@@ -44,10 +44,7 @@ private:
 
     std::optional<int> m_fader; ///< position
     std::vector<Side> m_sides;
-    std::optional<std::array<int, parameterCount>> m_knobs; ///< positions
-    bool m_eq = false;
-    bool m_lowCut = false;
-    bool m_compressor = false;
+    std::optional<SectionState> m_section; ///< none in the clip of a master
 };
 
 /// Puts a strip, its EQ or its compressor back to the defaults, switches included.

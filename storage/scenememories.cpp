@@ -53,8 +53,7 @@ bool SceneMemories::replace(int slot, const Values &values)
 bool SceneMemories::write(int slot, const QByteArray &bytes)
 {
     const std::optional<QByteArray> present = this->bytes(slot);
-    const bool isNew = present && *present != bytes;
-    if (present && !isNew) return true;
+    if (present && *present == bytes) return true;
     if (present && (present->isNull() || keepPresent(slot)) &&
         replaceFile(m_disk, fileName(slot), bytes)) {
         addVersion(slot);
@@ -112,15 +111,7 @@ std::optional<FileContent> SceneMemories::read(int slot) const
 std::optional<QByteArray> SceneMemories::bytes(int slot) const
 {
     constexpr int mostBytes = 16 * 1024 * 1024;
-    QByteArray bytes("");
-    const auto append = [&bytes](const char *data, qint64 count) {
-        bytes.append(data, static_cast<int>(count));
-        return bytes.size() <= mostBytes;
-    };
-    const Disk::Read result = m_disk.read(fileName(slot), append);
-    if (result == Disk::Read::Missing) return QByteArray();
-    const bool whole = result == Disk::Read::Done && bytes.size() <= mostBytes;
-    return whole ? std::make_optional(bytes) : std::nullopt;
+    return readAtMost(m_disk, fileName(slot), mostBytes);
 }
 
 bool SceneMemories::restore(int slot, const QByteArray &bytes)

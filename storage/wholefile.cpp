@@ -93,6 +93,18 @@ QString pathOf(const char *organisation, const char *application)
         QStringLiteral(".ini"));
 }
 
+std::optional<QByteArray> readAtMost(Disk &disk, const QString &path, int most)
+{
+    QByteArray bytes("");
+    const Disk::Read result = disk.read(path, [&](const char *data, qint64 count) {
+        bytes.append(data, static_cast<int>(count));
+        return bytes.size() <= most;
+    });
+    if (result == Disk::Read::Missing) return QByteArray();
+    const bool isWhole = result == Disk::Read::Done && bytes.size() <= most;
+    return isWhole ? std::make_optional(bytes) : std::nullopt;
+}
+
 FileContent readFile(Disk &disk, const QString &path)
 {
     FileContent content;

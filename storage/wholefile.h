@@ -3,6 +3,8 @@
 #include "storage/disk.h"
 #include "storage/initext.h"
 
+#include <optional>
+
 /// Files that are only ever replaced as a whole. The new content is written to a second file and is
 /// complete on the medium before that file replaces the old one. So a crash or a disk failure
 /// leaves either the old file or the new one. GUI thread only.
@@ -26,6 +28,10 @@ struct FileContent
     Entries entries;  ///< the readable ones
     QByteArray bytes; ///< the whole file if it is good, otherwise null
 };
+
+/// Returns the bytes of a file, null if it does not exist. Returns nothing if it cannot be read or
+/// has more than `most` bytes.
+std::optional<QByteArray> readAtMost(Disk &disk, const QString &path, int most);
 
 /// Reads a settings file. Never fails; FileContent::health tells how much was readable.
 FileContent readFile(Disk &disk, const QString &path);

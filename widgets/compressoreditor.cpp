@@ -128,10 +128,8 @@ void CompressorEditor::drawGrid(QPainter &painter) const
     const QRectF &area = m_graph.area();
     const QFont font = axisFont();
     const double textHeight = QFontMetricsF(font).height();
-    painter.fillRect(rect(), colours::page);
+    drawWell(painter, area);
     painter.setFont(font);
-    drawing::fill(painter, area.adjusted(-1, -1, 1, 1), colours::line);
-    drawing::fill(painter, area, colours::well);
     for (int level = CompressorGraph::lowestLevel; level <= 0; level += gridStep) {
         const double x = m_graph.x(level);
         const double y = m_graph.y(level);

@@ -136,10 +136,8 @@ QPixmap EqEditor::background() const
         const QRectF &area = m_graph.area();
         const QFont font = axisFont();
         const double textHeight = QFontMetricsF(font).height();
-        painter.fillRect(rect(), colours::page);
+        drawWell(painter, area);
         painter.setFont(font);
-        drawing::fill(painter, area.adjusted(-1, -1, 1, 1), colours::line);
-        drawing::fill(painter, area, colours::well);
         for (const EqGraph::Mark &mark : EqGraph::marks) {
             const double x = m_graph.x(EqGraph::column(2, mark.step));
             drawing::fill(painter, QRectF(x - 0.5, area.top(), 1, area.height()), colours::grid);

@@ -1,6 +1,10 @@
 #include "widgets/graphwidget.h"
 
+#include "widgets/colours.h"
+#include "widgets/drawing.h"
+
 #include <QEvent>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -14,6 +18,13 @@ QFont GraphWidget::axisFont() const
     QFont axis = font();
     axis.setPixelSize(std::max(10, axis.pixelSize() - 1));
     return axis;
+}
+
+void GraphWidget::drawWell(QPainter &painter, const QRectF &area) const
+{
+    painter.fillRect(rect(), colours::page);
+    drawing::fill(painter, area.adjusted(-1, -1, 1, 1), colours::line);
+    drawing::fill(painter, area, colours::well);
 }
 
 void GraphWidget::resizeEvent(QResizeEvent *event)

@@ -17,6 +17,8 @@ protected:
     virtual void arrange() = 0;
     /// Returns the font of the scales: a little smaller than the widget's, at least 10 pixels.
     QFont axisFont() const;
+    /// Draws the page and on it an empty well with a border.
+    void drawWell(QPainter &painter, const QRectF &area) const;
 
     void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;

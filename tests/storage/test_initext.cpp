@@ -161,7 +161,6 @@ void TestIniText::foreignValuesAreKept()
     }
 }
 
-/// A huge file that is not a settings file is read quickly, and a setting at its end is found.
 /// Groups of other programs can have a slash in their name, or no name.
 void TestIniText::unusualGroupsAreKept()
 {
@@ -170,6 +169,7 @@ void TestIniText::unusualGroupsAreKept()
     QCOMPARE(parsed(toIni(entries)), entries);
 }
 
+/// A huge file that is not a settings file is read quickly, and a setting at its end is found.
 void TestIniText::hugeFiles()
 {
     QElapsedTimer time;
