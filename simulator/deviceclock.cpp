@@ -4,6 +4,9 @@
 
 namespace simulator {
 
+/// The shortest sleep: some transfers.
+static constexpr Microseconds shortestSleep{1000};
+
 Microseconds RealClock::now() const
 {
     return std::chrono::duration_cast<Microseconds>(std::chrono::steady_clock::now() - m_start);
@@ -11,7 +14,8 @@ Microseconds RealClock::now() const
 
 void RealClock::pass(Microseconds time)
 {
-    std::this_thread::sleep_for(time);
+    if ((m_owed += time.count()) < shortestSleep.count()) return;
+    std::this_thread::sleep_for(Microseconds(m_owed.exchange(0)));
 }
 
 Microseconds SteppedClock::now() const

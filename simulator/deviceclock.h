@@ -18,7 +18,8 @@ public:
     virtual void pass(Microseconds time) = 0;
 };
 
-/// Wall-clock time. pass() sleeps.
+/// Wall-clock time. pass() sleeps, but adds short times up until they are worth a sleep: waking up
+/// loads the processor more than a transfer does.
 class RealClock final : public DeviceClock
 {
 public:
@@ -27,6 +28,7 @@ public:
 
 private:
     const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+    std::atomic<Microseconds::rep> m_owed{0}; ///< time that has yet to be slept
 };
 
 /// A clock for tests. Only pass() advances it, and pass() returns at once.

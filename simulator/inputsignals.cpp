@@ -1,6 +1,6 @@
 #include "simulator/inputsignals.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -57,35 +57,117 @@ double noise(std::uint64_t n)
     return static_cast<double>((n ^ (n >> 31)) >> 11) / 4503599627370496.0 - 1.0;
 }
 
-double envelope(const SignalRow &row, double seconds)
+/// A sine and a cosine, sample by sample. The angle starts at 0 at the time 0.
+class Oscillator
 {
-    constexpr double decay = 9; // 20 dB in a quarter of a second
-    switch (row.shape) {
-    case Shape::Swell:
-        return 0.5 - 0.5 * std::cos(twoPi * seconds / row.period);
-    case Shape::Burst:
-        return std::exp(-decay * std::fmod(seconds, row.period));
-    case Shape::Tone:
-    case Shape::Noise:
-        return 1;
-    case Shape::Silence:
-        break;
+public:
+    Oscillator(double frequency, double seconds)
+        : m_sine(std::sin(twoPi * frequency * seconds)),
+          m_cosine(std::cos(twoPi * frequency * seconds)),
+          m_sineOfStep(std::sin(twoPi * frequency / blockRate)),
+          m_cosineOfStep(std::cos(twoPi * frequency / blockRate))
+    {
     }
-    return 0;
+
+    double sine() const { return m_sine; }
+    double cosine() const { return m_cosine; }
+    void advance()
+    {
+        const double sine = m_sine * m_cosineOfStep + m_cosine * m_sineOfStep;
+        m_cosine = m_cosine * m_cosineOfStep - m_sine * m_sineOfStep;
+        m_sine = sine;
+    }
+
+private:
+    double m_sine;
+    double m_cosine;
+    double m_sineOfStep;
+    double m_cosineOfStep;
+};
+
+/// The level of a burst, sample by sample.
+class Decay
+{
+public:
+    Decay(double period, double seconds)
+        : m_period(period), m_age(std::fmod(seconds, period)), m_level(std::exp(-decay * m_age))
+    {
+    }
+
+    double level() const { return m_level; }
+    void advance()
+    {
+        m_age += 1.0 / blockRate;
+        m_level *= m_perSample;
+        if (m_age < m_period) return;
+        m_age -= m_period;
+        m_level = std::exp(-decay * m_age);
+    }
+
+private:
+    static constexpr double decay = 9; // 20 dB in a quarter of a second
+
+    double m_period;
+    double m_age; // seconds
+    double m_level;
+    double m_perSample = std::exp(-decay / blockRate);
+};
+
+/// Sets samples `first` and later to a tone whose level follows `next`, a function that returns the
+/// level of one sample after the other.
+template <typename Level>
+void fillWithTone(Block &block, std::size_t first, Oscillator tone, Level next)
+{
+    for (std::size_t n = first; n < blockSize; ++n, tone.advance())
+        block[n] = next() * tone.sine();
+}
+
+void fillWithNoise(Block &block, std::size_t first, int input, double rate, double start)
+{
+    for (std::size_t n = first; n < blockSize; ++n) {
+        const double seconds = start + static_cast<double>(n - first) / blockRate;
+        block[n] =
+            noise(static_cast<std::uint64_t>(seconds * rate) * 16 + static_cast<unsigned>(input));
+    }
 }
 
 } // namespace
 
-double inputSample(int input, double seconds)
+Block inputBlock(int input, double seconds)
 {
     const SignalRow &row = rows[static_cast<std::size_t>(input)];
-    if (row.shape == Shape::Silence) return 0;
-    const double carrier = row.shape == Shape::Noise
-                               ? noise(
-                                     static_cast<std::uint64_t>(seconds * row.frequency) * 16 +
-                                     static_cast<unsigned>(input))
-                               : std::sin(twoPi * row.frequency * seconds);
-    return headroom * row.level * envelope(row, seconds) * carrier;
+    Block block{};
+    const double available = std::min<double>(std::floor(seconds * blockRate), blockSize);
+    const std::size_t first = blockSize - static_cast<std::size_t>(available);
+    const double start = seconds - available / blockRate;
+    const Oscillator tone(row.frequency, start);
+    switch (row.shape) {
+    case Shape::Silence:
+        break;
+    case Shape::Tone:
+        fillWithTone(block, first, tone, [] { return 1.0; });
+        break;
+    case Shape::Swell:
+        fillWithTone(block, first, tone, [swell = Oscillator(1 / row.period, start)]() mutable {
+            const double level = 0.5 - 0.5 * swell.cosine();
+            swell.advance();
+            return level;
+        });
+        break;
+    case Shape::Burst:
+        fillWithTone(block, first, tone, [decay = Decay(row.period, start)]() mutable {
+            const double level = decay.level();
+            decay.advance();
+            return level;
+        });
+        break;
+    case Shape::Noise:
+        fillWithNoise(block, first, input, row.frequency, start);
+        break;
+    }
+    for (double &sample : block)
+        sample *= headroom * row.level;
+    return block;
 }
 
 double inputFrequency(int input)

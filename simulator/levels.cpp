@@ -9,12 +9,7 @@
 namespace simulator {
 namespace {
 
-constexpr int sampleRate = 8000; // sufficient for finding peaks
-constexpr int blockSize = 256;
-
 constexpr double quarterTurn = 1.5707963267948966;
-
-using Block = std::array<double, blockSize>;
 
 double factor(double decibels)
 {
@@ -30,16 +25,6 @@ double decibels(double factor)
 double gain(int fader)
 {
     return fader == silentFader ? 0 : factor(fader);
-}
-
-Block blockOf(std::size_t input, double seconds)
-{
-    Block block;
-    for (std::size_t n = 0; n < blockSize; ++n) {
-        const double back = static_cast<double>(blockSize - n) / sampleRate;
-        block[n] = inputSample(static_cast<int>(input), std::max(0.0, seconds - back));
-    }
-    return block;
 }
 
 double peakOf(const Block &block)
@@ -99,7 +84,7 @@ Channels channelsAt(const MixerState &state, double seconds)
     Channels channels;
     for (std::size_t i = 0; i < inputCount; ++i) {
         const double frequency = inputFrequency(static_cast<int>(i));
-        channels.blocks[i] = blockOf(i, seconds);
+        channels.blocks[i] = inputBlock(static_cast<int>(i), seconds);
         channels.equalized[i] = factor(eqGain(state.inputs[i].eq, frequency));
         channels.level[i] = decibels(peakOf(channels.blocks[i]) * channels.equalized[i]);
     }

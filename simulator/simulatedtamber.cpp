@@ -382,7 +382,7 @@ bool SimulatedTamber::setTrueBypass(const Request &r)
 bool SimulatedTamber::queryMeters(const Request &)
 {
     constexpr std::size_t inOneMessage = 6;
-    const Levels now = levelsAt(m_state, seconds());
+    const Levels &now = readings();
     for (std::size_t first = 0; first < vxctl::meterCount; first += inOneMessage) {
         Answer answer;
         for (std::size_t i = first; i < first + inOneMessage; ++i) {
@@ -407,7 +407,7 @@ bool SimulatedTamber::queryGainReduction(const Request &r)
     answer.addChannel(vxctl::channelInput, r.number(0))
         .add(
             vxctl::tagGainReductionLevel, vxmsg::formatU16,
-            levelsAt(m_state, seconds()).gainReduction[static_cast<std::size_t>(number - 1)]);
+            readings().gainReduction[static_cast<std::size_t>(number - 1)]);
     queue(answer);
     return true;
 }
@@ -476,9 +476,14 @@ bool SimulatedTamber::queryWord(const Request &)
     return true;
 }
 
-double SimulatedTamber::seconds() const
+const Levels &SimulatedTamber::readings() const
 {
-    return std::chrono::duration<double>(m_clock.now()).count();
+    const auto period = m_clock.now() / meterPeriod;
+    if (m_readings.period != period || m_readings.state != m_state) {
+        const double seconds = std::chrono::duration<double>((period + 1) * meterPeriod).count();
+        m_readings = {period, m_state, levelsAt(m_state, seconds)};
+    }
+    return m_readings.levels;
 }
 
 bool SimulatedTamber::isPlugged() const
@@ -540,7 +545,7 @@ MixerState SimulatedTamber::state() const
 Levels SimulatedTamber::levels() const
 {
     const std::lock_guard lock(m_mutex);
-    return levelsAt(m_state, seconds());
+    return readings();
 }
 
 std::uint64_t SimulatedTamber::taken() const

@@ -30,6 +30,9 @@ constexpr Microseconds transferTime{250};
 /// How long a transfer takes with Fault::Slow.
 constexpr Microseconds slowTransferTime{250000};
 
+/// How often the meters get new levels. A change of the mixer shows at once.
+constexpr Microseconds meterPeriod{50000};
+
 /// A Tamber in software. It accepts every message of the command set, refuses what a real device
 /// refuses, keeps the mixer state and meters sixteen input signals. Unplugging switches it off, so
 /// it starts with its defaults when it is plugged in again. Any thread; a lock protects it.
@@ -64,7 +67,7 @@ public:
     /// @name Observation
     ///@{
     MixerState state() const;
-    /// Returns the meter readings at this moment.
+    /// Returns the meter readings of the current meter period, up to its end.
     Levels levels() const;
     /// Returns the number of messages accepted since the construction.
     std::uint64_t taken() const;
@@ -114,9 +117,18 @@ private:
     Bytes nextMessage();
     Bytes debugText();
     static Bytes readiness(bool ready);
-    double seconds() const;
+    const Levels &readings() const;
+
+    /// The levels of a state during one meter period.
+    struct Readings
+    {
+        Microseconds::rep period = -1;
+        MixerState state;
+        Levels levels{};
+    };
 
     mutable std::mutex m_mutex;
+    mutable Readings m_readings; ///< the last that were computed
     DeviceClock &m_clock;
     MixerState m_state;
     bool m_plugged = true;
