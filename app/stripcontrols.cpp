@@ -114,6 +114,9 @@ void makeMeters(
         return part;
     };
     const int width = geometry::meterWidth;
+    auto *well = new MeterPart(colours::well, parent);
+    well->setGeometry(column, geometry::meterTop, width, geometry::meterHeight + 1);
+    well->setAttribute(Qt::WA_TransparentForMouseEvents);
     view.meter = place(
         new MeterPart(QStringLiteral(":/Resource/track/meter.png"), parent), "label_LevelMeter",
         " level", QRect(column, geometry::meterBottom, width, 1));

@@ -4,9 +4,15 @@
 
 #include <QPainter>
 
-MeterPart::MeterPart(const QColor &colour, QWidget *parent) : QWidget(parent), m_colour(colour) {}
+MeterPart::MeterPart(const QColor &colour, QWidget *parent) : QWidget(parent), m_colour(colour)
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
 
-MeterPart::MeterPart(const QString &image, QWidget *parent) : QWidget(parent), m_image(image) {}
+MeterPart::MeterPart(const QString &image, QWidget *parent) : QWidget(parent), m_image(image)
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
 
 void MeterPart::paintEvent(QPaintEvent *)
 {

@@ -4,8 +4,9 @@
 #include <QString>
 #include <QWidget>
 
-/// A moving part of a meter: the bar, shown as the lower end of an image, or a mark of one colour.
-/// No style sheet has to be searched for it, which counts with so many meters. GUI thread only.
+/// A part of a meter: the bar, shown as the lower end of an image, or the well or a mark of one
+/// colour. Covers what lies below it, so that a moving bar repaints only parts of its own meter. No
+/// style sheet has to be searched for it. GUI thread only.
 class MeterPart : public QWidget
 {
     Q_OBJECT

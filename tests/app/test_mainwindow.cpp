@@ -2,10 +2,12 @@
 #include "tests/app/gestures.h"
 #include "tests/app/panel.h"
 #include "tests/patience.h"
+#include "widgets/channelcontrol.h"
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
 #include "widgets/fader.h"
+#include "widgets/meterpart.h"
 #include "widgets/pancontrol.h"
 
 #include <QLabel>
@@ -34,6 +36,7 @@ private slots:
     void foreignValues();
     void knobsShowTheEditedStrip();
     void displaysFollow();
+    void metersRepaintOnlyThemselves();
     void changesFromElsewhereAreShown();
     void pages();
     void geometryIsKept();
@@ -46,6 +49,23 @@ private:
 namespace {
 
 constexpr int patience = 20000 * slowness;
+
+/// Counts the paint events of widgets.
+class PaintCounter final : public QObject
+{
+public:
+    void count(QWidget *widget) { widget->installEventFilter(this); }
+    int paints() const { return m_paints; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint) ++m_paints;
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    int m_paints = 0;
+};
 
 QStringList warnings;
 
@@ -383,6 +403,24 @@ void TestMainWindow::displaysFollow()
     QTRY_COMPARE(eq->curve().state, EqCurve::State::Off);
     QCOMPARE(eq->curve().bands[2].gain, 4);
     QCOMPARE(compressor->curve().threshold, 0);
+}
+
+/// Moving meters do not repaint the strips below them.
+void TestMainWindow::metersRepaintOnlyThemselves()
+{
+    Panel panel("meters", "");
+    panel.window.show();
+    const auto *bar = panel.find("label_LevelMeter9"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(bar->isVisible(), patience);
+    QCoreApplication::sendPostedEvents(); // what the first picture needs
+    PaintCounter bars;
+    PaintCounter strips;
+    for (QWidget *widget : panel.window.findChildren<MeterPart *>())
+        bars.count(widget);
+    for (QWidget *widget : panel.window.findChildren<ChannelControl *>())
+        strips.count(widget);
+    QTRY_VERIFY_WITH_TIMEOUT(bars.paints() > 200, patience);
+    QCOMPARE(strips.paints(), 0);
 }
 
 /// The window shows changes of the store that no control of the window has made.
