@@ -519,6 +519,12 @@ void MainWindow::timerInterrupt_100ms()
     if (m_editor) m_editor->showLevels(m_levels);
 }
 
+void MainWindow::timerInterrupt_10ms()
+{
+    m_section.repaintMarked();
+    m_repaintTimer->stop(); // an idle timer would wake the program a hundred times a second
+}
+
 /// Refreshes the texts about device and panel on the Interface page and in the dialog.
 void MainWindow::refreshFacts()
 {
@@ -532,10 +538,14 @@ void MainWindow::startTimers()
         auto *timer = new QTimer(this);
         connect(timer, &QTimer::timeout, this, slot);
         timer->start(milliseconds);
+        return timer;
     };
     start(1000, &MainWindow::timerInterrupt_1000ms);
     start(100, &MainWindow::timerInterrupt_100ms);
-    start(10, &MainWindow::timerInterrupt_10ms);
+    m_repaintTimer = start(10, &MainWindow::timerInterrupt_10ms);
+    connect(&m_section, &SectionView::marked, m_repaintTimer, [timer = m_repaintTimer] {
+        if (!timer->isActive()) timer->start();
+    });
 }
 
 /// Shows the whole stored state.

@@ -33,6 +33,7 @@ class Notice;
 class OutputPage;
 class ProductInformation;
 class QStackedWidget;
+class QTimer;
 class SceneFiles;
 class SceneMenu;
 class StepControl;
@@ -91,7 +92,7 @@ public slots:
     /// Checks and polls the device, and shows its meters and gain reduction.
     void timerInterrupt_100ms();
     /// Repaints the marked displays.
-    void timerInterrupt_10ms() { m_section.repaintMarked(); }
+    void timerInterrupt_10ms();
 
     void on_pB_ToInterfaceFromMixer_released() { openPage(Page::Interface); }
     void on_pB_ToOutputFromMixer_released() { openPage(Page::Output); }
@@ -173,6 +174,7 @@ private:
     QPointer<GuideWindow> m_guide;
     QPointer<StepControl> m_menuControl; ///< where a strip's menu was opened; null elsewhere
     QAction *m_update;
+    QTimer *m_repaintTimer; ///< of timerInterrupt_10ms(); rests while no display is marked
     QVXDevice m_device;
     // The order of these members is the order in which they receive the store's changes.
     StripsView m_strips;

@@ -172,7 +172,7 @@ void SectionView::showKnob(ParameterId id)
     knob.dial->setArc(arcStart(shown), arcPlace(shown, value.position));
     knob.text->setText(m_edited ? value.text : QString());
     if (knob.unit) knob.unit->setVisible(m_edited.has_value());
-    (shown.band == mixer::noBand ? m_compMarked : m_eqMarked) = true;
+    shown.band == mixer::noBand ? markComp() : markEq();
 }
 
 /// Logs a stored text that is not in the parameter's list, once for each text.
@@ -230,6 +230,18 @@ void SectionView::showHint()
             : QStringLiteral("Click the number or the background of a strip to edit its equalizer "
                              "and compressor here."));
     hint->setVisible(!m_edited);
+}
+
+void SectionView::markEq()
+{
+    m_eqMarked = true;
+    emit marked();
+}
+
+void SectionView::markComp()
+{
+    m_compMarked = true;
+    emit marked();
 }
 
 void SectionView::repaintMarked()

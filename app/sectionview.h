@@ -28,9 +28,9 @@ public:
     void setBypassed(bool bypassed);
 
     /// Marks the EQ display for repaintMarked().
-    void markEq() { m_eqMarked = true; }
+    void markEq();
     /// Marks the compressor display for repaintMarked().
-    void markComp() { m_compMarked = true; }
+    void markComp();
     /// Updates the marked displays.
     void repaintMarked();
 
@@ -40,6 +40,10 @@ public:
     /// Shows the gain-reduction bar.
     /// @param length in rows; 0 hides the bar
     void showReduction(int length);
+
+signals:
+    /// A display was marked.
+    void marked();
 
 private:
     void show(const storage::ChangeSet &changes);
