@@ -50,10 +50,16 @@ bool isControl(char c)
     return byte < ' ' && c != '\t';
 }
 
+/// Decodes UTF-8. A byte order mark is a character like any other, unlike in QString::fromUtf8().
+QString fromUtf8(const QByteArray &bytes, QTextCodec::ConverterState &state)
+{
+    return QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+}
+
 bool isUtf8(const QByteArray &bytes)
 {
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    fromUtf8(bytes, state);
     return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
@@ -132,7 +138,9 @@ private:
 
     void flushBytes()
     {
-        m_text += QString::fromUtf8(m_bytes);
+        if (m_bytes.isEmpty()) return;
+        QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+        m_text += isAscii(m_bytes) ? QString::fromLatin1(m_bytes) : fromUtf8(m_bytes, state);
         m_bytes.clear();
     }
 
@@ -212,7 +220,8 @@ QByteArray encodeText(const QString &text)
         if (known != std::end(escapes)) {
             value += '\\';
             value += known->letter;
-        } else if (unit < ' ' || (stored[i].isSurrogate() && !pair)) {
+        } else if (
+            unit < ' ' || unit == QChar::ByteOrderMark || (stored[i].isSurrogate() && !pair)) {
             escapeUnit(unit);
         } else if (pair) {
             value += stored.mid(i, 2).toUtf8();

@@ -38,10 +38,10 @@ Entries parsed(const QByteArray &content, bool *damaged = nullptr)
     return reader.entries();
 }
 
-/// A text of characters that need escapes or quotes.
+/// A text of characters that need escapes or quotes. U+FEFF is the byte order mark.
 QString randomText(QRandomGenerator &random)
 {
-    static const QString pool = "ab09 ,;=\"\\@%[]#/\t\n\r\a\x1f\x7f()xäß左🎸"_s;
+    static const QString pool = "ab09 ,;=\"\\@%[]#/\t\n\r\a\x1f\x7f()xäß左🎸\uFEFF"_s;
     QString text;
     for (int length = random.bounded(12); length > 0; --length)
         text += pool[random.bounded(pool.size())];
