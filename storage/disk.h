@@ -9,7 +9,8 @@
 namespace storage {
 
 /// The file operations that storing the settings needs. Every step that can fail is a separate
-/// operation, so that a test can make each of them fail. Paths are absolute. GUI thread only.
+/// operation, so that a test can make each of them fail. Paths are absolute. Any thread, but only
+/// one at a time for a file.
 class Disk
 {
 public:

@@ -1,9 +1,9 @@
 #include "storage/settings.h"
 
-#include <QFileInfo>
 #include <QLoggingCategory>
 
 #include <algorithm>
+#include <utility>
 
 using namespace storage;
 
@@ -20,10 +20,12 @@ constexpr int readTimeout = 5000;   // until the file counts as unreadable
 } // namespace
 
 Settings::Settings(const char *organisation, const char *application, Disk &disk, Content content)
-    : m_disk(disk), m_fileName(pathOf(organisation, application)), m_holds(content)
+    : m_disk(disk), m_fileName(pathOf(organisation, application)), m_holds(content),
+      m_writer(disk, m_fileName)
 {
     m_timer.setSingleShot(true);
-    connect(&m_timer, &QTimer::timeout, this, &Settings::flush);
+    connect(&m_timer, &QTimer::timeout, this, &Settings::startWriting);
+    connect(&m_writer, &FileWriter::finished, this, &Settings::noteResult);
     m_readTimer.setInterval(readInterval);
     connect(&m_readTimer, &QTimer::timeout, this, &Settings::retryReading);
     connect(&m_store, &Store::committed, this, &Settings::noteChanges);
@@ -51,7 +53,7 @@ void Settings::open()
 /// file became readable are newer than the file and stay.
 bool Settings::tryReading()
 {
-    const Stamp stamp = stampOfFile();
+    m_writer.noteRead();
     const FileContent file = readFile(m_disk, m_fileName);
     if (file.health == FileHealth::Missing) {
         qCInfo(log) << "no settings yet, starting with the defaults:" << m_fileName;
@@ -68,7 +70,6 @@ bool Settings::tryReading()
         all.insert(entry.key(), entry.value());
     m_content = early.isEmpty() ? file.bytes : QByteArray();
     m_store.load(Values(all));
-    m_stamp = stamp;
     m_reading = Reading::Done;
     return true;
 }
@@ -106,12 +107,6 @@ void Settings::acceptValues()
     emit replaced();
 }
 
-Settings::Stamp Settings::stampOfFile() const
-{
-    const QFileInfo info(m_fileName);
-    return info.isFile() ? Stamp{info.lastModified(), info.size()} : Stamp();
-}
-
 bool Settings::isUsable(const Values &values) const
 {
     if (m_holds == Content::Panel) return values.hasGroup();
@@ -133,52 +128,44 @@ void Settings::noteChanges(const ChangeSet &changes)
 
 void Settings::startTimer()
 {
-    if (m_timer.isActive()) return;
+    if (m_timer.isActive() || m_writer.isBusy()) return; // or later, when its result is known
     const qint64 since = m_sinceFlush.isValid() ? m_sinceFlush.elapsed() : flushInterval;
     m_timer.start(static_cast<int>(qMax<qint64>(flushInterval - since, 0)));
 }
 
+void Settings::startWriting()
+{
+    if (!m_changed || m_reading == Reading::Retrying) return;
+    m_writer.start(takeJob());
+}
+
 void Settings::flush()
 {
+    m_writer.finish();
     m_timer.stop();
     if (!m_changed || m_reading == Reading::Retrying) return;
-    keepReplacedFile();
-    const bool written = writeFile();
-    if (written) m_stamp = stampOfFile();
+    content(); // is likely to be asked for
+    noteResult(m_writer.write(takeJob()));
+}
+
+FileWriter::Job Settings::takeJob()
+{
     m_sinceFlush.start();
-    m_changed = !written;
-    noteResult(written);
+    m_changed = false;
+    return {m_content.isNull() ? values() : Values(), m_content, std::exchange(m_unread, false)};
 }
 
-/// Keeps a copy of the file if the file has content that the store does not have.
-void Settings::keepReplacedFile()
+void Settings::noteResult(const FileWriter::Result &result)
 {
-    const Stamp found = stampOfFile();
-    if (m_unread) {
-        m_unread = false;
-        m_stamp = found;
-        keepCopy(m_disk, m_fileName, KeptAs::Unreadable);
-        return;
+    const bool changed = m_failing == result.isWritten;
+    m_failing = !result.isWritten;
+    if (m_failing) {
+        m_changed = true;
+        m_timer.start(retryInterval);
+    } else if (m_changed) {
+        startTimer();
     }
-    if (found.size <= 0 || found == m_stamp) return;
-    qCWarning(log) << "another program has changed the settings file; it will be replaced:"
-                   << m_fileName;
-    keepCopy(m_disk, m_fileName, KeptAs::Foreign);
-    m_stamp = found;
-    emit foreignChangeReplaced();
-}
-
-bool Settings::writeFile()
-{
-    const QByteArray bytes = content();
-    return bytes.isEmpty() ? m_disk.remove(m_fileName) : replaceFile(m_disk, m_fileName, bytes);
-}
-
-void Settings::noteResult(bool written)
-{
-    const bool changed = m_failing == written;
-    m_failing = !written;
-    if (m_failing) m_timer.start(retryInterval);
+    if (result.isForeignReplaced) emit foreignChangeReplaced();
     if (!changed) return;
     if (m_failing)
         qCWarning(log) << "the settings file cannot be written:" << m_fileName;

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "storage/filewriter.h"
 #include "storage/store.h"
-#include "storage/wholefile.h"
 
-#include <QDateTime>
 #include <QElapsedTimer>
 #include <QTimer>
 
@@ -12,9 +11,9 @@
 ///
 /// The file is read once. From then on the store holds the state, even if another program changes
 /// the file. A change is written when the event loop is reached, or 50 ms after the previous write
-/// if that is later. So a drag causes at most twenty writes a second. The file is always replaced
-/// as a whole, never changed in place. A write that fails leaves the old file unchanged and is
-/// retried every 2 s.
+/// if that is later. So a drag causes at most twenty writes a second. They happen on a thread of
+/// their own, from a copy of the values. The file is always replaced as a whole, never changed in
+/// place. A write that fails leaves the old file unchanged and is retried every 2 s.
 ///
 /// Every readable value of a damaged file is used, and a copy of the file is kept beside it. If a
 /// file exists but is unreadable, reading is retried for 5 s. Nothing is written during this time,
@@ -57,7 +56,8 @@ public:
         return values().read(setting);
     }
 
-    /// Writes what has changed now instead of later. Only the first of several failures is logged.
+    /// Writes what has changed now instead of later, and waits until it is on disk. Only the first
+    /// of several failures is logged.
     void flush();
 
     /// Returns the absolute path of the file.
@@ -97,23 +97,15 @@ signals:
     void foreignChangeReplaced();
 
 private:
-    struct Stamp
-    {
-        QDateTime modified;
-        qint64 size = -1;
-        bool operator==(const Stamp &o) const { return modified == o.modified && size == o.size; }
-    };
-
     void open();
     bool tryReading();
     void retryReading();
     void setReading(Reading reading);
-    Stamp stampOfFile() const;
     bool isUsable(const storage::Values &values) const;
     void noteChanges(const storage::ChangeSet &changes);
-    void keepReplacedFile();
-    bool writeFile();
-    void noteResult(bool written);
+    void startWriting();
+    storage::FileWriter::Job takeJob();
+    void noteResult(const storage::FileWriter::Result &result);
     void startTimer();
 
     storage::Disk &m_disk;
@@ -121,13 +113,13 @@ private:
     const Content m_holds;
     storage::Store m_store;
     QByteArray m_content; ///< of the file after the next flush; null if it has to be generated
-    Stamp m_stamp;        ///< of the file when it was last read or written
+    storage::FileWriter m_writer;
     QTimer m_timer;
     QTimer m_readTimer;
     QElapsedTimer m_sinceOpen;
     QElapsedTimer m_sinceFlush;
     Reading m_reading = Reading::Done;
     bool m_unread = false;  ///< the file is unreadable and must be copied before the first write
-    bool m_changed = false; ///< a change is not on disk yet
+    bool m_changed = false; ///< a change is neither on disk nor being written
     bool m_failing = false;
 };

@@ -2,6 +2,8 @@
 
 #include "storage/disk.h"
 
+#include <atomic>
+
 /// The real disk, except that the n-th operation fails.
 class FailingDisk final : public storage::Disk
 {
@@ -77,8 +79,9 @@ private:
     bool fails() { return ++m_count == m_failing; }
 
     storage::Disk &m_real = storage::realDisk();
-    int m_failing = 0;
-    int m_count = 0;
+    // The settings file is written on another thread.
+    std::atomic<int> m_failing{0};
+    std::atomic<int> m_count{0};
     int m_reads = 0;
-    Way m_way = Way::NoSpace;
+    std::atomic<Way> m_way{Way::NoSpace};
 };
