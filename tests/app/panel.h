@@ -44,9 +44,13 @@ struct Panel
 {
     /// @param stored initial content of the settings file, in addition to "start box seen". If it
     ///               is null, an existing file is kept.
-    explicit Panel(const QByteArray &name, const QByteArray &stored = QByteArray())
+    /// @param wrap   puts another transport in front of the device
+    explicit Panel(
+        const QByteArray &name, const QByteArray &stored = QByteArray(),
+        const WrapTransport &wrap = unwrapped)
         : path(prepare(name, stored)), settings(testOrganisation, name.constData()), tamber(clock),
-          cable(new LossyTransport(std::make_unique<simulator::SimulatedTransport>(tamber))),
+          cable(new LossyTransport(
+              wrap(std::make_unique<simulator::SimulatedTransport>(tamber), clock))),
           transport(tracedWhereAsked(std::unique_ptr<Transport>(cable))),
           window(settings, *transport, testEdition, {workerClock, wallClock})
     {

@@ -4,8 +4,18 @@
 #include "tests/device/faketransports.h"
 
 #include <atomic>
+#include <functional>
 #include <memory>
 #include <vector>
+
+/// Puts a transport in front of a simulated device's, whose clock is given, or returns that one.
+using WrapTransport =
+    std::function<std::unique_ptr<Transport>(std::unique_ptr<Transport>, simulator::DeviceClock &)>;
+inline std::unique_ptr<Transport>
+unwrapped(std::unique_ptr<Transport> transport, simulator::DeviceClock &)
+{
+    return transport;
+}
 
 /// Loses all messages that contain a chosen tag.
 class LossyTransport final : public RecordedTransport

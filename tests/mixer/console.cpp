@@ -16,7 +16,8 @@ QString inWords(const QByteArray &hex)
 
 } // namespace
 
-Console::Console(const QByteArray &ini)
+Console::Console(const QByteArray &ini, const WrapTransport &wrap)
+    : cable(wrap(std::make_unique<simulator::SimulatedTransport>(tamber), deviceClock))
 {
     store.load(valuesOf(ini));
     presence.sendEverything();

@@ -20,7 +20,8 @@ class Console
 {
 public:
     /// @param ini the stored state, as in a settings file. The device holds this state at the end.
-    explicit Console(const QByteArray &ini = QByteArray());
+    /// @param wrap puts another transport in front of the device
+    explicit Console(const QByteArray &ini = QByteArray(), const WrapTransport &wrap = unwrapped);
     /// The default state, and a device that is not plugged in. Nothing has been sent.
     enum Start { Unplugged };
     explicit Console(Start);
@@ -49,7 +50,7 @@ public:
 
     simulator::SteppedClock deviceClock;
     simulator::SimulatedTamber tamber{deviceClock};
-    LossyTransport cable{std::make_unique<simulator::SimulatedTransport>(tamber)};
+    LossyTransport cable;
     CountingClock workerClock{&deviceClock};
     SteppedWallClock clock;
     storage::Store store;
