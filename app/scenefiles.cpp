@@ -58,6 +58,7 @@ void SceneFiles::save(
         const QString path = hasEnding ? chosen : chosen + ending();
         const QByteArray text =
             storage::toExchange(scenes, QLatin1String(constants::softwareVersion));
+        storage::removeLeftovers(storage::realDisk(), path);
         if (storage::replaceFile(storage::realDisk(), path, text)) return;
         boxes::inform(m_window, QStringLiteral("The file could not be written."));
     });

@@ -22,6 +22,7 @@ private slots:
     void names();
     void marks();
     void files();
+    void killedExport();
     void safeStrips();
     void initializeMemory();
 };
@@ -243,6 +244,22 @@ void TestScenes::files()
 }
 
 /// A safe strip shows its padlock, stays in a recall, and is still safe after a restart.
+/// An export whose process was killed leaves a temporary file, which the next export removes.
+void TestScenes::killedExport()
+{
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    Panel panel("killed", session);
+    const QString path = QFileInfo(panel.path).dir().filePath("killed.tamber"_s);
+    QFile left(path + ".4194305.new"_s); // no process has this id
+    QVERIFY(left.open(QIODevice::WriteOnly));
+    left.setFileTime(QDateTime::currentDateTime().addSecs(-120), QFileDevice::FileModificationTime);
+    left.close();
+    panel.trigger("actionExport_Live"_s);
+    choose(panel, path);
+    QVERIFY(QFile::exists(path));
+    QVERIFY(!left.exists());
+}
+
 void TestScenes::safeStrips()
 {
     const auto isSafe = [](const Panel &panel) {
