@@ -16,3 +16,7 @@ void benchTick();
 void benchMuteDuringFullSend();
 void benchReplug();
 void benchLoad();
+
+/// These two take minutes, and run only when they are named.
+void benchKill();
+void benchSoak();

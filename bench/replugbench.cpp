@@ -2,25 +2,20 @@
 #include "benchmarks.h"
 #include "common/constants.h"
 #include "report.h"
+#include "resources.h"
+#include "simulateduser.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
-#include "tests/app/gestures.h"
 #include "tests/mixer/storedstate.h"
 #include "tests/shorthand.h"
 #include "timedapplication.h"
 
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QLabel>
 
 #include <algorithm>
 #include <cstdio>
 #include <functional>
-#include <malloc.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -36,109 +31,6 @@ int rounds()
     const int asked = qEnvironmentVariableIntValue("TAMBER_BENCH_ROUNDS");
     return asked > 1 ? asked : usual;
 }
-
-/// The system resources that this process uses.
-struct Resources
-{
-    double memory;      ///< resident memory in megabytes of 1024 x 1024 bytes
-    double heap;        ///< allocated heap in the same unit, without free blocks
-    double threads;     ///< number of threads
-    double descriptors; ///< number of open file descriptors
-
-    static Resources now()
-    {
-        QFile pages("/proc/self/statm"_s);
-        pages.open(QIODevice::ReadOnly);
-        const double resident = pages.readAll().split(' ').value(1).toDouble();
-        pages.close();
-        return {
-            resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024 * 1024),
-            static_cast<double>(mallinfo2().uordblks) / (1024 * 1024), entries("/proc/self/task"_s),
-            entries("/proc/self/fd"_s)};
-    }
-
-private:
-    static double entries(const QString &folder)
-    {
-        const auto all = QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot;
-        return static_cast<double>(QDir(folder).entryList(all).size());
-    }
-};
-
-/// A simulated user who changes one control of the window at a time, in turn.
-class SimulatedUser
-{
-public:
-    explicit SimulatedUser(const MainWindow &window) : m_window(window) {}
-
-    void changeSomething()
-    {
-        const std::vector<std::function<void()>> changes = {
-            [this] { drag("faderKnob"_s + strip()); },
-            [this] { click("pB_Mute"_s + strip()); },
-            [this] { drag("panKnob"_s + side()); },
-            [this] { click("pB_EQ"_s + strip()); },
-            [this] { click("pB_Comp"_s + strip()); },
-            [this] { click("pB_Phase"_s + side()); },
-            [this] { click("pB_Solo"_s + strip()); },
-            [this] { edit("lowGainKnob"_s); },
-            [this] { edit("thresholdKnob"_s); },
-            [this] { click("pB_LowCut"_s); },
-            [this] { click((isLinked() ? "pB_LinkOff"_s : "pB_LinkOn"_s) + pair()); },
-            [this] { drag("masterFaderKnob"_s); },
-            [this] { click("pB_masterMute"_s); },
-            [this] { route(); },
-            [this] { click("cB_ToStereoBus"_s); },
-            [this] { click("rB_MixerTrueBypass_on"_s); },
-            [this] { click("rB_MixerTrueBypass_off"_s); },
-        };
-        changes[m_count++ % changes.size()]();
-    }
-
-private:
-    int number() const { return static_cast<int>(7 * m_count % 16) + 1; }
-    QString pair() const
-    {
-        const int left = (number() - 1) / 2 * 2 + 1;
-        return "%1_%2"_s.arg(left).arg(left + 1);
-    }
-    bool isLinked() const { return !find<QWidget>("pB_Mute%1"_s.arg(number()))->isVisible(); }
-    QString strip() const { return isLinked() ? pair() : QString::number(number()); }
-    QString side() const
-    {
-        const QString suffix = number() % 2 ? "_L"_s : "_R"_s;
-        return isLinked() ? pair() + suffix : QString::number(number());
-    }
-
-    template <typename Widget>
-    Widget *find(const QString &name) const
-    {
-        auto *widget = m_window.findChild<Widget *>(name);
-        if (!widget) qFatal("no %s", qPrintable(name));
-        return widget;
-    }
-    void click(const QString &button) { find<QAbstractButton>(button)->click(); }
-    /// Drags far enough to change the value, alternately in both directions.
-    void drag(const QString &knob)
-    {
-        const int way = m_count % 2 ? 12 : -12;
-        ::drag(find<QWidget>(knob), {QPoint(0, way)});
-    }
-    void edit(const QString &knob)
-    {
-        auto *select = find<QAbstractButton>("pB_Analog"_s + strip());
-        if (!select->isChecked()) select->click();
-        drag(knob);
-    }
-    void route()
-    {
-        auto *list = find<QComboBox>("cB_LineOut%1"_s.arg(number() % 8 + 1));
-        list->setCurrentIndex((list->currentIndex() + 1) % list->count());
-    }
-
-    const MainWindow &m_window;
-    std::size_t m_count = 0;
-};
 
 /// A panel in use whose cable is pulled and plugged in repeatedly.
 class Replugging

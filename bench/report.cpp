@@ -19,6 +19,15 @@ void against(const QString &what, double measured, double limit, const QString &
     std::fflush(stdout);
 }
 
+void atMost(const QString &what, int counted, int limit)
+{
+    if (counted > limit) ++missedCount;
+    std::printf(
+        "%-58s %9d     limit %8d%s\n", qPrintable(what), counted, limit,
+        counted > limit ? "  MISSED" : "");
+    std::fflush(stdout);
+}
+
 void figure(const QString &what, double measured, const QString &unit)
 {
     std::printf("%-58s %9.2f %s\n", qPrintable(what), measured, qPrintable(unit));

@@ -102,26 +102,30 @@ inline QStringList differences(const Panel &panel)
     return differences(panel.tamber.state(), storedState(panel.settings.values()));
 }
 
-/// Everything that the window shows, one line for each control.
-inline QStringList shown(const Panel &panel)
+/// Everything that a window or a part of it shows, one line for each control.
+inline QStringList shown(const QWidget &window)
 {
     QStringList lines;
     // These depend on when the device answered and what the user did last.
     const QStringList changing = {"label_Latency"_s, "label_DeviceState"_s, "label_Notice"_s};
-    for (const auto *label : panel.window.findChildren<QLabel *>())
+    for (const auto *label : window.findChildren<QLabel *>())
         if (!label->objectName().isEmpty() && !changing.contains(label->objectName()))
             lines += label->objectName() + label->text();
-    for (const auto *control : panel.window.findChildren<StepControl *>())
+    for (const auto *control : window.findChildren<StepControl *>())
         lines += "%1 %2 %3"_s.arg(control->accessibleName()).arg(control->x()).arg(control->y());
-    for (const auto *button : panel.window.findChildren<QAbstractButton *>())
+    for (const auto *button : window.findChildren<QAbstractButton *>())
         lines +=
             button->objectName() + " %1 %2"_s.arg(button->isChecked()).arg(button->isEnabled());
-    for (const auto *list : panel.window.findChildren<QComboBox *>())
+    for (const auto *list : window.findChildren<QComboBox *>())
         lines += list->objectName() + list->currentText();
-    for (const auto *edit : panel.window.findChildren<QLineEdit *>())
+    for (const auto *edit : window.findChildren<QLineEdit *>())
         lines += edit->objectName() + edit->text();
-    for (const auto *pages : panel.window.findChildren<QStackedWidget *>())
+    for (const auto *pages : window.findChildren<QStackedWidget *>())
         lines += pages->objectName() + QString::number(pages->currentIndex());
     lines.sort();
     return lines;
+}
+inline QStringList shown(const Panel &panel)
+{
+    return shown(panel.window);
 }
