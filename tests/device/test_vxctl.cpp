@@ -296,6 +296,14 @@ void TestVxctl::meterList()
     QCOMPARE(get_meter(silent.link, records, count), 1);
     QCOMPARE(count, 6);
     QCOMPARE(silent.transport.calls.count('I'), 1 + 1 + 100);
+
+    Bench slow{{ready}}; // one level a time, after many reads without one
+    for (int i = 0; i < meterCount; ++i) {
+        slow.transport.answers.insert(slow.transport.answers.end(), 60, QByteArray());
+        slow.transport.answers.push_back(meters(i, 1));
+    }
+    QCOMPARE(get_meter(slow.link, records, count), 0);
+    QCOMPARE(count, meterCount);
 }
 
 void TestVxctl::consoleLines()
