@@ -47,6 +47,7 @@ class TestFirmwareTransfer : public QObject
 private slots:
     void wholeImageArrives();
     void stalledForever();
+    void slowButSteady();
     void flashNeverDone();
     void failsAtAnyCall();
 };
@@ -85,6 +86,24 @@ void TestFirmwareTransfer::stalledForever()
         QVERIFY(transfer.output.endsWith(credit ? "timeout line:274\n" : "timeout line:272\n"));
         QCOMPARE(transfer.output.contains("offset = 7, pos = 0\n"), credit);
     }
+}
+
+/// A device may stall longer in all than it may in a row.
+void TestFirmwareTransfer::slowButSteady()
+{
+    RecordedTransport transport;
+    const auto answer = [&](std::size_t reads, const char *hex) {
+        transport.answers.insert(transport.answers.end(), reads, QByteArray::fromHex(hex));
+    };
+    // Two reads for each question of the status, one for each other message.
+    answer(1 + 2 * 1500, "23 02 00 24 02 00");
+    answer(2 + 1, "23 02 01 24 02 00");
+    answer(2 * 1500, "23 02 00 24 02 01");
+    transport.steady = QByteArray::fromHex("23 02 01 24 02 01");
+    Transfer transfer(2);
+    transfer.run(transport);
+    QCOMPARE(transfer.result, 0);
+    QCOMPARE(transport.sent.join().count("26 05 01 "), 2);
 }
 
 void TestFirmwareTransfer::flashNeverDone()
