@@ -45,6 +45,10 @@ void TestTraceTransport::aLineForEveryRequest()
         QCOMPARE(traced->sampleRate(context, rate), 1);
         QCOMPARE(device.calls, QByteArray("FOIIROOIR"));
         QCOMPARE(device.sent, {QByteArray("45 02 00 00 00")});
+        // Every line is in the file at once, so that a crash loses none.
+        QFile file(name);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll().count('\n'), (round + 1) * 9);
     }
 
     QFile file(name);
