@@ -84,6 +84,7 @@ private slots:
     void stopsWhileTheDeviceIsSlow();
     void stopsWhileTheDeviceIsBusy();
     void workerOfASilentDevice();
+    void nameInUtf8();
     void workerSignalsCarryNumbers();
     void workerPacesCommands();
 };
@@ -180,7 +181,7 @@ void TestQVXDevice::failuresAreReportedAndResent()
     panel.device.reset(); // earlier failures are not reported
     request(panel.device, 1);
     panel.transport.failNext(0);
-    wait();
+    QCOMPARE(wait().size(), 1);
     panel.transport.failNext(1);
     request(panel.device, 0);
     QCOMPARE(wait(), QStringList{"failed"_s});
@@ -321,7 +322,7 @@ void TestQVXDevice::identityRequestsDoNotPileUp()
     QCOMPARE(panel.transport.calls.count('R'), 1);
 }
 
-/// When the device refuses to repeat its identity, the earlier answer is discarded.
+/// When the device refuses to repeat its identity, the panel must not show the earlier answer.
 void TestQVXDevice::identityThatFails()
 {
     Panel panel;
@@ -330,17 +331,25 @@ void TestQVXDevice::identityThatFails()
         panel.device.get_product_name(text);
         return text;
     };
-    std::uint16_t version = 0;
-    QVERIFY(panel.device.isFirmwareKnown());
-    QCOMPARE(name(), "Tamber"_s);
-    panel.tamber.setFault(simulator::Fault::Refused);
-    panel.device.get_version(version);
-    QTRY_VERIFY(!panel.device.isFirmwareKnown());
-    QTRY_COMPARE(name(), QString());
-    panel.tamber.setFault(simulator::Fault::None);
-    panel.device.get_version(version);
-    QTRY_VERIFY(panel.device.isFirmwareKnown());
+    std::uint16_t number = 0;
+    for (const auto ask : {&QVXDevice::get_version, &QVXDevice::get_build}) {
+        QVERIFY(panel.device.isFirmwareKnown());
+        QTRY_COMPARE(name(), "Tamber"_s);
+        panel.tamber.setFault(simulator::Fault::Refused);
+        (panel.device.*ask)(number);
+        QTRY_VERIFY(!panel.device.isFirmwareKnown());
+        QTRY_COMPARE(name(), QString());
+        panel.tamber.setFault(simulator::Fault::None);
+        (panel.device.*ask)(number);
+        QTRY_VERIFY(panel.device.isFirmwareKnown());
+    }
     QTRY_COMPARE(name(), "Tamber"_s);
+
+    panel.tamber.setFault(simulator::Fault::Refused);
+    panel.device.get_version(number);
+    QTRY_VERIFY(!panel.device.isFirmwareKnown());
+    panel.device.get_version(number); // the last one that was read
+    QCOMPARE(int(number), 102);
 }
 
 void TestQVXDevice::presence()
@@ -421,6 +430,15 @@ void TestQVXDevice::workerOfASilentDevice()
     QVERIFY(unit.foundAtStart());
     QCOMPARE(int(unit.version), 0);
     QCOMPARE(unit.productNameAtStart(), QString());
+}
+
+void TestQVXDevice::nameInUtf8()
+{
+    RecordedTransport transport;
+    CountingClock clock;
+    transport.steady = QByteArray::fromHex("32 03 66 00 33 03 22 00 34 05 07 54 c3 a4 6d 62 65 72");
+    const QVXDeviceUnit unit(transport, clock);
+    QCOMPARE(unit.productNameAtStart(), QStringLiteral("T\u00e4mber"));
 }
 
 /// A signal spy sees the numbers although no test has registered their types.
