@@ -94,6 +94,7 @@ class TestFaults : public QObject
 private slots:
     void everyOperation_data();
     void everyOperation();
+    void failedWriteIsRepeated();
     void unreadableAtTheStart();
     void unreadableForever();
     void fullDisk();
@@ -143,6 +144,20 @@ void TestFaults::everyOperation()
             QCOMPARE(folder.contents().first(), done.first());
         }
     }
+}
+
+/// A failed write is tried again although nothing changes any more.
+void TestFaults::failedWriteIsRepeated()
+{
+    const FullFolder folder;
+    FailingDisk disk;
+    Settings live(folder.organisation.constData(), "Tamber_Setting", disk);
+    disk.failAt(1);
+    live.write(mute, true);
+    live.flush();
+    QVERIFY(live.isWriteFailing());
+    QTRY_VERIFY_WITH_TIMEOUT(!live.isWriteFailing(), 5000 * slowness);
+    QVERIFY(folder.bytes().contains("Mute=true"));
 }
 
 /// Another program blocks the file for a while. Nothing is written then, and no change is lost.
@@ -276,6 +291,11 @@ void TestFaults::linksAndPermissions()
     QVERIFY(QFileInfo(folder.file(files[0])).isSymLink());
     QVERIFY(bytesOf(real).contains("Mute=true"));
     QCOMPARE(QFile::permissions(real), own);
+
+    // A file behind a link can be away for a while, so the defaults do not apply.
+    const Folder mounted;
+    QVERIFY(QFile::link(mounted.file("away.ini"_s), mounted.file()));
+    QCOMPARE(mounted.open()->reading(), Settings::Reading::Retrying);
 }
 
 int main(int argc, char **argv)
