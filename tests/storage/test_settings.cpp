@@ -44,6 +44,8 @@ class TestSettings : public QObject
     Q_OBJECT
 
 private slots:
+    void transactions();
+    void sessionIsNotInTheFile();
     void textsAreEncoded();
     void damagedFile_data();
     void damagedFile();
@@ -56,6 +58,48 @@ private slots:
     void killedProcessLosesNothing();
     void leftoverOfTheSameProcessId();
 };
+
+/// A change set names each value once, with its text from before the transaction and after it, and
+/// only if the two differ.
+void TestSettings::transactions()
+{
+    const Folder folder("[Track3]\nFader_pos=150\n");
+    const auto settings = folder.open();
+    storage::Store &store = settings->store();
+    std::vector<storage::ChangeSet> sets;
+    connect(&store, &storage::Store::committed, this, [&](const storage::ChangeSet &changes) {
+        sets.push_back(changes);
+    });
+    {
+        storage::Transaction abandoned(store);
+        abandoned.write(fader3, 160);
+        abandoned.setForeign("Track3/Foreign", "1");
+    }
+    QCOMPARE(settings->read(fader3), 150);
+    QVERIFY(store.values().foreign().isEmpty());
+
+    storage::Transaction transaction(store);
+    for (const int position : {170, 180})
+        transaction.write(fader3, position);
+    for (const bool on : {true, false})
+        transaction.write(solo3, on);
+    transaction.set(track3, solo3.key.key, QByteArray()); // missing, as before
+    QVERIFY(transaction.commit());
+    QCOMPARE(sets.size(), std::size_t{1});
+    QCOMPARE(sets[0].changes.size(), std::size_t{1});
+    QCOMPARE(sets[0].changes[0].before, QByteArray("150"));
+    QCOMPARE(sets[0].changes[0].after, QByteArray("180"));
+}
+
+void TestSettings::sessionIsNotInTheFile()
+{
+    const Folder folder;
+    const auto settings = folder.open();
+    settings->write(in(track3, key::savedMute), true);
+    settings->write(solo3, true);
+    settings->flush();
+    QCOMPARE(folder.bytes(), QByteArray("[Track3]\nSolo=true\n"));
+}
 
 /// test_initext checks the encoding itself with random texts.
 void TestSettings::textsAreEncoded()
