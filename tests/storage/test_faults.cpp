@@ -95,6 +95,7 @@ private slots:
     void everyOperation_data();
     void everyOperation();
     void failedWriteIsRepeated();
+    void failedSceneAddsNoVersion();
     void unreadableAtTheStart();
     void unreadableForever();
     void fullDisk();
@@ -158,6 +159,17 @@ void TestFaults::failedWriteIsRepeated()
     QVERIFY(live.isWriteFailing());
     QTRY_VERIFY_WITH_TIMEOUT(!live.isWriteFailing(), 5000 * slowness);
     QVERIFY(folder.bytes().contains("Mute=true"));
+}
+
+void TestFaults::failedSceneAddsNoVersion()
+{
+    const FullFolder folder;
+    FailingDisk disk;
+    Memories store(folder.organisation, disk);
+    disk.failAt(2); // after the link to the present scene
+    QVERIFY(!store.scenes.save(1));
+    const QDir versions(folder.file("Tamber_Versions"_s));
+    QCOMPARE(versions.entryList(QDir::Files), QStringList());
 }
 
 /// Another program blocks the file for a while. Nothing is written then, and no change is lost.

@@ -156,6 +156,7 @@ void TestSceneMemories::initialize()
     for (const int slot : {1, 5, 10}) {
         QCOMPARE(store.scenes.name(slot), "SceneMemory%1"_s.arg(slot));
         QVERIFY(!store.load(slot));
+        QVERIFY(store.scenes.versionTime(slot, 1).isValid()); // it can be put back
     }
     QCOMPARE(folder.bytes(), QByteArray(session));
     store.live.flush();
@@ -184,10 +185,16 @@ void TestSceneMemories::versions()
     store.scenes.save(4); // an equal scene leaves no version
     QVERIFY(store.scenes.versionTime(4, 3).isValid() && !store.scenes.versionTime(4, 4).isValid());
     QVERIFY(!store.scenes.versionTime(5, 1).isValid());
-    QVERIFY(store.scenes.restoreVersion(4, 3)); // 154, 153, 152
-    QCOMPARE(faderOf(), 152);
+    const QDir kept(folder.file("Tamber_Versions"_s));
+    // A crash can come before the newest version has its number.
+    QVERIFY(
+        QDir().rename(kept.filePath("Tamber_sm4.1.ini"_s), kept.filePath("Tamber_sm4.0.ini"_s)));
+    setFader(156);
+    QVERIFY(store.scenes.versionTime(4, 2).isValid());
+    QVERIFY(store.scenes.restoreVersion(4, 3)); // 155, 154, 153
+    QCOMPARE(faderOf(), 153);
     QVERIFY(store.scenes.restoreVersion(4, 1));
-    QCOMPARE(faderOf(), 155);
+    QCOMPARE(faderOf(), 156);
     QVERIFY(!store.scenes.restoreVersion(5, 1));
     const QDateTime saved = store.scenes.versionTime(4, 1);
     QVERIFY(QFile::remove(folder.file("Tamber_sm4.ini"_s)));
