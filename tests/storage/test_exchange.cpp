@@ -13,8 +13,10 @@ class TestExchange : public QObject
 
 private slots:
     void roundTrip();
+    void carriesMixerAndOutputs();
     void refused_data();
     void refused();
+    void largestFile();
     void leftOut();
     void damagedBytes();
 };
@@ -87,6 +89,18 @@ void TestExchange::roundTrip()
     }
 }
 
+/// The first and the last values of each kind are in the file.
+void TestExchange::carriesMixerAndOutputs()
+{
+    Entries entries;
+    for (const char *entry :
+         {"Track1/Fader_pos", "Track16/EqLowCutFilter", "Track15_16/Link", "Track15_16_R/Pan_pos",
+          "Master/Mute", "Misc/MixerTrueBypass", "Misc/ComputerOutToStereoBus",
+          "LineOutSettings/LineOut1", "LineOutSettings/LineOut8"})
+        entries[entry] = "1";
+    QCOMPARE(exchangeable(Values(entries)).entries(), entries);
+}
+
 void TestExchange::refused_data()
 {
     QTest::addColumn<QByteArray>("text");
@@ -114,6 +128,15 @@ void TestExchange::refused()
     const Exchange read = fromExchange(text);
     QVERIFY2(read.problem.contains(problem), qPrintable(read.problem));
     QVERIFY(read.scenes.empty());
+}
+
+void TestExchange::largestFile()
+{
+    QByteArray text = head + "[Scene]\nName=x\n";
+    while (text.size() < largestExchange)
+        text += text.size() % 1000 == 0 ? '\n' : ';'; // comments
+    text.back() = '\n';
+    QCOMPARE(fromExchange(text).problem, QString());
 }
 
 /// What the panel does not know or must not take is named. A fader never opens by an unreadable
