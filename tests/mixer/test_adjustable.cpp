@@ -15,6 +15,7 @@ class TestAdjustable : public QObject
 
 private slots:
     void everyStepReadsDifferently();
+    void pages();
     void textsComeBack();
     void typedValues_data();
     void typedValues();
@@ -67,6 +68,15 @@ void TestAdjustable::everyStepReadsDifferently()
     // A step goes to the nearest position with another text.
     QCOMPARE(stepped(midQ, 40, 1), 55);
     QCOMPARE(stepped(midQ, 40, -1), 36);
+}
+
+/// A page has fewer steps on short lists.
+void TestAdjustable::pages()
+{
+    for (const Adjustable &a : {fader, pan, lowGain, lowFreq, attack})
+        QCOMPARE(pageSteps(a), 8);
+    for (const ParameterId id : {ParameterId::MakeUpGain, ParameterId::Ratio, ParameterId::LowMidQ})
+        QCOMPARE(pageSteps(knobOf(track(1), id)), 4);
 }
 
 /// What the readout shows can be typed and gives the same reading. So does its number.
@@ -126,7 +136,7 @@ void TestAdjustable::typedValues_data()
     row("freq|400", lowFreq, "400"_s);
     row("ratio|2.5", ratio, "2.5:1"_s);
     row("ratio|2.4 : 1", ratio, "2.5:1"_s);
-    row("ratio|20", ratio, "16.0:1"_s);
+    row("ratio|60", ratio, "16.0:1"_s);
     row("ratio|inf", ratio, "inf:1"_s);
     row("ratio|0.5", ratio, ""_s);
     row("q|2.5", midQ, "2.00"_s);
