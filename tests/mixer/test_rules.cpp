@@ -297,6 +297,11 @@ void TestRules::routes()
     QCOMPARE(console.differences(), QStringList());
     const simulator::Source first = console.tamber.state().lineOuts[0];
     QVERIFY(first.type == 3 && first.no == 8);
+    for (std::size_t output = 2; output <= 8; ++output) { // outputs without a valid source
+        const simulator::Source source = console.tamber.state().lineOuts[output - 1];
+        QCOMPARE(int(source.type), output <= 2 ? vxctl::channelMaster : vxctl::channelComputer);
+        QCOMPARE(std::size_t{source.no}, output);
+    }
     for (int output = 1; output <= 8; ++output) {
         console.mixer.setLineOut(output, 10 - output);
         console.settle();
