@@ -13,6 +13,7 @@ class TestStripClip : public QObject
 
 private slots:
     void betweenStrips();
+    void betweenPairs();
     void parts();
     void editedText();
     void refusedText_data();
@@ -62,6 +63,18 @@ void TestStripClip::betweenStrips()
     QCOMPARE(StripClip::of(values, track(1)).json(), copied);
     console.settle();
     QCOMPARE(console.differences(), QStringList());
+}
+
+void TestStripClip::betweenPairs()
+{
+    Console console("[Track3_4]\nLink=true\n[Track5_6]\nLink=true\n"
+                    "[Track3]\nPan_pos=5\n[Track4]\nPan_pos=95\nPhase=true\n");
+    const Values &values = console.store.values();
+    console.mixer.paste(throughText(values, pair(3)), pair(5), ClipPart::All);
+    QCOMPARE(panPosition(values, 5), 5);
+    QCOMPARE(panPosition(values, 6), 95);
+    QVERIFY(!isOn(values, track(5), storage::strip::phase));
+    QVERIFY(isOn(values, track(6), storage::strip::phase));
 }
 
 void TestStripClip::parts()
