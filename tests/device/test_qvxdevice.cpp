@@ -69,6 +69,7 @@ class TestQVXDevice : public QObject
 
 private slots:
     void onlyTheNewestValueFollows();
+    void tagsOfParameters();
     void resultsOfSetters();
     void failuresAreReportedAndResent_data();
     void failuresAreReportedAndResent();
@@ -78,6 +79,8 @@ private slots:
     void refusedChannels();
     void resetForgets();
     void meters();
+    void gainReduction();
+    void answerReleasesEveryEqualizer();
     void identityRequestsDoNotPileUp();
     void presence();
     void withoutADevice();
@@ -105,6 +108,20 @@ void TestQVXDevice::onlyTheNewestValueFollows()
     for (int number : {4, 9, 16})
         wanted += '|' + parameter(input, number, "81", 3);
     QCOMPARE(panel.sent(), wanted + '|' + parameter(master, 1, "81", 3));
+}
+
+void TestQVXDevice::tagsOfParameters()
+{
+    Panel panel;
+    panel.device.set_fader(input, 2, 1);
+    panel.device.set_pan(input, 2, 1);
+    panel.device.set_mute(input, 2, 1);
+    panel.device.set_solo(input, 2, 1);
+    panel.device.set_phase(input, 2, 1);
+    QList<QByteArray> wanted;
+    for (const char *tag : {"81", "82", "83", "84", "85"})
+        wanted += parameter(input, 2, tag, 1);
+    QCOMPARE(panel.sent(), wanted.join('|'));
 }
 
 void TestQVXDevice::resultsOfSetters()
@@ -204,6 +221,11 @@ void TestQVXDevice::answersFromOutside()
     unsigned int gain = 0;
     QVERIFY(panel.device.get_grmeter(input, 7, gain));
     QCOMPARE(gain, 16422U);
+    for (const bool ret : {false, true, false}) // only failures in a row add up
+        QVERIFY(QMetaObject::invokeMethod(
+            &device, "recv_get_meter", Q_ARG(bool, ret), Q_ARG(QByteArray, QByteArray()),
+            Q_ARG(int, 0)));
+    QCOMPARE(panel.device.meterFailures(), 1);
 }
 
 /// The age of a transfer that does not return grows.
@@ -298,6 +320,35 @@ void TestQVXDevice::meters()
     QTRY_COMPARE(get(18), -1);
     panel.device.reset();
     QCOMPARE(get(18), -1); // a reset keeps the failure
+}
+
+void TestQVXDevice::gainReduction()
+{
+    Panel panel;
+    unsigned int gain = 0;
+    for (int i = 0; i < 30; ++i) // at most one request under way and one pending
+        panel.device.get_grmeter(input, 5, gain);
+    const QByteArray query("62 02 05 61 02 04 b1 01 00 00");
+    QCOMPARE(panel.sent(), query + '|' + query);
+    QVERIFY(panel.device.get_grmeter(input, 5, gain));
+    panel.device.forget_grmeter(input, 5);
+    QVERIFY(!panel.device.get_grmeter(input, 5, gain)); // until the next answer
+    panel.sent();
+    QVERIFY(panel.device.get_grmeter(input, 5, gain));
+}
+
+/// One answer releases a band of each channel, or a full send would take too long.
+void TestQVXDevice::answerReleasesEveryEqualizer()
+{
+    Panel panel;
+    const QSignalSpy requests(&panel.device, &QVXDevice::sig_set_eq);
+    const auto held = panel.transport.hold();
+    for (unsigned char number = 1; number <= 3; ++number)
+        for (int band = 1; band <= 2; ++band)
+            panel.device.set_eq(input, number, band, {1, 2, 3, 4});
+    QCOMPARE(requests.count(), 1);
+    QVERIFY(QMetaObject::invokeMethod(&panel.device, "recv_set_eq", Q_ARG(bool, true)));
+    QCOMPARE(requests.count(), 1 + 3);
 }
 
 void TestQVXDevice::identityRequestsDoNotPileUp()
