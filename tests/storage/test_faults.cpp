@@ -98,6 +98,7 @@ private slots:
     void failedSceneAddsNoVersion();
     void unreadableAtTheStart();
     void unreadableForever();
+    void unreadableFileIsKept();
     void fullDisk();
     void copiesArePruned();
     void linksAndPermissions();
@@ -232,6 +233,21 @@ void TestFaults::unreadableForever()
         QCOMPARE(live.reading(), Settings::Reading::Done);
         QCOMPARE(replaced.count(), 1);
     }
+}
+
+/// A file that cannot be copied gets a second name instead.
+void TestFaults::unreadableFileIsKept()
+{
+    const FullFolder folder;
+    const QByteArray before = folder.bytes();
+    FailingDisk disk;
+    disk.readable = false;
+    Settings live(folder.organisation.constData(), "Tamber_Setting", disk);
+    live.acceptValues();
+    live.write(mute, true);
+    live.flush();
+    QCOMPARE(folder.bytes(files[0] + ".kept-unreadable"_s), before);
+    QCOMPARE(folder.entries(), QStringList{"Track1/Mute=true"_s});
 }
 
 /// The child process of fullDisk(): files cannot grow.
