@@ -17,6 +17,7 @@ class TestCompare : public QObject
 private slots:
     void bothStatesAreHeld();
     void replayedSwitches();
+    void replayedSelection();
     void anotherStripBeginsAgain();
     void historyFollowsTheDevice();
     void handleMovesAreOneStep();
@@ -102,6 +103,25 @@ void TestCompare::replayedSwitches()
     QCOMPARE(step(console, gain), 12);
     compare.toggle();
     QCOMPARE(step(console, gain), 20);
+}
+
+/// A replayed link selects its pair again, and no other strip stays selected.
+void TestCompare::replayedSelection()
+{
+    Console console;
+    storage::ChangeSet linked;
+    const auto connection = QObject::connect(
+        &console.store, &storage::Store::committed,
+        [&linked](const storage::ChangeSet &changes) { linked = changes; });
+    console.mixer.setLinked(pair(3), true);
+    QObject::disconnect(connection);
+    console.mixer.setLinked(pair(3), false);
+    console.mixer.select(track(7), true);
+    storage::Transaction t(console.store);
+    mixer::replay(t, linked, true);
+    t.commit();
+    for (const StripId &strip : allStrips())
+        QCOMPARE(isOn(console.store.values(), strip, storage::strip::select), strip == pair(3));
 }
 
 void TestCompare::anotherStripBeginsAgain()

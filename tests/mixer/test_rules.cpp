@@ -19,6 +19,8 @@ private slots:
     void knobSendsItsSection();
     void switchSendsAllThatDependsOnIt();
     void dragContinuesFromTheStoredValue();
+    void eachDragIsOneStep();
+    void endStopsAtTheDefault();
     void knobBelongsToItsStrip();
     void onlyOneStripIsSelected();
     void bypassedMixerTakesNoGesture();
@@ -188,6 +190,36 @@ void TestRules::dragContinuesFromTheStoredValue()
     // The recall has deselected the strip, so the knob edits no strip.
     console.mixer.moveKnob(ParameterId::LowGain, QPointF(300, 300));
     QVERIFY(is("Track1/EqLowGainPos", ""));
+}
+
+/// The moves of one drag share a merge key, and the next drag has another.
+void TestRules::eachDragIsOneStep()
+{
+    Console console;
+    QByteArrayList keys;
+    QObject::connect(
+        &console.store, &storage::Store::committed,
+        [&keys](const storage::ChangeSet &changes) { keys += changes.mergeKey; });
+    for (const int down : {5, 9}) {
+        dragFader(console, track(1), down);
+        console.mixer.move(faderOf(track(1)), QPointF(290, 420));
+    }
+    QCOMPARE(keys.size(), 4);
+    QVERIFY(!keys[0].isEmpty() && !keys[2].isEmpty());
+    QVERIFY(keys[0] == keys[1] && keys[2] == keys[3] && keys[0] != keys[2]);
+}
+
+/// From there it goes on to the highest value. Controls that cannot become loud do not stop.
+void TestRules::endStopsAtTheDefault()
+{
+    Console console("[Track1]\nFader_pos=200\nPan_pos=3\n");
+    const Adjustable fader = faderOf(track(1));
+    for (const int wanted : {faderDefault, faderTop, faderTop}) {
+        console.mixer.toHighest(fader);
+        QCOMPARE(storedPosition(console.store.values(), fader), wanted);
+    }
+    console.mixer.toHighest(panOf(1));
+    QCOMPARE(storedPosition(console.store.values(), panOf(1)), 40);
 }
 
 /// A drag never changes another strip that is selected during the drag.
