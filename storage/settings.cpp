@@ -135,15 +135,14 @@ void Settings::startTimer()
 
 void Settings::startWriting()
 {
-    if (!m_changed || m_reading == Reading::Retrying) return;
-    m_writer.start(takeJob());
+    if (isWriteDue()) m_writer.start(takeJob());
 }
 
 void Settings::flush()
 {
     m_writer.finish();
     m_timer.stop();
-    if (!m_changed || m_reading == Reading::Retrying) return;
+    if (!isWriteDue()) return;
     content(); // is likely to be asked for
     noteResult(m_writer.write(takeJob()));
 }

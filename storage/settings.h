@@ -103,6 +103,7 @@ private:
     void setReading(Reading reading);
     bool isUsable(const storage::Values &values) const;
     void noteChanges(const storage::ChangeSet &changes);
+    bool isWriteDue() const { return m_changed && m_reading != Reading::Retrying; }
     void startWriting();
     storage::FileWriter::Job takeJob();
     void noteResult(const storage::FileWriter::Result &result);

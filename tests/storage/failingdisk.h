@@ -2,6 +2,8 @@
 
 #include "storage/disk.h"
 
+#include <QThread>
+
 #include <atomic>
 
 /// The real disk, except that the n-th operation fails.
@@ -24,6 +26,8 @@ public:
     /// The number of operations since the last failAt().
     int count() const { return m_count; }
     bool readable = true; ///< whether reads succeed
+    /// While set, operations that write do not return.
+    std::atomic<bool> isStuck{false};
     int reads() const { return m_reads; }
 
     Read read(const QString &path, const Sink &sink) override
@@ -76,7 +80,12 @@ private:
         std::unique_ptr<Output> m_file;
     };
 
-    bool fails() { return ++m_count == m_failing; }
+    bool fails()
+    {
+        while (isStuck)
+            QThread::msleep(1);
+        return ++m_count == m_failing;
+    }
 
     storage::Disk &m_real = storage::realDisk();
     // The settings file is written on another thread.

@@ -1,4 +1,5 @@
 #include "tests/patience.h"
+#include "tests/storage/failingdisk.h"
 #include "tests/storage/folder.h"
 #include "tests/storage/settingin.h"
 
@@ -55,6 +56,7 @@ private slots:
     void fileInPlaceOfTheFolder();
     void changeIsSoonOnDisk();
     void burst();
+    void stuckDisk();
     void killedProcessLosesNothing();
     void leftoverOfTheSameProcessId();
 };
@@ -218,13 +220,27 @@ void TestSettings::fileInPlaceOfTheFolder()
     QCOMPARE(bytesOf(blocked.fileName()), QByteArray());
 }
 
+/// A change that is not one of many is written at once. The fastest of some tries counts, because a
+/// busy machine delays any of them.
 void TestSettings::changeIsSoonOnDisk()
 {
     const Folder folder;
     const auto settings = folder.open();
-    settings->write(fader3, 150);
-    QTRY_COMPARE_WITH_TIMEOUT(
-        folder.content().value("Track3/Fader_pos"_s), "150"_s, 300 * slowness);
+    qint64 fastest = 1000;
+    for (int i = 0; i < 20; ++i) {
+        QElapsedTimer time;
+        time.start();
+        settings->write(fader3, 150 + i);
+        while (folder.content().value("Track3/Fader_pos"_s) != QString::number(150 + i)) {
+            QCoreApplication::processEvents();
+            QVERIFY(!time.hasExpired(20000 * slowness));
+        }
+        fastest = qMin(fastest, time.elapsed());
+        // The next change would wait for its turn.
+        while (!time.hasExpired(100))
+            QCoreApplication::processEvents();
+    }
+    QVERIFY2(fastest < 40, qPrintable(QString::number(fastest)));
 }
 
 /// During a drag the file is replaced about twenty times a second. The last change follows soon.
@@ -250,6 +266,27 @@ void TestSettings::burst()
     QVERIFY2(replaced <= allowed, qPrintable("%1 > %2"_s.arg(replaced).arg(allowed)));
     QTRY_COMPARE_WITH_TIMEOUT(
         folder.content().value("Track3/Fader_pos"_s), "199"_s, 300 * slowness);
+}
+
+/// A disk that takes long delays neither the window nor the changes after it.
+void TestSettings::stuckDisk()
+{
+    const Folder folder;
+    FailingDisk disk;
+    Settings settings(folder.organisation.constData(), "Tamber_Setting", disk);
+    disk.isStuck = true;
+    for (int i = 1; i <= 5; ++i) {
+        settings.write(fader3, 150 + i);
+        QElapsedTimer time;
+        time.start();
+        while (!time.hasExpired(60)) // long enough for another write to begin
+            QCoreApplication::processEvents();
+    }
+    QVERIFY(!folder.content().contains("Track3/Fader_pos"_s));
+    disk.isStuck = false;
+    QTRY_COMPARE_WITH_TIMEOUT(
+        folder.content().value("Track3/Fader_pos"_s), "155"_s, 20000 * slowness);
+    QVERIFY(!settings.isWriteFailing());
 }
 
 /// The child process of killedProcessLosesNothing(): changes a value, changes another one soon
