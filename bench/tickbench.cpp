@@ -4,13 +4,14 @@
 #include "report.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/settings.h"
+#include "tests/shorthand.h"
 #include "timedapplication.h"
 
 #include <QElapsedTimer>
 #include <QPushButton>
 
 #include <algorithm>
-#include <array>
+#include <vector>
 
 namespace {
 
@@ -79,7 +80,7 @@ void benchTick()
 
 void benchMuteDuringFullSend()
 {
-    constexpr int clicks = 50;
+    constexpr int clicks = 100;
     simulator::RealClock clock;
     simulator::SimulatedTamber tamber(clock);
     simulator::SimulatedTransport transport(tamber);
@@ -87,8 +88,9 @@ void benchMuteDuringFullSend()
     leaveAlone(settings);
     MainWindow window(settings, transport, demoEdition);
     auto *mute = window.findChild<QPushButton *>(QStringLiteral("pB_Mute16"));
-    std::array<double, clicks> times;
-    for (double &time : times) {
+    std::vector<double> mutes;
+    std::vector<double> unmutes; // the values of the channel must be there first
+    for (int i = 0; i < clicks; ++i) {
         tamber.setPlugged(false);
         runEvents(400);
         tamber.setPlugged(true);
@@ -98,13 +100,15 @@ void benchMuteDuringFullSend()
         mute->click();
         while (tamber.state().inputs[15].mute != mute->isChecked())
             QCoreApplication::processEvents();
-        time = static_cast<double>(timer.nsecsElapsed()) / 1e6;
+        const double time = static_cast<double>(timer.nsecsElapsed()) / 1e6;
+        (mute->isChecked() ? mutes : unmutes).push_back(time);
     }
-    std::sort(times.begin(), times.end());
+    std::sort(mutes.begin(), mutes.end());
+    std::sort(unmutes.begin(), unmutes.end());
+    constexpr double limit = 60;
     report::figure(
-        QStringLiteral("mute click to device during a full send: median"), times[clicks / 2],
-        QStringLiteral("ms"));
-    report::figure(
-        QStringLiteral("mute click to device during a full send: worst"), times.back(),
-        QStringLiteral("ms"));
+        "mute during a full send, click to device: median"_s, mutes[mutes.size() / 2], "ms"_s);
+    report::against("... worst of 50"_s, mutes.back(), limit, "ms"_s);
+    // Many need no command, because the device starts unmuted.
+    report::figure("unmute, after the channel's values: worst of 50"_s, unmutes.back(), "ms"_s);
 }

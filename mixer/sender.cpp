@@ -15,12 +15,12 @@ namespace {
 using Target = QVXDevice::Target;
 using Kind = QVXDevice::Kind;
 
-/// A change set with more commands than this is handed over in portions.
+/// A change set with more commands than this counts as large.
 constexpr std::size_t smallBatch = 24;
-/// The next portion follows when at most this many requests are left. A drag of a pair keeps up to
-/// four requests busy: for each of two channels one with the worker and one pending. So a drag
-/// cannot hold up the rest.
-constexpr int fewRequests = 4;
+/// So many commands of a batch are under way at once. One keeps the worker busy, because its answer
+/// comes before its pause of 10 ms; the second bridges what the GUI thread does meanwhile. More
+/// would only delay a click.
+constexpr std::size_t mostUnderWay = 2;
 
 /// Returns the index of a command's input (0 to 15) or master side (16, 17), or -1 for line outputs
 /// and bus options.
@@ -156,62 +156,51 @@ void Sender::pump()
     m_pumping = false;
 }
 
-/// Hands the commands of a batch to the facade, as far as the stages allow.
-/// @return whether all of the batch is handed over
+/// Hands the commands of a batch to the facade, as far as their stages and the number under way
+/// allow.
+/// @return whether older batches may go on: all of the batch is handed over, and none of its mutes
+///         waits behind theirs, since the facade sends the lowest channel of a kind first
 bool Sender::advance(Batch &batch)
 {
-    const auto take = [&](const auto &wanted) {
-        const auto rest = std::stable_partition(
+    const auto hasEnded = [this](const Target &target) { return !m_device.isWaiting(target); };
+    batch.handed.erase(
+        std::remove_if(batch.handed.begin(), batch.handed.end(), hasEnded), batch.handed.end());
+    while (!batch.waiting.empty()) {
+        const auto next = std::min_element(
             batch.waiting.begin(), batch.waiting.end(),
-            [&](const Target &target) { return !wanted(target); });
-        const std::vector<Target> taken(rest, batch.waiting.end());
-        batch.waiting.erase(rest, batch.waiting.end());
-        for (const Target &target : taken)
-            handOver(target);
-        batch.handed.insert(batch.handed.end(), taken.begin(), taken.end());
-    };
-    take([this](const Target &target) { return isMuteOn(target); });
-    const bool onlyMutes =
-        std::all_of(batch.handed.begin(), batch.handed.end(), [](const Target &target) {
-            return target.kind == Kind::Mute;
-        });
-    if (onlyMutes && !batch.waiting.empty() && isWaiting(batch.handed)) return false;
-
-    const bool inPortions = batch.waiting.size() > smallBatch || batch.everything;
-    for (std::size_t i = 0; i < batch.waiting.size();) {
-        const Target target = batch.waiting[i];
-        if (isLast(target)) {
-            ++i;
-            continue;
-        }
-        if (inPortions && m_device.setsWaiting() > fewRequests) return false;
-        batch.waiting.erase(batch.waiting.begin() + static_cast<std::ptrdiff_t>(i));
+            [this](const Target &a, const Target &b) { return stageOf(a) < stageOf(b); });
+        const Target target = *next;
+        const bool mustWait =
+            std::any_of(batch.handed.begin(), batch.handed.end(), [&](const Target &t) {
+                return stageOf(t) < stageOf(target);
+            });
+        if (mustWait || batch.handed.size() >= mostUnderWay) return false;
+        batch.waiting.erase(next);
         handOver(target);
-        batch.handed.push_back(target);
+        if (m_device.isWaiting(target)) batch.handed.push_back(target);
     }
-    if (!batch.waiting.empty() && isWaiting(batch.handed)) return false;
-    take([](const Target &) { return true; });
-    return true;
+    return std::none_of(batch.handed.begin(), batch.handed.end(), [](const Target &target) {
+        return target.kind == Kind::Mute;
+    });
 }
 
-bool Sender::isWaiting(const std::vector<Target> &targets)
+Sender::Stage Sender::stageOf(const Target &target) const
 {
-    return std::any_of(targets.begin(), targets.end(), [this](const Target &target) {
-        return m_device.isWaiting(target);
-    });
+    switch (target.kind) {
+    case Kind::Mute:
+        return isMuteOn(target) ? Stage::Silence : Stage::Opening;
+    case Kind::StereoBus:
+    case Kind::TrueBypass:
+        return Stage::Opening;
+    default:
+        return Stage::Values;
+    }
 }
 
 bool Sender::isMuteOn(const Target &target) const
 {
     const Values &values = m_store.values();
     return target.kind == Kind::Mute && isOn(values, stripOf(values, target), key::mute);
-}
-
-/// Returns whether a command belongs to the last stage. Mutes that are switched on never get here.
-bool Sender::isLast(const Target &target) const
-{
-    return target.kind == Kind::Mute || target.kind == Kind::StereoBus ||
-           target.kind == Kind::TrueBypass;
 }
 
 void Sender::handOver(const Target &target)

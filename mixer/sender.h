@@ -23,9 +23,9 @@ namespace mixer {
 /// A command's values are read from the store when the command is handed to the facade, so that
 /// they are never outdated.
 ///
-/// A large change set is handed over in portions. A newer change set goes before older ones, so
-/// that a click waits for a few commands only. If the newer set unmutes channels, the older sets'
-/// pending commands for these channels are sent with it.
+/// At most two commands of a change set are under way at once. A newer change set goes before older
+/// ones, so that a click waits for a few commands only. If the newer set unmutes channels, the
+/// older sets' pending commands for these channels are sent with it.
 class Sender : public QObject
 {
     Q_OBJECT
@@ -56,10 +56,17 @@ public:
     void resendBusOption(Kind option);
 
 private:
+    /// The order that is safe for ears. A stage begins when all commands of the one before have
+    /// been answered.
+    enum class Stage {
+        Silence, ///< mutes that come on
+        Values,
+        Opening, ///< mutes that go off, and the bus options
+    };
     struct Batch
     {
         std::vector<Target> waiting; ///< not handed to the facade yet
-        std::vector<Target> handed;  ///< handed to the facade
+        std::vector<Target> handed;  ///< handed to the facade and without an answer
         bool everything;             ///< the batch of sendAll()
         bool large = false;          ///< a scene, for example
     };
@@ -68,9 +75,8 @@ private:
     void pump();
     bool advance(Batch &batch);
     bool isToBeUnmuted(const Batch &batch, const Target &target) const;
-    bool isWaiting(const std::vector<Target> &targets);
+    Stage stageOf(const Target &target) const;
     bool isMuteOn(const Target &target) const;
-    bool isLast(const Target &target) const;
     void handOver(const Target &target);
     void sendBusOption(Kind option, bool on);
 
