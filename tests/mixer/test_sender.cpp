@@ -17,6 +17,7 @@ private slots:
     void mutesFirstInAFullSend();
     void clicksOvertakeAFullSend();
     void unmutingSendsTheChannelFirst();
+    void unmutingWaitsForTheValues();
     void recallSendsDifferencesOnly();
     void newestValueOnly();
     void busOptionsAreSentBeforeTheyAreStored();
@@ -140,6 +141,27 @@ void TestSender::unmutingSendsTheChannelFirst()
     for (const QString &value : commands.filter("input 16 "_s))
         QVERIFY2(commands.lastIndexOf(value) <= unmuted, qPrintable(value));
     QCOMPARE(console.differences(), QStringList());
+}
+
+/// A channel is unmuted after its values also if these wait for another command of their kind.
+void TestSender::unmutingWaitsForTheValues()
+{
+    Console console("[Track10]\nMute=true\n");
+    console.takeCommands();
+    auto lock = console.cable.hold();
+    console.mixer.shift(faderOf(track(9)), -20);
+    storage::Store scene;
+    scene.load(console.store.values());
+    storage::Transaction transaction(scene);
+    setFader(transaction, track(10), 200);
+    setSwitch(transaction, track(10), storage::strip::mute, false);
+    transaction.commit();
+    console.mixer.recall(scene.values(), "Recall"_s);
+    lock.unlock();
+    console.settle();
+    const QStringList commands = console.takeCommands();
+    QCOMPARE(commands.last(), "Mute of input 10 off"_s);
+    QCOMPARE(commands.filter("of input 10"_s).size(), 2);
 }
 
 /// A recall sends each changed value once, and no other value.
