@@ -35,6 +35,7 @@ struct SideWidgets
     QPushButton *phase = nullptr;
     PanControl *panKnob = nullptr;
     QLabel *panText = nullptr;
+    QWidget *well = nullptr; ///< what the bar moves on
     QWidget *meter = nullptr;
     QWidget *hold = nullptr; ///< the line at the bar's maximum
     QWidget *peak = nullptr;

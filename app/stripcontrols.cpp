@@ -114,9 +114,10 @@ void makeMeters(
         return part;
     };
     const int width = geometry::meterWidth;
-    auto *well = new MeterPart(colours::well, parent);
-    well->setGeometry(column, geometry::meterTop, width, geometry::meterHeight + 1);
-    well->setAttribute(Qt::WA_TransparentForMouseEvents);
+    view.well = new MeterPart(colours::well, colours::edge, parent);
+    view.well->setGeometry(
+        column - 1, geometry::meterTop - 1, width + 2, geometry::meterHeight + 3);
+    view.well->setAttribute(Qt::WA_TransparentForMouseEvents);
     view.meter = place(
         new MeterPart(QStringLiteral(":/Resource/track/meter.png"), parent), "label_LevelMeter",
         " level", QRect(column, geometry::meterBottom, width, 1));

@@ -237,6 +237,8 @@ void StripsView::setBypassed(bool bypassed)
     for (const StripWidgets &strip : m_widgets.strips) {
         enable(strip, !bypassed);
         strip.frame->setDimmed(bypassed);
+        for (const SideWidgets &side : strip.sides)
+            if (side.well) side.well->setEnabled(!bypassed);
         showFader(strip.id);
     }
     for (const PairWidgets &pair : m_widgets.pairs) {

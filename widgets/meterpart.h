@@ -13,6 +13,8 @@ class MeterPart : public QWidget
 
 public:
     MeterPart(const QColor &colour, QWidget *parent);
+    /// @param edge the colour of the outermost pixels, which a disabled widget shows darker
+    MeterPart(const QColor &colour, const QColor &edge, QWidget *parent);
     /// @param image see sharpPixmap()
     MeterPart(const QString &image, QWidget *parent);
 
@@ -22,4 +24,5 @@ protected:
 private:
     const QString m_image;
     const QColor m_colour;
+    const QColor m_edge; ///< invalid for none
 };

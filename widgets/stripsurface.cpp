@@ -18,7 +18,6 @@ namespace {
 constexpr int blockRadius = 5;
 constexpr int selectionHeight = 2;
 constexpr int capPointerRow = 15; // the row of a cap that points to the scale
-constexpr int meterRows = meterHeight + 1;
 constexpr int meterLevels[] = {0, 10, 20, 30, 40, 50};
 constexpr int panLineRow = 133;
 constexpr int scaleWidth = 12;
@@ -88,12 +87,6 @@ void faderScale(QPainter &painter, int cap)
     fill(painter, QRectF(middle - 2, 157, 4, 106), colours::well);
 }
 
-void meterWell(QPainter &painter, int left)
-{
-    fill(painter, QRectF(left - 1, meterTop - 1, meterWidth + 2, meterRows + 2), colours::edge);
-    fill(painter, QRectF(left, meterTop, meterWidth, meterRows), colours::well);
-}
-
 /// Draws the numbers to the right of a meter: one every 10 dB from full scale down, two rows per
 /// decibel.
 void meterScale(QPainter &painter, int left)
@@ -123,7 +116,6 @@ void mono(QPainter &painter)
 {
     panLine(painter, 0);
     faderScale(painter, faderColumns[0]);
-    meterWell(painter, monoMeterColumn);
     meterScale(painter, monoMeterColumn + meterWidth + 1);
 }
 
@@ -132,16 +124,12 @@ void pair(QPainter &painter)
     panLine(painter, 0);
     panLine(painter, stripWidth);
     faderScale(painter, faderColumns[2]);
-    for (const int column : pairMeterColumns)
-        meterWell(painter, column);
     meterScale(painter, pairMeterColumns[1] + meterWidth + 1);
 }
 
 void master(QPainter &painter)
 {
     faderScale(painter, faderColumns[3]);
-    for (const int column : masterMeterColumns)
-        meterWell(painter, column);
     meterScale(painter, masterMeterColumns[1] + meterWidth + 1);
 }
 
