@@ -45,7 +45,7 @@ endfunction()
 function(tamber_test name)
     cmake_parse_arguments(arg "DISPLAY;MANAGER;BUS" "SCREEN;TIMEOUT" "SOURCES;LINKS" ${ARGN})
     if(NOT arg_TIMEOUT)
-        set(arg_TIMEOUT 120)
+        set(arg_TIMEOUT 300) # seconds; the thread sanitizer takes up to fifteen times as long
     endif()
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE tamber_flags tamber_testing Qt5::Test ${arg_LINKS})
