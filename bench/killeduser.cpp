@@ -52,12 +52,13 @@ private:
         QTimer::singleShot(m_user->below(longestPause), m_window.get(), [this] { comeToIdle(); });
     }
     /// Timers fire in the order in which they are due, so that those which were due before come
-    /// before the next one.
+    /// before the next one. While the disk is at work the panel does not count as idle.
     void comeToIdle()
     {
         const qint64 time = steadyTime();
-        QTimer::singleShot(1, m_window.get(), [this, time] {
-            say("idle", QByteArray(), time);
+        const bool isWriting = m_settings.isWriting();
+        QTimer::singleShot(1, m_window.get(), [this, time, isWriting] {
+            if (!isWriting && !m_settings.isWriting()) say("idle", QByteArray(), time);
             work();
         });
     }

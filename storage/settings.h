@@ -76,6 +76,8 @@ public:
     /// Declares the current values valid. Ends Retrying or Failed.
     void acceptValues();
 
+    /// Returns whether the file is being written in the background.
+    bool isWriting() const { return m_writer.isBusy(); }
     /// Returns whether the last write failed.
     bool isWriteFailing() const { return m_failing; }
     ///@}
