@@ -24,13 +24,6 @@ constexpr int startTimeout = 30000; // milliseconds
 constexpr int longestLife = 800;    // milliseconds from the panel's first work to the kill
 constexpr int writtenAfter = 60;    // milliseconds after which a change must be in the file
 
-int rounds()
-{
-    constexpr int usual = 200;
-    const int asked = qEnvironmentVariableIntValue("TAMBER_BENCH_ROUNDS");
-    return asked > 0 ? asked : usual;
-}
-
 QByteArray hashOf(const QByteArray &bytes)
 {
     return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1).toHex();
@@ -241,7 +234,7 @@ void benchKill()
     const QString home = qEnvironmentVariable("XDG_CONFIG_HOME");
     qputenv("HOME", home.toLocal8Bit());
     const unsigned seed = randomSeed();
-    const int count = rounds();
+    const int count = report::amount("TAMBER_BENCH_ROUNDS", 200);
     std::printf("seed %u (TAMBER_BENCH_SEED repeats the user's work, not the moments)\n", seed);
     std::fflush(stdout);
     Killing killing(home, seed);

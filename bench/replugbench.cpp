@@ -25,13 +25,6 @@ constexpr int stepTimeout = 10000; // milliseconds; a step normally takes at mos
 constexpr int pollInterval = 20;   // milliseconds
 constexpr int stableTime = 200;    // milliseconds for which equal states must stay equal
 
-int rounds()
-{
-    constexpr int usual = 20;
-    const int asked = qEnvironmentVariableIntValue("TAMBER_BENCH_ROUNDS");
-    return asked > 1 ? asked : usual;
-}
-
 /// A panel in use whose cable is pulled and plugged in repeatedly.
 class Replugging
 {
@@ -141,7 +134,7 @@ void reportTimes(std::vector<double> times)
 
 void benchReplug()
 {
-    const int count = rounds();
+    const int count = report::amount("TAMBER_BENCH_ROUNDS", 20);
     // Qt's caches grow at first, so growth is measured from the middle on. With few rounds they are
     // not full even then.
     const int warm = count / 2;

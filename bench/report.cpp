@@ -39,4 +39,10 @@ int missed()
     return missedCount;
 }
 
+int amount(const char *variable, int usual)
+{
+    const int asked = qEnvironmentVariableIntValue(variable);
+    return asked > 1 ? asked : usual;
+}
+
 } // namespace report

@@ -17,4 +17,8 @@ void figure(const QString &what, double measured, const QString &unit);
 /// Returns how many figures have missed their limit.
 int missed();
 
+/// Returns how often or how long a benchmark works: the environment variable's number if it is
+/// above 1, otherwise `usual`.
+int amount(const char *variable, int usual);
+
 } // namespace report

@@ -20,13 +20,6 @@ constexpr char settingsName[] = "Tamber_Soak";
 constexpr int minute = 60 * 1000; // milliseconds
 constexpr int restTime = 3000;    // milliseconds in which caches and queues come to rest
 
-int minutes()
-{
-    constexpr int usual = 10;
-    const int asked = qEnvironmentVariableIntValue("TAMBER_BENCH_MINUTES");
-    return asked > 1 ? asked : usual;
-}
-
 /// A panel on a simulated device whose user never stops.
 class Soaking
 {
@@ -174,7 +167,7 @@ void reportDifferences(const QString &what, const QStringList &lines)
 void benchSoak()
 {
     const unsigned seed = randomSeed();
-    const int count = minutes();
+    const int count = report::amount("TAMBER_BENCH_MINUTES", 10);
     std::printf("seed %u\n", seed);
     Soaking soaking(seed);
     // Caches and the undo history are full after the first half.

@@ -400,15 +400,6 @@ int QVXDevice::meterFailures() const
     return m_meterFailures;
 }
 
-int QVXDevice::setsWaiting() const
-{
-    assertGuiThread();
-    const Tables &t = m_tables;
-    return m_setsUnderWay + t.route.pending() + t.eq.pending() + t.comp.pending() +
-           t.fader.pending() + t.mute.pending() + t.pan.pending() + t.solo.pending() +
-           t.phase.pending();
-}
-
 void QVXDevice::forget_grmeter(int ch_type, std::uint8_t ch_no)
 {
     assertGuiThread();
@@ -425,7 +416,6 @@ void QVXDevice::trustMeters()
 
 void QVXDevice::finished(Kind kind, int index, bool ret)
 {
-    --m_setsUnderWay;
     if (index >= 0) emit setFinished({kind, index}, ret);
     emit setAnswered();
 }
@@ -453,27 +443,23 @@ void QVXDevice::reset()
 
 void QVXDevice::emitRoute(const Route &v)
 {
-    ++m_setsUnderWay;
     emit sig_set_assign_ch(v.in_type, v.in_ch, v.out_type, v.out_ch);
 }
 
 void QVXDevice::emitEq(const EqBand &v)
 {
-    ++m_setsUnderWay;
     emit sig_set_eq(v.ch_type, v.ch_no, v.eq.on, v.band, v.eq.gain, v.eq.freq, v.eq.q);
 }
 
 void QVXDevice::emitComp(const Compressor &v)
 {
     const Comp &c = v.comp;
-    ++m_setsUnderWay;
     emit sig_set_comp(
         v.ch_type, v.ch_no, c.on, c.threshold, c.ratio, c.attack, c.release, c.gain, c.link);
 }
 
 void QVXDevice::emitParameter(const Parameter &v, ParameterSignal send)
 {
-    ++m_setsUnderWay;
     emit(this->*send)(v.ch_type, v.ch_no, v.data);
 }
 

@@ -136,10 +136,6 @@ public:
     /// since the last call.
     std::optional<bool> takeBusResult(Kind option);
 
-    /// Returns how many requests of setters the worker has or are pending. The bus options do not
-    /// count.
-    int setsWaiting() const;
-
     /// Returns how long the worker's current transfer has lasted, in milliseconds, or 0 if there is
     /// none.
     qint64 transferAge() const;
@@ -314,5 +310,4 @@ private:
     bool m_selected;
     bool m_meterRet = true;
     int m_meterFailures = 0;
-    int m_setsUnderWay = 0; ///< requests of setters that the worker has
 };

@@ -41,9 +41,6 @@ public:
     /// Returns the last answer, or false before the first.
     bool ret() const { return m_ret; }
 
-    /// Returns how many entries are pending: their values are sent after an answer.
-    int pending() const { return m_pending; }
-
     /// Returns whether the last values of an entry are pending or await an answer.
     bool isWaiting(int index) const
     {
@@ -78,7 +75,6 @@ public:
     void forget()
     {
         m_entries = {};
-        m_pending = 0;
         m_busy = false;
         m_ret = false;
         for (Request &request : m_underWay)
@@ -124,7 +120,6 @@ private:
     void request(int index, Send send)
     {
         if (m_busy) {
-            m_pending += entry(index).pending ? 0 : 1;
             entry(index).pending = true;
         } else {
             emitEntry(index, send);
@@ -145,7 +140,6 @@ private:
         for (int i = from; i < to; ++i) {
             if (!entry(i).pending) continue;
             entry(i).pending = false;
-            --m_pending;
             emitEntry(i, send);
             return true;
         }
@@ -154,7 +148,6 @@ private:
 
     std::array<Entry, static_cast<std::size_t>(Size)> m_entries{};
     std::deque<Request> m_underWay; ///< oldest first; the worker answers in this order
-    int m_pending = 0;
     bool m_busy = false;
     bool m_ret = false;
 };

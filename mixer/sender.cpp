@@ -83,13 +83,12 @@ Sender::Sender(const storage::Store &store, QVXDevice &device) : m_store(store),
 void Sender::send(const storage::ChangeSet &changes)
 {
     if (m_held) return;
-    Batch batch{{}, {}, false};
+    Batch batch;
     for (const storage::Change &change : changes.changes)
         for (const Target &command : commandsOf(m_store.values(), change.group, change.key))
             if (std::find(batch.waiting.begin(), batch.waiting.end(), command) ==
                 batch.waiting.end())
                 batch.waiting.push_back(command);
-    batch.large = batch.waiting.size() > smallBatch;
     if (!batch.waiting.empty()) enqueue(std::move(batch));
 }
 
@@ -98,14 +97,13 @@ void Sender::sendAll()
     m_stereoBus.reset();
     m_trueBypass.reset();
     m_batches.clear();
-    if (!m_held) enqueue({allCommands(), {}, true});
+    if (!m_held) enqueue({allCommands(), {}});
 }
 
 bool Sender::isSendingMuch() const
 {
-    return std::any_of(m_batches.begin(), m_batches.end(), [](const Batch &batch) {
-        return batch.everything || batch.large;
-    });
+    return std::any_of(
+        m_batches.begin(), m_batches.end(), [](const Batch &batch) { return batch.large; });
 }
 
 void Sender::setHeld(bool held)
@@ -125,6 +123,7 @@ bool Sender::isToBeUnmuted(const Batch &batch, const Target &target) const
 void Sender::enqueue(Batch batch)
 {
     const std::vector<Target> wanted = batch.waiting;
+    batch.large = wanted.size() > smallBatch;
     for (Batch &older : m_batches) {
         erase(older.waiting, wanted);
         // The new value of a handed command must not hold the older batch up, as in a long drag.

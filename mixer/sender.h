@@ -43,7 +43,7 @@ public:
     /// Sends the whole state in place of all pending changes. Reset the facade first, so that it
     /// does not skip values that it has sent before.
     void sendAll();
-    /// Returns whether commands of the last sendAll() or of a large change set are still pending.
+    /// Returns whether commands of a large change set or of sendAll() are still pending.
     bool isSendingMuch() const;
 
     /// Stops or allows sending. While `held` is true nothing is sent and changes are not kept. Call
@@ -67,8 +67,7 @@ private:
     {
         std::vector<Target> waiting; ///< not handed to the facade yet
         std::vector<Target> handed;  ///< handed to the facade and without an answer
-        bool everything;             ///< the batch of sendAll()
-        bool large = false;          ///< a scene, for example
+        bool large = false;          ///< a scene or the whole state, for example
     };
 
     void enqueue(Batch batch);

@@ -9,9 +9,13 @@ namespace storage {
 
 Q_LOGGING_CATEGORY(log, "tamber.storage")
 
-void FileWriter::start(Job job)
+FileWriter::FileWriter(Disk &disk, const QString &path) : m_disk(disk), m_path(path)
 {
     setAutoDelete(false);
+}
+
+void FileWriter::start(Job job)
+{
     m_isBusy = true;
     m_job.store(new Job(std::move(job)));
     m_pool.start(this);

@@ -33,7 +33,7 @@ public:
         bool isForeignReplaced = false; ///< another program had changed the file
     };
 
-    FileWriter(Disk &disk, const QString &path) : m_disk(disk), m_path(path) {}
+    FileWriter(Disk &disk, const QString &path);
     /// Waits for the write in the background.
     ~FileWriter() override { m_pool.waitForDone(); }
 

@@ -142,9 +142,7 @@ void Settings::flush()
 {
     m_writer.finish();
     m_timer.stop();
-    if (!isWriteDue()) return;
-    content(); // is likely to be asked for
-    noteResult(m_writer.write(takeJob()));
+    if (isWriteDue()) noteResult(m_writer.write(takeJob()));
 }
 
 FileWriter::Job Settings::takeJob()

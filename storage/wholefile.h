@@ -7,7 +7,7 @@
 
 /// Files that are only ever replaced as a whole. The new content is written to a second file and is
 /// complete on the medium before that file replaces the old one. So a crash or a disk failure
-/// leaves either the old file or the new one. GUI thread only.
+/// leaves either the old file or the new one. Any thread, one at a time for each file.
 namespace storage {
 
 /// Returns the path of the INI file of this organisation and application in the user's settings

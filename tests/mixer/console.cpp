@@ -1,8 +1,11 @@
 #include "tests/mixer/console.h"
 
+#include "mixer/sender.h"
 #include "simulator/describe.h"
 
 #include <QEventLoop>
+
+#include <algorithm>
 
 namespace {
 
@@ -37,9 +40,11 @@ Console::~Console() = default;
 /// earlier requests are done. Repeats this if commands were still waiting in the facade.
 void Console::settle()
 {
+    const auto isWaiting = [this](const QVXDevice::Target &t) { return device.isWaiting(t); };
+    const std::vector<QVXDevice::Target> commands = mixer::allCommands();
     bool busy = true;
-    while (busy || device.setsWaiting() > 0) {
-        busy = device.setsWaiting() > 0;
+    while (busy) {
+        busy = std::any_of(commands.begin(), commands.end(), isWaiting);
         QEventLoop loop;
         QObject::connect(&device, &QVXDevice::nameAnswered, &loop, &QEventLoop::quit);
         QString name;
