@@ -38,6 +38,14 @@ void append(storage::ChangeSet &changes, const storage::ChangeSet &later)
     });
 }
 
+/// Returns the title of a step that joins changes of two controls: "Remote: several controls".
+QString joinedTitle(const QString &earlier, const QString &later)
+{
+    const QString colon = QStringLiteral(": ");
+    if (earlier == later || !earlier.contains(colon)) return earlier;
+    return earlier.section(colon, 0, 0) + colon + QStringLiteral("several controls");
+}
+
 } // namespace
 
 /// A step that was recorded from the store.
@@ -66,6 +74,7 @@ public:
             return false;
         if (m_changes.mergeKey.startsWith("run:") && later.m_time - m_time >= runTime) return false;
         append(m_changes, later.m_changes);
+        setText(joinedTitle(text(), later.text()));
         m_time = later.m_time;
         setObsolete(m_changes.isEmpty());
         return true;

@@ -47,9 +47,16 @@ Mixer::Mixer(storage::Store &store, Sender &sender) : m_store(store), m_sender(s
 template <typename Rule>
 void Mixer::change(const QString &title, const QByteArray &mergeKey, Rule rule)
 {
-    Transaction transaction(m_store, title, mergeKey);
+    const bool isElsewhere = !m_where.isEmpty() && mergeKey.isEmpty();
+    const QString full = titled(title);
+    Transaction transaction(m_store, full, isElsewhere ? "run:" + full.toUtf8() : mergeKey);
     rule(transaction);
     transaction.commit();
+}
+
+QString Mixer::titled(const QString &title) const
+{
+    return m_where.isEmpty() || title.isEmpty() ? title : m_where + QLatin1String(": ") + title;
 }
 
 template <typename Rule>
@@ -164,7 +171,8 @@ void Mixer::setPosition(const Adjustable &a, int position)
 void Mixer::adjust(const Adjustable &a, int position, const QByteArray &mergeKey)
 {
     if (isBypassed(values())) return;
-    change(title(a), mergeKey, [&](Transaction &t) {
+    const QByteArray run = m_where.isEmpty() ? mergeKey : "run:" + m_where.toUtf8();
+    change(title(a), run, [&](Transaction &t) {
         switch (a.what) {
         case Adjustable::What::Fader:
             return setFader(t, a.strip, position);
@@ -236,13 +244,16 @@ void Mixer::setLinked(const StripId &pair, bool linked)
     });
 }
 
+void Mixer::setLowCut(const StripId &strip, bool on)
+{
+    changeStrip(strip, "low cut", QByteArray(), [&](Transaction &t) {
+        setSwitch(t, strip, key::eqLowCut, on);
+    });
+}
+
 void Mixer::setLowCut(bool on)
 {
-    const std::optional<StripId> strip = edited();
-    if (!strip) return;
-    changeStrip(*strip, "low cut", QByteArray(), [&](Transaction &t) {
-        setSwitch(t, *strip, key::eqLowCut, on);
-    });
+    if (const std::optional<StripId> strip = edited()) setLowCut(*strip, on);
 }
 
 void Mixer::setName(const StripId &strip, const QString &name)

@@ -32,6 +32,23 @@ public:
     /// Returns a knob of the edited strip, or nothing if no strip is edited.
     std::optional<Adjustable> editedKnob(ParameterId id) const;
 
+    /// While an object exists, gestures come from elsewhere than the window. The titles of their
+    /// steps begin with the name of where. Values that are set within a second of each other are
+    /// one step, also those of several controls.
+    class Elsewhere
+    {
+    public:
+        Elsewhere(Mixer &mixer, const QString &where) : m_mixer(mixer) { m_mixer.m_where = where; }
+        ~Elsewhere() { m_mixer.m_where.clear(); }
+        Elsewhere(const Elsewhere &) = delete;
+        Elsewhere &operator=(const Elsewhere &) = delete;
+
+    private:
+        Mixer &m_mixer;
+    };
+    /// Returns a title with the name of where the gesture comes from: "Remote: Save scene 3".
+    QString titled(const QString &title) const;
+
     /// @name Drags
     /// A drag continues from the stored position, even if something else has changed it meanwhile.
     /// Moves count only after a press on the same control.
@@ -82,6 +99,7 @@ public:
     void setMute(const StripId &strip, bool on);
     void select(const StripId &strip, bool on);
     void setLinked(const StripId &pair, bool linked);
+    void setLowCut(const StripId &strip, bool on);
     void setLowCut(bool on); ///< of the edited strip
     ///@}
 
@@ -141,6 +159,7 @@ private:
     std::optional<StripId> m_handled; ///< the strip whose handle was pressed last
     QPointF m_pointer;                ///< at the last event of the drag
     QPointF m_travelled;              ///< the pointer, with fine moves made smaller
+    QString m_where;                  ///< see Elsewhere; empty for the window
     int m_sessions = 0;               ///< drags and edits of names so far
 };
 

@@ -16,6 +16,7 @@ class TestHistory : public QObject
 private slots:
     void steps();
     void runs();
+    void elsewhere();
     void linkAndSelection();
     void soloAndScene();
     void unplugged();
@@ -103,6 +104,41 @@ void TestHistory::runs()
     desk.undo();
     turn(faderOf(track(1)), 1); // does not join a step from before the undo
     QCOMPARE(desk.stack().count(), 4);
+}
+
+/// Values that are set from elsewhere within a second are one step, also those of two faders that
+/// are moved at once. Switches are steps of their own.
+void TestHistory::elsewhere()
+{
+    Desk desk;
+    {
+        const Mixer::Elsewhere remote(desk.mixer, "Remote"_s);
+        for (int position = 160; position < 170; ++position) {
+            desk.clock.milliseconds += 100;
+            desk.mixer.setPosition(faderOf(track(3)), position);
+        }
+        desk.clock.milliseconds += 1000;
+        for (int position = 160; position < 170; ++position) {
+            desk.mixer.setPosition(faderOf(track(3)), position + 10);
+            desk.mixer.step(knobOf(track(4), ParameterId::LowGain), 1);
+        }
+        desk.mixer.setMute(track(3), true);
+        desk.mixer.setMute(track(4), true);
+        desk.mixer.select(track(9), true);
+        QCOMPARE(desk.mixer.titled("Save scene 1"_s), "Remote: Save scene 1"_s);
+    }
+    desk.mixer.setPosition(faderOf(track(3)), 200);
+    desk.mixer.setPosition(faderOf(track(3)), 210);
+    QCOMPARE(
+        desk.titles().join(QLatin1Char('|')),
+        "Remote: Channel 3 fader|Remote: several controls|Remote: Channel 3 mute|"
+        "Remote: Channel 4 mute|Channel 3 fader|Channel 3 fader"_s);
+    for (int i = 0; i < 5; ++i)
+        desk.undo();
+    QCOMPARE(desk.stored("Track3/Fader_pos"), QByteArray("169"));
+    desk.undo();
+    QCOMPARE(desk.stored("Track3/Fader_pos"), QByteArray());
+    QCOMPARE(desk.differences(), QStringList());
 }
 
 /// Undoing a link restores its selection, and another strip that was selected meanwhile is not
