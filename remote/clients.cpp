@@ -1,0 +1,208 @@
+#include "remote/clients.h"
+
+#include <algorithm>
+
+namespace remote {
+
+namespace {
+
+constexpr int second = 1000; // milliseconds
+
+bool isAllowed(Permission permission)
+{
+    return permission == Permission::Now || permission == Permission::Always;
+}
+
+template <typename Predicate>
+std::vector<Endpoint> endpointsOf(const std::vector<Client> &clients, Predicate isWanted)
+{
+    std::vector<Endpoint> endpoints;
+    for (const Client &client : clients)
+        if (isWanted(client)) endpoints.push_back(client.endpoint);
+    return endpoints;
+}
+
+} // namespace
+
+QString Endpoint::inWords() const
+{
+    return address.isLoopback() ? QStringLiteral("this computer, port %1").arg(port)
+                                : QStringLiteral("%1, port %2").arg(address.toString()).arg(port);
+}
+
+Client *Clients::find(const Endpoint &endpoint)
+{
+    const auto place = std::find_if(m_clients.begin(), m_clients.end(), [&](const Client &client) {
+        return client.endpoint == endpoint;
+    });
+    return place == m_clients.end() ? nullptr : &*place;
+}
+
+const Client *Clients::find(const Endpoint &endpoint) const
+{
+    return const_cast<Clients *>(this)->find(endpoint);
+}
+
+bool Clients::mayStay(const Client &client, qint64 now) const
+{
+    return std::max({client.heard + silentTime, client.changesTo, client.metersTo}) > now;
+}
+
+/// Frees a place in the list. Returns false if every client has a subscription.
+bool Clients::makeSpace()
+{
+    const qint64 time = now();
+    m_clients.erase(
+        std::remove_if(
+            m_clients.begin(), m_clients.end(),
+            [&](const Client &client) { return !mayStay(client, time); }),
+        m_clients.end());
+    if (m_clients.size() < most) return true;
+    auto silent = m_clients.end();
+    for (auto client = m_clients.begin(); client != m_clients.end(); ++client) {
+        const bool isSubscribed = std::max(client->changesTo, client->metersTo) > time;
+        if (!isSubscribed && (silent == m_clients.end() || client->heard < silent->heard))
+            silent = client;
+    }
+    if (silent == m_clients.end()) return false;
+    m_clients.erase(silent);
+    return true;
+}
+
+Clients::Verdict Clients::admit(const Endpoint &from)
+{
+    if (m_isRefusingAll || from.port == 0 || from.address.isNull()) return Verdict::Ignore;
+    if (!from.address.isLoopback()) {
+        const QString address = from.address.toString();
+        const auto known = m_permissions.constFind(address);
+        if (known == m_permissions.constEnd()) {
+            if (m_asked.contains(address) || m_asked.size() >= mostQuestions)
+                return Verdict::Ignore;
+            m_asked.insert(address);
+            return Verdict::Ask;
+        }
+        if (!isAllowed(*known)) return Verdict::Ignore;
+    }
+    Client *client = find(from);
+    if (!client) {
+        if (!makeSpace()) return Verdict::Full;
+        client = &m_clients.emplace_back();
+        client->endpoint = from;
+        client->since = now();
+    }
+    client->heard = now();
+    return Verdict::Take;
+}
+
+int Count::add(int added, int limit, qint64 now)
+{
+    if (now - begin >= second) *this = {now, 0};
+    const int free = std::max(0, limit - messages);
+    messages += added;
+    return std::min(added, free);
+}
+
+/// A client that changes its port with every message is still limited by the count of all.
+Clients::Allowance Clients::count(const Endpoint &from, int messages)
+{
+    Client *client = find(from);
+    if (!client) return {0, false};
+    const int own = client->count.add(messages, perSecond, now());
+    const int all = m_count.add(own, most * perSecond, now());
+    const int before = client->count.messages - messages;
+    return {all, before <= perSecond && client->count.messages > perSecond};
+}
+
+void Clients::note(const Endpoint &from, const QString &lastMessage)
+{
+    if (Client *client = find(from)) client->last = lastMessage;
+}
+
+void Clients::answer(const QHostAddress &address, Permission permission)
+{
+    m_asked.remove(address.toString());
+    m_permissions.insert(address.toString(), permission);
+    if (isAllowed(permission)) return;
+    m_clients.erase(
+        std::remove_if(
+            m_clients.begin(), m_clients.end(),
+            [&](const Client &client) { return client.endpoint.address == address; }),
+        m_clients.end());
+}
+
+void Clients::forget(const QString &address)
+{
+    answer(QHostAddress(address), Permission::Refuse);
+    m_permissions.remove(address);
+}
+
+bool Clients::subscribe(const Endpoint &from, bool on)
+{
+    Client *client = find(from);
+    if (!client) return false;
+    const bool isNew = on && client->changesTo <= now();
+    client->changesTo = on ? now() + subscription : 0;
+    return isNew;
+}
+
+void Clients::subscribeMeters(const Endpoint &from, bool on)
+{
+    if (Client *client = find(from)) client->metersTo = on ? now() + subscription : 0;
+}
+
+std::vector<Endpoint> Clients::subscribers() const
+{
+    if (m_isRefusingAll) return {};
+    return endpointsOf(m_clients, [time = now()](const Client &c) { return c.changesTo > time; });
+}
+
+std::vector<Endpoint> Clients::meterSubscribers() const
+{
+    if (m_isRefusingAll) return {};
+    return endpointsOf(m_clients, [time = now()](const Client &c) { return c.metersTo > time; });
+}
+
+void Clients::noteMove(const Endpoint &from, const QByteArray &address)
+{
+    Client *client = find(from);
+    if (client && client->changesTo > now()) client->moving[address] = now();
+}
+
+bool Clients::isMoving(const Endpoint &client, const QByteArray &address) const
+{
+    const Client *known = find(client);
+    return known && known->moving.contains(address);
+}
+
+bool Clients::isAnyMoving() const
+{
+    return std::any_of(m_clients.begin(), m_clients.end(), [](const Client &client) {
+        return !client.moving.isEmpty();
+    });
+}
+
+/// Returns the moves that have ended since the last call.
+std::vector<Clients::Stop> Clients::takeStops()
+{
+    std::vector<Stop> stops;
+    const qint64 time = now();
+    for (Client &client : m_clients) {
+        for (auto move = client.moving.begin(); move != client.moving.end();) {
+            const bool hasStopped = time - *move >= settlingTime;
+            if (hasStopped) stops.push_back({client.endpoint, move.key()});
+            move = hasStopped ? client.moving.erase(move) : move + 1;
+        }
+    }
+    return stops;
+}
+
+std::vector<Client> Clients::list() const
+{
+    std::vector<Client> current;
+    std::copy_if(
+        m_clients.begin(), m_clients.end(), std::back_inserter(current),
+        [this, time = now()](const Client &client) { return mayStay(client, time); });
+    return current;
+}
+
+} // namespace remote

@@ -1,0 +1,267 @@
+#include "remote/dispatcher.h"
+
+#include <cmath>
+
+namespace remote {
+
+namespace key = storage::strip;
+
+namespace {
+
+constexpr int longestEcho = 100; ///< bytes of an unknown address that an error repeats
+constexpr int emptyGap = 106;    ///< rows above the bar of a meter that shows no level
+constexpr int rowsOfDecibel = 2;
+constexpr float silence = -127;
+
+std::optional<double> numberIn(const Argument &argument)
+{
+    if (const auto *number = std::get_if<int>(&argument)) return *number;
+    const auto *real = std::get_if<float>(&argument);
+    return real && std::isfinite(*real) ? std::make_optional(double(*real)) : std::nullopt;
+}
+
+Range rangeOf(const Address &address)
+{
+    return address.isStep ? stepRange : rangeOf(*address.row);
+}
+
+QString pathOf(const Address &address)
+{
+    return QString::fromLatin1(address.path);
+}
+
+/// Says what an address takes: "/strip/3/fader takes a number from -127 to 6."
+QString takes(const Address &address)
+{
+    const Range range = rangeOf(address);
+    switch (address.row->type) {
+    case Type::Text:
+        return QStringLiteral("%1 takes a text of at most %2 characters.")
+            .arg(pathOf(address))
+            .arg(range.highest);
+    case Type::Trigger:
+        return QStringLiteral("%1 takes 1, 0 or no value.").arg(pathOf(address));
+    case Type::Number:
+    case Type::Choice:
+        break;
+    }
+    return QStringLiteral("%1 takes a number from %2 to %3.")
+        .arg(pathOf(address))
+        .arg(range.lowest)
+        .arg(range.highest);
+}
+
+/// A float is as near to a limit as floats are.
+bool isWithin(const Range &range, double number)
+{
+    return float(number) >= float(range.lowest) && float(number) <= float(range.highest);
+}
+
+/// Returns the index of an address's meter, see Meters::Readings.
+std::size_t meterOf(const Address &address)
+{
+    if (address.strip.isMaster()) return std::size_t(mixer::Meters::count - 3 + address.number);
+    return std::size_t((address.number - 1) / 2 * 4 + (address.number - 1) % 2);
+}
+
+/// Names the address that works in place of a hidden strip's.
+QString hiddenInWords(const mixer::StripId &strip)
+{
+    const mixer::StripId pair = mixer::pairOf(strip.number);
+    const QString what = strip.isPair() ? QStringLiteral("%1 and %2 are not linked.")
+                                        : QStringLiteral("%1 and %2 are linked.");
+    return QStringLiteral("Channels ") + what.arg(pair.number).arg(pair.number + 1);
+}
+
+} // namespace
+
+Dispatcher::Dispatcher(
+    const storage::Store &store, mixer::Mixer &mixer, const mixer::Presence &presence,
+    const Panel &panel)
+    : m_store(store), m_mixer(mixer), m_presence(presence), m_panel(panel)
+{
+}
+
+Dispatcher::Outcome Dispatcher::perform(const Message &message)
+{
+    Outcome outcome;
+    const Address *address = outcome.address = find(message.address);
+    if (!address) {
+        const QString path = QString::fromUtf8(message.address.left(longestEcho));
+        outcome.error = QStringLiteral("There is no address %1.").arg(path);
+        return outcome;
+    }
+    const bool isTrigger = address->row->type == Type::Trigger;
+    if (message.arguments.empty() && !isTrigger) {
+        if (address->hasValue())
+            outcome.value = valueOf(*address);
+        else
+            outcome.error = takes(*address);
+        return outcome;
+    }
+    const Argument argument = message.arguments.empty() ? Argument(1) : message.arguments.front();
+    const std::optional<double> number = numberIn(argument);
+    const bool isText = address->row->type == Type::Text;
+    if (!address->canWrite())
+        outcome.error = QStringLiteral("%1 cannot be set.").arg(pathOf(*address));
+    else if (message.arguments.size() > 1)
+        outcome.error = takes(*address);
+    else if (isText)
+        outcome.error = setText(*address, argument);
+    else if (!number || (!isTrigger && !isWithin(rangeOf(*address), *number)))
+        outcome.error = takes(*address);
+    else if (address->isSubscription())
+        outcome.subscribe = *number != 0;
+    else
+        outcome.error = set(*address, *number);
+    return outcome;
+}
+
+/// Returns why the window does not offer the control now, or an empty text.
+QString Dispatcher::refusal(const Address &address) const
+{
+    if (!address.isOfStrip()) return {};
+    if (mixer::isBypassed(values())) return QStringLiteral("The mixer is bypassed.");
+    if (address.row->what != What::Link && !mixer::isShown(values(), address.strip))
+        return hiddenInWords(address.strip);
+    const auto adjustable = address.adjustable();
+    if (adjustable && m_panel.isHeld(*adjustable))
+        return QStringLiteral("%1 is held in the window.").arg(title(*adjustable));
+    return {};
+}
+
+QString Dispatcher::set(const Address &address, double number)
+{
+    const QString refused = refusal(address);
+    if (!refused.isEmpty()) return refused;
+    const mixer::Mixer::Elsewhere remote(m_mixer, QStringLiteral("Remote"));
+    const int choice = static_cast<int>(std::lround(number));
+    switch (address.row->what) {
+    case What::Fader:
+    case What::Pan:
+    case What::Knob:
+        adjust(address, number);
+        return {};
+    case What::LineOut:
+        m_mixer.setLineOut(address.number, choice);
+        return {};
+    case What::StereoBus:
+        if (choice != values().read(storage::stereoBus)) m_mixer.setStereoBus(choice != 0);
+        return {};
+    case What::Bypass:
+        if (choice != values().read(storage::trueBypass)) m_mixer.setTrueBypass(choice != 0);
+        return {};
+    case What::Recall:
+        return m_panel.recallScene(choice);
+    case What::Save:
+        return m_panel.saveScene(choice);
+    case What::Undo:
+        return number != 0 ? m_panel.undo() : QString();
+    case What::Redo:
+        return number != 0 ? m_panel.redo() : QString();
+    default:
+        return setStrip(address, choice != 0);
+    }
+}
+
+void Dispatcher::adjust(const Address &address, double number)
+{
+    const mixer::Adjustable a = *address.adjustable();
+    if (address.isStep)
+        m_mixer.step(a, static_cast<int>(std::lround(number)));
+    else
+        m_mixer.setPosition(a, nearestPosition(a, number));
+}
+
+QString Dispatcher::setStrip(const Address &address, bool on)
+{
+    const mixer::StripId &strip = address.strip;
+    switch (address.row->what) {
+    case What::Phase:
+        m_mixer.setPhase(address.number, on);
+        return {};
+    case What::Select:
+        m_mixer.select(strip, on);
+        return {};
+    case What::Link:
+        m_mixer.setLinked(strip, on);
+        return {};
+    default:
+        break;
+    }
+    switch (address.row->key) {
+    case storage::Key::Mute:
+        m_mixer.setMute(strip, on);
+        return {};
+    case storage::Key::Solo:
+        m_mixer.setSolo(strip, on);
+        return {};
+    case storage::Key::Eq:
+        m_mixer.setEq(strip, on);
+        return {};
+    case storage::Key::EqLowCut:
+        m_mixer.setLowCut(strip, on);
+        return {};
+    default:
+        m_mixer.setComp(strip, on);
+        return {};
+    }
+}
+
+QString Dispatcher::setText(const Address &address, const Argument &argument)
+{
+    const auto *given = std::get_if<QString>(&argument);
+    if (!given || !isWithin(address.row->range, given->size())) return takes(address);
+    const QString refused = refusal(address);
+    if (!refused.isEmpty()) return refused;
+    QString name = *given;
+    for (QChar &character : name) // as a field of one line does
+        if (!character.isPrint() && !character.isSurrogate()) character = u' ';
+    const mixer::Mixer::Elsewhere remote(m_mixer, QStringLiteral("Remote"));
+    m_mixer.startNaming();
+    m_mixer.setName(address.strip, name);
+    return {};
+}
+
+float Dispatcher::levelOf(const Address &address) const
+{
+    const int gap = m_presence.meters().readings()[meterOf(address)].gap;
+    return gap >= emptyGap ? silence : -float(gap) / rowsOfDecibel;
+}
+
+Argument Dispatcher::valueOf(const Address &address) const
+{
+    if (const auto adjustable = address.adjustable())
+        return float(numberAt(*adjustable, storedPosition(values(), *adjustable)));
+    const auto isOn = [&](const mixer::StripId &strip, storage::Key key) {
+        return int(mixer::isOn(values(), strip, storage::SwitchKey{key}));
+    };
+    switch (address.row->what) {
+    case What::Switch:
+        return isOn(address.strip, address.row->key);
+    case What::Phase:
+        return isOn(mixer::track(address.number), key::phase.key);
+    case What::Select:
+        return isOn(address.strip, key::select.key);
+    case What::Link:
+        return isOn(address.strip, key::link.key);
+    case What::Name:
+        return mixer::stripName(values(), address.strip);
+    case What::LineOut:
+        return mixer::lineOutSource(values(), address.number);
+    case What::StereoBus:
+        return int(values().read(storage::stereoBus));
+    case What::Bypass:
+        return int(mixer::isBypassed(values()));
+    case What::Recall:
+        return m_panel.currentScene();
+    case What::Level:
+        return levelOf(address);
+    case What::Reduction:
+        return float(m_presence.gainReduction().decibels());
+    default:
+        return {};
+    }
+}
+
+} // namespace remote

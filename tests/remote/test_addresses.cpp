@@ -1,0 +1,248 @@
+#include "tests/remote/remoteconsole.h"
+
+#include <QFile>
+#include <QSet>
+#include <QtTest>
+
+#include <cmath>
+
+using namespace mixer;
+using namespace remote;
+using Row = remote::Row;
+
+/// Every address, set and read back, over a simulated device.
+class TestAddresses : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void documentHasTheTable();
+    void everyAddressIsSetAndRead();
+    void valuesAreTheMixers_data();
+    void valuesAreTheMixers();
+    void steps();
+    void refusals_data();
+    void refusals();
+    void hiddenStripsAndBypass();
+    void heldControls();
+    void namesAreOneLine();
+    void scenesAndHistory();
+};
+
+namespace {
+
+/// A console with the dispatcher.
+struct Desk : RemoteConsole
+{
+    Dispatcher dispatcher{store, mixer, presence, panel()};
+
+    QString set(const QByteArray &address, const Argument &value)
+    {
+        return dispatcher.perform({address, {value}}).error;
+    }
+    Argument get(const QByteArray &address)
+    {
+        return dispatcher.perform({address, {}}).value.value_or(Argument());
+    }
+};
+
+/// The values to try: both ends, and one between.
+std::vector<Argument> valuesFor(const Address &address)
+{
+    const Range range = rangeOf(*address.row);
+    if (address.row->type == Type::Text) return {"Snare"_s, ""_s, QString(64, u'x')};
+    if (address.row->type == Type::Choice) return {int(range.highest), int(range.lowest)};
+    const double between = (range.lowest + range.highest) / 3;
+    return {float(range.highest), float(range.lowest), float(between)};
+}
+
+/// The value that the control has for a value that is set.
+Argument nearest(const Address &address, const Argument &value)
+{
+    const auto a = address.adjustable();
+    if (!a) return value;
+    return float(numberAt(*a, nearestPosition(*a, double(std::get<float>(value)))));
+}
+
+bool canBeSet(const Address &address)
+{
+    return address.hasValue() && address.canWrite() && address.row->what != What::Recall &&
+           address.row->what != What::Bypass;
+}
+
+} // namespace
+
+void TestAddresses::documentHasTheTable()
+{
+    QFile file(QStringLiteral(TAMBER_DOCS "/osc.md"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    // build/bin/tamber-addresses prints the table.
+    QVERIFY(QString::fromUtf8(file.readAll()).contains(addressTable()));
+}
+
+/// Linked and not, so that each strip is shown once. Store and device agree all the time.
+void TestAddresses::everyAddressIsSetAndRead()
+{
+    Desk desk;
+    QSet<QByteArray> tried;
+    for (const bool linked : {false, true}) {
+        for (int left = 1; left < trackCount; left += 2)
+            desk.mixer.setLinked(pair(left), linked);
+        for (const Address &address : addresses()) {
+            if (!canBeSet(address) || address.row->what == What::Link) continue;
+            if (address.isOfStrip() && !isShown(desk.store.values(), address.strip)) continue;
+            for (const Argument &value : valuesFor(address)) {
+                QCOMPARE(desk.set(address.path, value), QString());
+                QVERIFY2(
+                    desk.get(address.path) == nearest(address, value), address.path.constData());
+            }
+            desk.settle();
+            QCOMPARE(desk.differences(), QStringList());
+            tried += address.path;
+        }
+    }
+    for (const Address &address : addresses())
+        if (canBeSet(address) && address.row->what != What::Link)
+            QVERIFY2(tried.contains(address.path), address.path.constData());
+    for (const char *path : {"/strip/5-6/link", "/bus/bypass"})
+        for (const int on : {0, 1}) {
+            QCOMPARE(desk.set(path, on), QString());
+            QVERIFY(desk.get(path) == Argument(on));
+        }
+    desk.settle();
+    QCOMPARE(desk.differences(), QStringList());
+}
+
+void TestAddresses::valuesAreTheMixers_data()
+{
+    QTest::addColumn<QByteArray>("address");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QByteArray>("entry");
+    QTest::addColumn<QByteArray>("stored");
+    const auto row = [](const char *address, double value, const char *entry, const char *stored) {
+        QTest::newRow(address) << QByteArray(address) << value << QByteArray(entry)
+                               << QByteArray(stored);
+    };
+    row("/strip/3/fader", -6, "Track3/Fader_value", "-6");
+    row("/strip/16/pan", -10, "Track16/Pan_value", "L10");
+    row("/master/fader", -127, "Master/Fader_value", "\"infinity \"");
+    row("/strip/3/eq/high-mid/freq", 4000, "Track3/EqHighMidFreqText", "4.0k");
+    row("/output/3", 0, "LineOutSettings/LineOut3", "0");
+}
+
+void TestAddresses::valuesAreTheMixers()
+{
+    QFETCH(const QByteArray, address);
+    QFETCH(const double, value);
+    QFETCH(const QByteArray, entry);
+    QFETCH(const QByteArray, stored);
+    Desk desk;
+    QCOMPARE(desk.set(address, float(value)), QString());
+    QCOMPARE(desk.stored(entry), stored);
+}
+
+void TestAddresses::steps()
+{
+    Desk desk;
+    desk.set("/strip/3/fader/step", -2);
+    QVERIFY(desk.get("/strip/3/fader") == Argument(-2.0F));
+    desk.set("/strip/3/fader/step", 1);
+    QVERIFY(desk.get("/strip/3/fader") == Argument(-1.0F));
+    desk.set("/strip/3/fader/step", 127);
+    QVERIFY(desk.get("/strip/3/fader") == Argument(6.0F));
+    desk.set("/strip/3/comp/ratio/step", 1);
+    QVERIFY(desk.get("/strip/3/comp/ratio") != Argument(1.0F));
+}
+
+void TestAddresses::refusals_data()
+{
+    QTest::addColumn<QByteArray>("address");
+    QTest::addColumn<double>("number");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char *address, double number, const char *error) {
+        QTest::addRow("%s %g", address, number)
+            << QByteArray(address) << number << QString::fromLatin1(error);
+    };
+    const char *fader = "/strip/3/fader takes a number from -127 to 6.";
+    row("/strip/3/fader", 6.1, fader);
+    row("/strip/3/fader", -128, fader);
+    row("/strip/3/fader", std::nan(""), fader);
+    row("/strip/3/fader", qInf(), fader);
+    row("/strip/3/mute", 2, "/strip/3/mute takes a number from 0 to 1.");
+    row("/strip/3/name", 2, "/strip/3/name takes a text of at most 64 characters.");
+    row("/strip/17/fader", 0, "There is no address /strip/17/fader.");
+    row("/strip/2-3/fader", 0, "There is no address /strip/2-3/fader.");
+    row("", 0, "There is no address .");
+    row("/scene/recall", 11, "/scene/recall takes a number from 1 to 10.");
+    row("/strip/3/level", 0, "/strip/3/level cannot be set.");
+    row("/scene/save", 3, "Scene 3 cannot be saved.");
+}
+
+void TestAddresses::refusals()
+{
+    QFETCH(const QByteArray, address);
+    QFETCH(const double, number);
+    QFETCH(const QString, error);
+    Desk desk;
+    const storage::Values before = desk.store.values();
+    QCOMPARE(desk.set(address, float(number)), error);
+    for (const Argument &wrong : {Argument(), Argument(QString(65, u'x'))})
+        QVERIFY(!desk.set(address, wrong).isEmpty());
+    const Message two{address, {float(number), 1}};
+    QVERIFY(!desk.dispatcher.perform(two).error.isEmpty());
+    QVERIFY(desk.store.values() == before);
+    QVERIFY(desk.done.isEmpty());
+}
+
+/// As on screen; reading is always possible.
+void TestAddresses::hiddenStripsAndBypass()
+{
+    Desk desk;
+    QCOMPARE(desk.set("/strip/5-6/fader", 0), "Channels 5 and 6 are not linked."_s);
+    desk.set("/strip/5-6/link", 1);
+    for (const char *path : {"/strip/5/fader", "/strip/6/mute", "/strip/5/pan", "/strip/6/phase"})
+        QCOMPARE(desk.set(path, 0), "Channels 5 and 6 are linked."_s);
+    QCOMPARE(desk.set("/strip/5/name", "x"_s), "Channels 5 and 6 are linked."_s);
+    QCOMPARE(desk.set("/strip/5-6/pan/left", 3), QString());
+    desk.set("/bus/bypass", 1);
+    const storage::Values before = desk.store.values();
+    for (const Address &address : addresses())
+        if (address.isOfStrip() && canBeSet(address))
+            QCOMPARE(desk.set(address.path, valuesFor(address)[0]), "The mixer is bypassed."_s);
+    QVERIFY(desk.store.values() == before);
+    QVERIFY(desk.get("/strip/5/pan") == Argument(3.0F));
+    QCOMPARE(desk.set("/output/3", 0), QString());
+}
+
+void TestAddresses::heldControls()
+{
+    Desk desk;
+    desk.held = knobOf(track(3), ParameterId::LowGain);
+    for (const char *path : {"/strip/3/eq/low/gain", "/strip/3/eq/low/gain/step"})
+        QCOMPARE(desk.set(path, 1), "Channel 3 Low gain is held in the window."_s);
+    QCOMPARE(desk.set("/strip/4/eq/low/gain", 1), QString());
+    desk.held.reset();
+    QCOMPARE(desk.set("/strip/3/eq/low/gain", 1), QString());
+}
+
+void TestAddresses::namesAreOneLine()
+{
+    Desk desk;
+    desk.set("/strip/3/name", "Gr\u00fcn\n\t\U0001F941"_s);
+    QVERIFY(desk.get("/strip/3/name") == Argument("Gr\u00fcn  \U0001F941"_s));
+}
+
+void TestAddresses::scenesAndHistory()
+{
+    Desk desk;
+    desk.scene = 4;
+    QVERIFY(desk.get("/scene/recall") == Argument(4));
+    desk.set("/scene/recall", 3);
+    desk.dispatcher.perform({"/undo", {}});
+    desk.set("/undo", 0); // the release of a button
+    desk.set("/redo", 1);
+    QCOMPARE(desk.done.join(QLatin1Char('|')), "recall 3|undo|redo"_s);
+}
+
+QTEST_GUILESS_MAIN(TestAddresses)
+#include "test_addresses.moc"
