@@ -136,6 +136,17 @@ void Clients::forget(const QString &address)
     m_permissions.remove(address);
 }
 
+void Clients::setReplyPort(const Endpoint &from, quint16 port)
+{
+    if (Client *client = find(from)) client->replyPort = port;
+}
+
+Endpoint Clients::replyTo(const Endpoint &from) const
+{
+    const Client *client = find(from);
+    return client && client->replyPort != 0 ? Endpoint{from.address, client->replyPort} : from;
+}
+
 bool Clients::subscribe(const Endpoint &from, bool on)
 {
     Client *client = find(from);
@@ -164,7 +175,7 @@ std::vector<Endpoint> Clients::meterSubscribers() const
 
 void Clients::noteMove(const Endpoint &from, const QByteArray &address)
 {
-    Client *client = find(from);
+    Client *client = find(replyTo(from));
     if (client && client->changesTo > now()) client->moving[address] = now();
 }
 

@@ -51,8 +51,9 @@ struct Client
     qint64 heard = 0; ///< time of the last message
     QString last;     ///< the last message in words
     Count count;
-    qint64 changesTo = 0; ///< end of the subscription to changes
-    qint64 metersTo = 0;  ///< end of the subscription to meters
+    quint16 replyPort = 0; ///< answers go to this port; 0 for the client's own
+    qint64 changesTo = 0;  ///< end of the subscription to changes
+    qint64 metersTo = 0;   ///< end of the subscription to meters
     /// Addresses that the client moves, with the time of its last message to each.
     QMap<QByteArray, qint64> moving;
 };
@@ -107,6 +108,11 @@ public:
 
     /// @name Subscriptions
     ///@{
+    /// Sends what a client is to be told to another port of its computer, as programs need that
+    /// send and receive at different ports.
+    void setReplyPort(const Endpoint &from, quint16 port);
+    /// Returns where to send what a client is to be told.
+    Endpoint replyTo(const Endpoint &from) const;
     /// Returns whether the subscription is new: the client needs the whole state.
     bool subscribe(const Endpoint &from, bool on);
     void subscribeMeters(const Endpoint &from, bool on);

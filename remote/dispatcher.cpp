@@ -9,7 +9,8 @@ namespace key = storage::strip;
 namespace {
 
 constexpr int longestEcho = 100; ///< bytes of an unknown address that an error repeats
-constexpr int emptyGap = 106;    ///< rows above the bar of a meter that shows no level
+constexpr Range ports{1024, 65535};
+constexpr int emptyGap = 106; ///< rows above the bar of a meter that shows no level
 constexpr int rowsOfDecibel = 2;
 constexpr float silence = -127;
 
@@ -40,7 +41,9 @@ QString takes(const Address &address)
             .arg(pathOf(address))
             .arg(range.highest);
     case Type::Trigger:
-        return QStringLiteral("%1 takes 1, 0 or no value.").arg(pathOf(address));
+        return address.isSubscription()
+                   ? QStringLiteral("%1 takes 1, 0, a port or no value.").arg(pathOf(address))
+                   : QStringLiteral("%1 takes 1, 0 or no value.").arg(pathOf(address));
     case Type::Number:
     case Type::Choice:
         break;
@@ -55,6 +58,15 @@ QString takes(const Address &address)
 bool isWithin(const Range &range, double number)
 {
     return float(number) >= float(range.lowest) && float(number) <= float(range.highest);
+}
+
+/// Accepts 0, 1 or a port.
+void subscribe(Dispatcher::Outcome &outcome, double number)
+{
+    if (number == 0 || number == 1 || isWithin(ports, number))
+        outcome.subscribe = static_cast<int>(number);
+    else
+        outcome.error = takes(*outcome.address);
 }
 
 /// Returns the index of an address's meter, see Meters::Readings.
@@ -111,7 +123,7 @@ Dispatcher::Outcome Dispatcher::perform(const Message &message)
     else if (!number || (!isTrigger && !isWithin(rangeOf(*address), *number)))
         outcome.error = takes(*address);
     else if (address->isSubscription())
-        outcome.subscribe = *number != 0;
+        subscribe(outcome, *number);
     else
         outcome.error = set(*address, *number);
     return outcome;

@@ -38,7 +38,9 @@ public:
         std::optional<Argument> value; ///< the answer, at the message's own address
         QString error;                 ///< one sentence; empty if the message was performed
         const Address *address = nullptr;
-        std::optional<bool> subscribe; ///< the client wants a subscription to begin or end
+        /// The client wants a subscription to begin (1) or to end (0), or to begin for this port of
+        /// its computer.
+        std::optional<int> subscribe;
     };
     Outcome perform(const Message &message);
 

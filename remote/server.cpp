@@ -11,6 +11,7 @@ namespace {
 
 constexpr int flushInterval = 20; ///< milliseconds; changes within it make one bundle
 constexpr int packetsAtOnce = 50;
+const QString fullText = QStringLiteral("There are eight clients already.");
 const QByteArray errorAddress = QByteArrayLiteral("/error");
 
 Message error(const QString &sentence)
@@ -118,7 +119,7 @@ void Server::take(const Endpoint &from, const QByteArray &packet)
     case Clients::Verdict::Take:
         break;
     case Clients::Verdict::Full:
-        return answer(from, error(QStringLiteral("There are eight clients already.")));
+        return answer(from, error(fullText));
     case Clients::Verdict::Ask:
         emit asked(from.address);
         return;
@@ -147,19 +148,25 @@ void Server::perform(const Endpoint &from, const Message &message)
         if (!m_flush.isActive()) m_flush.start();
     }
     const Dispatcher::Outcome outcome = m_dispatcher.perform(message);
-    if (!outcome.error.isEmpty()) answer(from, error(outcome.error));
-    if (outcome.value) answer(from, {message.address, {*outcome.value}});
+    const Endpoint to = m_clients.replyTo(from);
+    if (!outcome.error.isEmpty()) answer(to, error(outcome.error));
+    if (outcome.value) answer(to, {message.address, {*outcome.value}});
     if (outcome.subscribe) subscribe(from, *outcome.address, *outcome.subscribe);
 }
 
-void Server::subscribe(const Endpoint &from, const Address &address, bool on)
+void Server::subscribe(const Endpoint &from, const Address &address, int wanted)
 {
-    if (address.row->what == What::SubscribeMeters) return m_clients.subscribeMeters(from, on);
-    if (!m_clients.subscribe(from, on)) return;
+    const bool on = wanted != 0;
+    if (wanted > 1) m_clients.setReplyPort(from, static_cast<quint16>(wanted));
+    const Endpoint to = m_clients.replyTo(from);
+    if (!(to == from) && m_clients.admit(to) != Clients::Verdict::Take)
+        return answer(from, error(fullText));
+    if (address.row->what == What::SubscribeMeters) return m_clients.subscribeMeters(to, on);
+    if (!m_clients.subscribe(to, on)) return;
     std::vector<Message> state;
     for (const Address &each : addresses())
         if (each.hasValue() && each.canWrite()) state.push_back(stateOf(each));
-    send(from, state);
+    send(to, state);
 }
 
 Message Server::stateOf(const Address &address) const

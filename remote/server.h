@@ -54,7 +54,7 @@ private:
     void receive(QUdpSocket &socket);
     void take(const Endpoint &from, const QByteArray &packet);
     void perform(const Endpoint &from, const Message &message);
-    void subscribe(const Endpoint &from, const Address &address, bool on);
+    void subscribe(const Endpoint &from, const Address &address, int wanted);
     void answer(const Endpoint &to, const Message &message);
     void send(const Endpoint &to, const std::vector<Message> &messages);
     void sendPacket(const Endpoint &to, const QByteArray &packet);

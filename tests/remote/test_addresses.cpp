@@ -1,6 +1,9 @@
 #include "tests/remote/remoteconsole.h"
 
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QSet>
 #include <QtTest>
 
@@ -17,6 +20,7 @@ class TestAddresses : public QObject
 
 private slots:
     void documentHasTheTable();
+    void layoutUsesAddresses();
     void everyAddressIsSetAndRead();
     void valuesAreTheMixers_data();
     void valuesAreTheMixers();
@@ -78,6 +82,26 @@ void TestAddresses::documentHasTheTable()
     QVERIFY(file.open(QIODevice::ReadOnly));
     // build/bin/tamber-addresses prints the table.
     QVERIFY(QString::fromUtf8(file.readAll()).contains(addressTable()));
+}
+
+/// The layout of a browser surface for sixteen strips asks for addresses that there are.
+void TestAddresses::layoutUsesAddresses()
+{
+    QFile file(QStringLiteral(TAMBER_DOCS "/sixteen-strips.json"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QJsonObject layout = QJsonDocument::fromJson(file.readAll()).object();
+    const QJsonArray widgets = layout["content"_s].toObject()["widgets"_s].toArray();
+    QVERIFY(!widgets.isEmpty());
+    for (const QJsonValue &widget : widgets) {
+        const QJsonObject row = widget.toObject();
+        const QString pattern = row["props"_s].toObject()["address"_s].toString();
+        QCOMPARE(row["quantity"_s].toInt(), trackCount);
+        for (int strip = 0; strip < trackCount; ++strip) {
+            QString path = pattern;
+            path.replace("#{$ + 1}"_s, QString::number(strip + 1));
+            QVERIFY2(find(path.toLatin1()), qPrintable(path));
+        }
+    }
 }
 
 /// Linked and not, so that each strip is shown once. Store and device agree all the time.

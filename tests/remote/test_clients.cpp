@@ -22,6 +22,7 @@ private slots:
     void portsDoNotRaiseTheLimit();
     void subscriptionsEnd();
     void movesAreNotEchoed();
+    void anotherPortForAnswers();
     void silentClientsLeaveTheList();
 };
 
@@ -189,6 +190,20 @@ void TestClients::movesAreNotEchoed()
     QVERIFY(stops[0].client == local(1) && stops[0].address == "/strip/3/fader");
     QVERIFY(f.clients.takeStops().empty());
     QVERIFY(!f.clients.isAnyMoving());
+}
+
+/// What the sending port moves is not echoed to the receiving port.
+void TestClients::anotherPortForAnswers()
+{
+    Fixture f;
+    f.clients.admit(local(1));
+    QVERIFY(f.clients.replyTo(local(1)) == local(1));
+    f.clients.setReplyPort(local(1), 2000);
+    QVERIFY(f.clients.replyTo(local(1)) == local(2000));
+    f.clients.admit(local(2000));
+    f.clients.subscribe(local(2000), true);
+    f.clients.noteMove(local(1), "/strip/3/fader");
+    QVERIFY(f.clients.isMoving(local(2000), "/strip/3/fader"));
 }
 
 void TestClients::silentClientsLeaveTheList()

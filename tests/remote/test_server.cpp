@@ -16,6 +16,7 @@ private slots:
     void stateAndChanges();
     void movesAreNotEchoed();
     void meters();
+    void answersToAnotherPort();
     void twoClientsAndTheWindow();
     void faultyPackets();
     void flood();
@@ -155,6 +156,20 @@ void TestServer::meters()
     studio.server.sendMeters();
     client.settle();
     QCOMPARE(client.counts["/strip/1/level"], 0);
+}
+
+/// Everything for the first client goes to the port of the second.
+void TestServer::answersToAnotherPort()
+{
+    Studio studio;
+    studio.first->send("/subscribe", {int(studio.second->port())});
+    QVERIFY(studio.second->take("/strip/16/comp/release") != Argument());
+    studio.first->send("/nowhere");
+    QCOMPARE(studio.second->takeError(), "There is no address /nowhere."_s);
+    studio.first->send("/subscribe", {80});
+    QCOMPARE(studio.second->takeError(), "/subscribe takes 1, 0, a port or no value."_s);
+    studio.first->receive();
+    QCOMPARE(studio.first->count, 0);
 }
 
 /// All three change the same values; in the end everyone knows the same.
