@@ -1,5 +1,6 @@
 #include "app/controlgestures.h"
 
+#include "widgets/curvehandle.h"
 #include "widgets/dialcontrol.h"
 #include "widgets/fader.h"
 #include "widgets/nameedit.h"
@@ -170,6 +171,20 @@ void ControlGestures::edit(StepControl *control, const QString &typed)
         return true;
     };
     ValueEditor::open(window, request);
+}
+
+/// A handle of the channel editor holds every knob of its strip, because it moves several.
+bool ControlGestures::isHeld(const Adjustable &a) const
+{
+    for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
+        if (!entry.key()->isHeld()) continue;
+        const std::optional<Adjustable> target = entry->target();
+        const bool isHandle = qobject_cast<const CurveHandle *>(entry.key());
+        if (!target) continue;
+        if (*target == a) return true;
+        if (isHandle && a.what == Adjustable::What::Knob && target->strip == a.strip) return true;
+    }
+    return false;
 }
 
 StepControl *ControlGestures::faderOf(const StripId &strip) const

@@ -30,6 +30,9 @@ public:
     /// The same for a strip's fader.
     void editFader(const mixer::StripId &strip) { edit(faderOf(strip)); }
 
+    /// Returns whether the user holds the control of a value with the mouse.
+    bool isHeld(const mixer::Adjustable &a) const;
+
     /// Moves the focus to the same control of the visible strip on the left (-1) or right (1). Does
     /// nothing if the focus is not on a strip or the neighbour has no such control.
     void focusNeighbour(int direction);

@@ -15,6 +15,7 @@
 #include "app/notice.h"
 #include "app/outputpage.h"
 #include "app/productinformation.h"
+#include "app/remotedialog.h"
 #include "app/scenebar.h"
 #include "app/scenefiles.h"
 #include "app/scenemenu.h"
@@ -89,7 +90,10 @@ MainWindow::MainWindow(
       m_sceneFiles(new SceneFiles(m_scenes, this)),
       m_stripActions(m_mixer, settings.store(), m_scenes),
       m_gestures(m_mixer, settings.store(), m_mixerPage->strips(), m_mixerPage->section(), this),
-      m_presence(settings.store(), m_device, m_sender, clocks.wall)
+      m_presence(settings.store(), m_device, m_sender, clocks.wall),
+      m_remote(
+          {settings.store(), m_mixer, m_presence, clocks.wall, m_gestures, m_history, m_scenes},
+          m_organisation, this)
 {
     m_interface->setParent(this);
     setWindowTitle(QLatin1String(constants::windowTitle));
@@ -111,6 +115,7 @@ MainWindow::MainWindow(
     connectHistory();
     connectPresence();
     connectSettings();
+    connectRemote();
     startTimers();
     showAll();
     obeySettings();
@@ -143,12 +148,25 @@ void MainWindow::buildViewMenu()
     auto *zooms = new ZoomMenu(m_history.stack(), this);
     view->addMenu(zooms);
     connect(zooms, &ZoomMenu::chosen, this, &MainWindow::zoomChosen);
+    addRemoteActions(view);
     view->addSeparator();
     addNamed(view, QStringLiteral("&Initialize Memory"), QStringLiteral("actionInitialize_Memory"));
     view->addSeparator();
     QAction *close = addNamed(view, QStringLiteral("&Close"), QStringLiteral("actionClose"));
     close->setShortcut(QKeySequence::Quit);
     connect(close, &QAction::triggered, this, &MainWindow::close);
+}
+
+void MainWindow::addRemoteActions(QMenu *view)
+{
+    QAction *open = addNamed(view, QStringLiteral("&Remote..."), QStringLiteral("actionRemote"));
+    connect(open, &QAction::triggered, this, &MainWindow::openRemote);
+    m_refuseRemote = addNamed(
+        view, QStringLiteral("Re&fuse Remote Control"), QStringLiteral("actionRefuse_Remote"));
+    m_refuseRemote->setCheckable(true);
+    m_refuseRemote->setAutoRepeat(false);
+    m_refuseRemote->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+R")));
+    connect(m_refuseRemote, &QAction::triggered, &m_remote, &RemoteControl::setRefusingAll);
 }
 
 void MainWindow::buildEditMenu()
@@ -468,6 +486,36 @@ void MainWindow::connectSettings()
     showTrouble();
 }
 
+void MainWindow::connectRemote()
+{
+    connect(&m_remote, &RemoteControl::changed, this, &MainWindow::showRemote);
+    connect(&m_settings, &Settings::replaced, &m_remote, &RemoteControl::sendEverything);
+    showRemote();
+}
+
+void MainWindow::showRemote()
+{
+    using Message = Notice::Message;
+    const bool isOn = m_remote.reach().has_value();
+    const bool isOpen = isOn && !m_remote.isPortInUse();
+    m_notice->set(Message::RemotePortInUse, isOn && !isOpen);
+    m_notice->set(Message::RemoteRefused, isOpen && m_remote.isRefusingAll());
+    m_notice->set(Message::RemoteOn, isOpen && !m_remote.isRefusingAll());
+    m_refuseRemote->setEnabled(isOn);
+    m_refuseRemote->setChecked(m_remote.isRefusingAll());
+}
+
+void MainWindow::openRemote()
+{
+    if (!m_remoteDialog) {
+        m_remoteDialog = new RemoteDialog(m_remote, this);
+        m_remoteDialog->addAction(m_refuseRemote); // its key works there too
+    }
+    m_remoteDialog->show();
+    m_remoteDialog->raise();
+    m_remoteDialog->activateWindow();
+}
+
 void MainWindow::showTrouble()
 {
     using Message = Notice::Message;
@@ -517,6 +565,7 @@ void MainWindow::timerInterrupt_100ms()
         m_presence.meters(), m_presence.gainReduction(), m_mixer.edited(),
         m_settings.store().values());
     if (m_editor) m_editor->showLevels(m_levels);
+    m_remote.sendMeters();
 }
 
 void MainWindow::timerInterrupt_10ms()

@@ -7,6 +7,7 @@
 #include "app/mixerwidgets.h"
 #include "app/outputview.h"
 #include "app/pagebar.h"
+#include "app/remotecontrol.h"
 #include "app/scenes.h"
 #include "app/sectionview.h"
 #include "app/stripactions.h"
@@ -32,6 +33,7 @@ class MixerPage;
 class Notice;
 class OutputPage;
 class ProductInformation;
+class RemoteDialog;
 class QStackedWidget;
 class QTimer;
 class SceneFiles;
@@ -124,6 +126,7 @@ private:
 
     void buildMenus();
     void buildViewMenu();
+    void addRemoteActions(QMenu *view);
     void buildEditMenu();
     void buildSceneMenu();
     void placeSceneBar(SceneMenu &menu);
@@ -145,6 +148,9 @@ private:
     void connectKnob(DialControl *dial, mixer::ParameterId id);
     void connectPresence();
     void connectSettings();
+    void connectRemote();
+    void showRemote();
+    void openRemote();
     void showTrouble();
     void obeySettings();
     void showDisconnected();
@@ -172,8 +178,10 @@ private:
     QPointer<QMessageBox> m_disconnectedBox;
     QPointer<ProductInformation> m_productInformation;
     QPointer<GuideWindow> m_guide;
+    QPointer<RemoteDialog> m_remoteDialog;
     QPointer<StepControl> m_menuControl; ///< where a strip's menu was opened; null elsewhere
     QAction *m_update;
+    QAction *m_refuseRemote;
     QTimer *m_repaintTimer; ///< of timerInterrupt_10ms(); rests while no display is marked
     QVXDevice m_device;
     // The order of these members is the order in which they receive the store's changes.
@@ -191,6 +199,7 @@ private:
     ControlGestures m_gestures;
     mixer::Presence m_presence;
     mixer::LevelHistory m_levels;
+    RemoteControl m_remote;
     ChannelEditor *m_editor = nullptr; ///< made when it is opened for the first time
     UpdateInformation *m_updates = nullptr;
 };

@@ -38,10 +38,16 @@ QString Notice::textOf(Message message) const
         return QStringLiteral("The clipboard holds nothing that fits this strip.");
     case Notice::Message::Done:
         return m_done;
+    case Notice::Message::RemotePortInUse:
+        return QStringLiteral("Remote control waits: another program uses its port.");
     case Notice::Message::Bypassed:
+        return QStringLiteral("Mixer bypassed. The strips have no effect.");
+    case Notice::Message::RemoteRefused:
+        return QStringLiteral("Remote control refuses everyone.");
+    case Notice::Message::RemoteOn:
         break;
     }
-    return QStringLiteral("Mixer bypassed. The strips have no effect.");
+    return QStringLiteral("Remote control is on.");
 }
 
 Notice::Notice(QWidget *parent) : QWidget(parent), m_text(new QLabel), m_button(new QPushButton)

@@ -27,9 +27,12 @@ public:
         SettingsChangedElsewhere, ///< another program has changed the settings file
         PasteRefused,             ///< the clipboard holds nothing that fits the strip
         Done,                     ///< the user has saved or recalled a scene
+        RemotePortInUse,          ///< remote control waits for its port
         Bypassed,                 ///< the mixer is out of circuit
+        RemoteRefused,            ///< remote control is on and refuses everyone
+        RemoteOn,                 ///< other programs or computers can control the mixer
     };
-    static constexpr int messageCount = static_cast<int>(Message::Bypassed) + 1;
+    static constexpr int messageCount = static_cast<int>(Message::RemoteOn) + 1;
 
     explicit Notice(QWidget *parent);
 

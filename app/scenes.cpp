@@ -116,18 +116,20 @@ void Scenes::compare()
     if (m_isChanged != before && m_current != 0) emit slotChanged(m_current);
 }
 
-void Scenes::save(int slot)
+bool Scenes::save(int slot)
 {
     const Saved before = savedIn(slot);
     if (!m_memories.save(slot)) {
         boxes::inform(
             m_window, QStringLiteral("The scene could not be saved. The previous one is kept."));
-        return;
+        return false;
     }
-    pushStep(QStringLiteral("Save scene %1").arg(slot), {before}, {savedIn(slot)});
+    const QString step = m_mixer.titled(QStringLiteral("Save scene %1").arg(slot));
+    pushStep(step, {before}, {savedIn(slot)});
     read(slot);
     setCurrent(slot);
     emit done(title(slot) + QStringLiteral(" saved"), true);
+    return true;
 }
 
 QString Scenes::summary(int slot) const

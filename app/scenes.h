@@ -44,7 +44,7 @@ public:
     /// of a strip does not count.
     bool isChanged() const { return m_isChanged; }
 
-    void save(int slot);
+    bool save(int slot); ///< tells the user and returns false if that fails
     void load(int slot); ///< or tells the user that the slot holds no scene
     /// Asks which strips to keep, and recalls.
     void loadExcept(int slot);

@@ -55,6 +55,12 @@ bool StepControl::event(QEvent *event)
     return handled;
 }
 
+/// A release can get lost, for example to a menu that opens; so the mouse is asked too.
+bool StepControl::isHeld() const
+{
+    return m_isHeld && !m_letGo && (QGuiApplication::mouseButtons() & Qt::LeftButton);
+}
+
 void StepControl::setReading(double value, const QString &words)
 {
     m_value = value;

@@ -35,6 +35,8 @@ public:
     const QString &words() const { return m_words; }
     QAccessible::Role accessibleRole() const { return m_role; }
 
+    /// Returns whether the user holds the control with the mouse and moves count.
+    bool isHeld() const;
     /// Ends a drag in progress. Moves of the pointer count again after the next press.
     void letGo() { m_letGo = true; }
 

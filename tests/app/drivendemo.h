@@ -7,7 +7,10 @@
 class DrivenDemo : public DrivenProgram
 {
 public:
-    DrivenDemo() : DrivenProgram({QStringLiteral(TAMBER_DEMO)}) {}
+    explicit DrivenDemo(const Prepare &prepare = [](const PrivateHome &) {})
+        : DrivenProgram({QStringLiteral(TAMBER_DEMO)}, QString(), prepare)
+    {
+    }
 
     void toggleCable()
     {

@@ -14,10 +14,16 @@ class DrivenProgram
 public:
     static constexpr int patience = 30000 * slowness;
 
+    using Prepare = std::function<void(const PrivateHome &)>;
+
     /// @param settings path of its settings file; empty for the usual path in its home
-    explicit DrivenProgram(const QStringList &command, const QString &settings = QString())
+    /// @param prepare  called before the start
+    explicit DrivenProgram(
+        const QStringList &command, const QString &settings = QString(),
+        const Prepare &prepare = [](const PrivateHome &) {})
         : home(settings), m_twin("twin")
     {
+        prepare(home);
         auto *pages = m_twin.find<QStackedWidget>("sW_pages"_s);
         for (int page = pages->count() - 1; page >= 0; --page) {
             pages->setCurrentIndex(page);

@@ -37,6 +37,8 @@ public:
     }
 
     QString settingsFile() const { return m_settings; }
+    /// The native store of the demo.
+    QString nativeStore() const { return m_folder.filePath("config/NORVEL-Demo/Tamber.conf"_s); }
     QString traceFile() const { return m_folder.filePath("trace"_s); }
 
     /// The user's locale in the environment, such as "ja_JP.UTF-8".
