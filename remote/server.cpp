@@ -69,7 +69,7 @@ Server::Server(
     const storage::Store &store, mixer::Mixer &mixer, const mixer::Presence &presence,
     const Panel &panel, mixer::WallClock &clock)
     : m_store(store), m_dispatcher(store, mixer, presence, panel), m_clients(clock),
-      m_changed(addresses().size())
+      m_changed(addresses().size()), m_scene(m_dispatcher.valueOf(*find("/scene/recall")))
 {
     m_flush.setSingleShot(true);
     m_flush.setInterval(flushInterval);
@@ -232,8 +232,11 @@ void Server::sendEverything()
 
 void Server::sendScene()
 {
-    for (const int address : addressesAbout({What::Recall}))
-        add(address);
+    const Address &scene = *find("/scene/recall");
+    const Argument current = m_dispatcher.valueOf(scene);
+    if (current == m_scene) return;
+    m_scene = current;
+    add(static_cast<int>(&scene - addresses().data()));
 }
 
 void Server::sendMeters()

@@ -40,7 +40,7 @@ public:
 
     /// Sends the subscribers the whole state. For values that were replaced without a change set.
     void sendEverything();
-    /// Sends the subscribers the current scene.
+    /// Sends the subscribers the current scene if it has changed.
     void sendScene();
     /// Sends those who want them the levels and the gain reduction. Call it every 100 ms.
     void sendMeters();
@@ -68,6 +68,7 @@ private:
     Clients m_clients;
     std::vector<std::unique_ptr<QUdpSocket>> m_sockets;
     std::vector<bool> m_changed; ///< by the index of addresses(); not sent yet
+    Argument m_scene;            ///< told last
     QTimer m_flush;              ///< runs while something has changed or is moving
 };
 
