@@ -16,6 +16,8 @@ void benchTick();
 void benchMuteDuringFullSend();
 void benchReplug();
 void benchLoad();
+void benchRemote();
+void benchRemoteIdle();
 
 /// These two take minutes, and run only when they are named.
 void benchKill();

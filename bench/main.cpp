@@ -20,11 +20,14 @@ struct Benchmark
 };
 
 constexpr Benchmark benchmarks[] = {
-    {"facade", benchFacadeCall}, {"newest", benchNewestValue}, {"state", benchWholeState},
-    {"recall", benchRecall},     {"drag", benchDrag},          {"wheel", benchWheel},
-    {"undo", benchUndo},         {"curve", benchCurve},        {"editor", benchEditor},
-    {"tick", benchTick},         {"replug", benchReplug},      {"mute", benchMuteDuringFullSend},
+    {"facade", benchFacadeCall}, {"newest", benchNewestValue},
+    {"state", benchWholeState},  {"recall", benchRecall},
+    {"drag", benchDrag},         {"wheel", benchWheel},
+    {"undo", benchUndo},         {"curve", benchCurve},
+    {"editor", benchEditor},     {"tick", benchTick},
+    {"replug", benchReplug},     {"mute", benchMuteDuringFullSend},
     {"start", benchStart},       {"load", benchLoad},
+    {"remote", benchRemote},     {"remoteidle", benchRemoteIdle},
 };
 
 constexpr Benchmark longBenchmarks[] = {{"kill", benchKill}, {"soak", benchSoak}};
