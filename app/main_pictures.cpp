@@ -8,6 +8,7 @@
 #include "app/simulatedtamberwindow.h"
 #include "common/constants.h"
 #include "mixer/rules.h"
+#include "remote/server.h"
 #include "simulator/simulatedtransport.h"
 #include "storage/scenememories.h"
 #include "storage/settings.h"
@@ -17,6 +18,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QRadioButton>
 #include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -112,6 +114,21 @@ void settle(int milliseconds)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
 }
 
+/// Opens the dialog of the remote control with a client.
+QWidget *openRemote(const MainWindow &window)
+{
+    window.findChild<QAction *>(QStringLiteral("actionRemote"))->trigger();
+    auto *dialog = window.findChild<QWidget *>(QStringLiteral("remoteDialog"));
+    dialog->findChild<QRadioButton *>(QStringLiteral("rB_RemoteComputer"))->click();
+    QUdpSocket client;
+    client.writeDatagram(
+        remote::writeMessage({"/strip/11/fader", {0}}), QHostAddress(QHostAddress::LocalHost),
+        remote::defaultPort);
+    constexpr int refreshed = 1000; // milliseconds
+    settle(refreshed);
+    return dialog;
+}
+
 int renderPages(const QString &folder, const QString &suffix)
 {
     simulator::RealClock clock;
@@ -144,6 +161,8 @@ int renderPages(const QString &folder, const QString &suffix)
     settle(historyTime);
     auto *editor = window.findChild<QWidget *>(QStringLiteral("channelEditor"));
     if (!editor->grab().save(QDir(folder).filePath(QStringLiteral("editor") + suffix))) return 1;
+    const QString remote = QDir(folder).filePath(QStringLiteral("remote") + suffix);
+    if (!openRemote(window)->grab().save(remote)) return 1;
     SimulatedTamberWindow device(tamber);
     return device.grab().save(QDir(folder).filePath(QLatin1String("device") + suffix)) ? 0 : 1;
 }
