@@ -72,8 +72,10 @@ void subscribe(Dispatcher::Outcome &outcome, double number)
 /// Returns the index of an address's meter, see Meters::Readings.
 std::size_t meterOf(const Address &address)
 {
-    if (address.strip.isMaster()) return std::size_t(mixer::Meters::count - 3 + address.number);
-    return std::size_t((address.number - 1) / 2 * 4 + (address.number - 1) % 2);
+    const int place = address.number - 1;
+    const int index = address.strip.isMaster() ? mixer::Meters::count - tamber::masterSides + place
+                                               : place / 2 * 4 + place % 2;
+    return static_cast<std::size_t>(index);
 }
 
 /// Names the address that works in place of a hidden strip's.
@@ -111,22 +113,28 @@ Dispatcher::Outcome Dispatcher::perform(const Message &message)
             outcome.error = takes(*address);
         return outcome;
     }
-    const Argument argument = message.arguments.empty() ? Argument(1) : message.arguments.front();
-    const std::optional<double> number = numberIn(argument);
-    const bool isText = address->row->type == Type::Text;
     if (!address->canWrite())
         outcome.error = QStringLiteral("%1 cannot be set.").arg(pathOf(*address));
     else if (message.arguments.size() > 1)
         outcome.error = takes(*address);
-    else if (isText)
-        outcome.error = setText(*address, argument);
-    else if (!number || (!isTrigger && !isWithin(rangeOf(*address), *number)))
-        outcome.error = takes(*address);
-    else if (address->isSubscription())
+    else
+        write(outcome, message.arguments.empty() ? Argument(1) : message.arguments.front());
+    return outcome;
+}
+
+void Dispatcher::write(Outcome &outcome, const Argument &argument)
+{
+    const Address &address = *outcome.address;
+    const Type type = address.row->type;
+    const std::optional<double> number = numberIn(argument);
+    if (type == Type::Text)
+        outcome.error = setText(address, argument);
+    else if (!number || (type != Type::Trigger && !isWithin(rangeOf(address), *number)))
+        outcome.error = takes(address);
+    else if (address.isSubscription())
         subscribe(outcome, *number);
     else
-        outcome.error = set(*address, *number);
-    return outcome;
+        outcome.error = set(address, *number);
 }
 
 /// Returns why the window does not offer the control now, or an empty text.
@@ -144,7 +152,7 @@ QString Dispatcher::refusal(const Address &address) const
 
 QString Dispatcher::set(const Address &address, double number)
 {
-    const QString refused = refusal(address);
+    QString refused = refusal(address);
     if (!refused.isEmpty()) return refused;
     const mixer::Mixer::Elsewhere remote(m_mixer, QStringLiteral("Remote"));
     const int choice = static_cast<int>(std::lround(number));
@@ -224,7 +232,7 @@ QString Dispatcher::setText(const Address &address, const Argument &argument)
 {
     const auto *given = std::get_if<QString>(&argument);
     if (!given || !isWithin(address.row->range, given->size())) return takes(address);
-    const QString refused = refusal(address);
+    QString refused = refusal(address);
     if (!refused.isEmpty()) return refused;
     QString name = *given;
     for (QChar &character : name) // as a field of one line does

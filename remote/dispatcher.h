@@ -48,6 +48,7 @@ public:
     Argument valueOf(const Address &address) const;
 
 private:
+    void write(Outcome &outcome, const Argument &argument);
     QString refusal(const Address &address) const;
     QString set(const Address &address, double number);
     QString setStrip(const Address &address, bool on);

@@ -245,6 +245,7 @@ void Server::sendMeters()
     if (clients.empty()) return;
     static const std::vector<int> meters = addressesAbout({What::Level, What::Reduction});
     std::vector<Message> levels;
+    levels.reserve(meters.size());
     for (const int address : meters)
         levels.push_back(stateOf(addresses()[static_cast<std::size_t>(address)]));
     for (const Endpoint &client : clients)
