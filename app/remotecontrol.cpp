@@ -55,13 +55,12 @@ remote::Panel RemoteControl::panel()
         [this](const mixer::Adjustable &a) { return m_context.gestures.isHeld(a); },
         [&scenes] { return scenes.current(); },
         [&scenes](int slot) {
-            if (!scenes.holds(slot)) return QStringLiteral("Scene %1 is empty.").arg(slot);
-            scenes.load(slot);
-            return QString();
+            return scenes.tryLoad(slot) ? QString()
+                                        : QStringLiteral("Scene %1 is empty.").arg(slot);
         },
         [&scenes](int slot) {
-            return scenes.save(slot) ? QString()
-                                     : QStringLiteral("Scene %1 could not be saved.").arg(slot);
+            return scenes.trySave(slot) ? QString()
+                                        : QStringLiteral("Scene %1 could not be saved.").arg(slot);
         },
         [&stack] {
             if (!stack.canUndo()) return QStringLiteral("There is nothing to undo.");
@@ -81,8 +80,7 @@ void RemoteControl::start()
 {
     m_server.reset();
     m_retry.stop();
-    m_questions.clear();
-    delete m_question;
+    dropQuestions();
     for (auto each = m_permissions.begin(); each != m_permissions.end();)
         each = isKept(*each) ? each + 1 : m_permissions.erase(each);
     if (m_reach) listen();
@@ -127,6 +125,7 @@ void RemoteControl::setRefusingAll(bool refusing)
     if (refusing == m_isRefusingAll) return;
     m_isRefusingAll = refusing;
     if (m_server) m_server->clients().setRefusingAll(refusing);
+    if (refusing) dropQuestions();
     storeChoices();
     emit changed();
 }
@@ -147,11 +146,18 @@ void RemoteControl::forget(const QString &address)
 void RemoteControl::ask(const QHostAddress &address)
 {
     m_questions.push_back(address);
-    if (!m_question) openQuestion();
+    if (m_questions.size() == 1) openQuestion();
 }
 
-/// Asks about the first computer that waits. The box is not modal for the caller: packets and
-/// meters go on.
+/// A computer whose question is dropped is asked about again with its next packet.
+void RemoteControl::dropQuestions()
+{
+    m_questions.clear();
+    delete m_question;
+}
+
+/// Asks about the first computer that waits. The box takes neither the mouse nor the keyboard from
+/// a user who is mixing.
 void RemoteControl::openQuestion()
 {
     if (m_questions.empty()) return;
@@ -179,7 +185,9 @@ void RemoteControl::openQuestion()
                      : pressed == never  ? Permission::Never
                                          : Permission::Refuse);
     });
-    box->open();
+    box->setAttribute(Qt::WA_ShowWithoutActivating);
+    box->setModal(false);
+    box->show();
 }
 
 void RemoteControl::answer(const QHostAddress &address, Permission permission)

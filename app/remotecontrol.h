@@ -76,6 +76,7 @@ private:
     void start();
     void listen();
     void ask(const QHostAddress &address);
+    void dropQuestions();
     void openQuestion();
     void answer(const QHostAddress &address, remote::Permission permission);
     void readChoices();

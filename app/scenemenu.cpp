@@ -62,7 +62,7 @@ void SceneMenu::addScene(int slot)
     QMenu *menu = addMenu(QString());
     m_menus[static_cast<std::size_t>(slot - 1)] = menu;
     show(slot);
-    const auto add = [&](const char *text, const char *name, auto handler) {
+    const auto add = [&](const char *text, const char *name, void (Scenes::*handler)(int)) {
         QAction *action = menu->addAction(QLatin1String(text));
         action->setObjectName(QLatin1String(name) + QString::number(slot));
         action->setAutoRepeat(false);

@@ -116,14 +116,17 @@ void Scenes::compare()
     if (m_isChanged != before && m_current != 0) emit slotChanged(m_current);
 }
 
-bool Scenes::save(int slot)
+void Scenes::save(int slot)
 {
-    const Saved before = savedIn(slot);
-    if (!m_memories.save(slot)) {
+    if (!trySave(slot))
         boxes::inform(
             m_window, QStringLiteral("The scene could not be saved. The previous one is kept."));
-        return false;
-    }
+}
+
+bool Scenes::trySave(int slot)
+{
+    const Saved before = savedIn(slot);
+    if (!m_memories.save(slot)) return false;
     const QString step = m_mixer.titled(QStringLiteral("Save scene %1").arg(slot));
     pushStep(step, {before}, {savedIn(slot)});
     read(slot);
@@ -236,17 +239,21 @@ void Scenes::setSafe(const mixer::SafeStrips &safe)
 
 void Scenes::load(int slot)
 {
-    const std::optional<storage::FileContent> scene = m_memories.read(slot);
-    if (!scene) {
+    if (!tryLoad(slot))
         boxes::inform(m_window, QStringLiteral("This scene memory does not exist."));
-        return;
-    }
+}
+
+bool Scenes::tryLoad(int slot)
+{
+    const std::optional<storage::FileContent> scene = m_memories.read(slot);
+    if (!scene) return false;
     const storage::Values values(scene->entries);
     const bool canUndo = recall(values, QStringLiteral("Recall scene %1").arg(slot));
     m_settings.adoptContent(*scene);
     m_slots[index(slot)] = values;
     setCurrent(slot);
     emit done(title(slot) + QStringLiteral(" recalled"), canUndo);
+    return true;
 }
 
 void Scenes::loadExcept(int slot)

@@ -44,8 +44,11 @@ public:
     /// of a strip does not count.
     bool isChanged() const { return m_isChanged; }
 
-    bool save(int slot); ///< tells the user and returns false if that fails
+    void save(int slot); ///< or tells the user that it could not be saved
     void load(int slot); ///< or tells the user that the slot holds no scene
+    /// The same without a box. They return false if nothing was done.
+    bool trySave(int slot);
+    bool tryLoad(int slot);
     /// Asks which strips to keep, and recalls.
     void loadExcept(int slot);
     void rename(int slot);

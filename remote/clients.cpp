@@ -136,6 +136,12 @@ void Clients::forget(const QString &address)
     m_permissions.remove(address);
 }
 
+void Clients::setRefusingAll(bool refusing)
+{
+    m_isRefusingAll = refusing;
+    if (refusing) m_asked.clear();
+}
+
 void Clients::setReplyPort(const Endpoint &from, quint16 port)
 {
     if (Client *client = find(from)) client->replyPort = port;

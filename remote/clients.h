@@ -101,8 +101,9 @@ public:
     void answer(const QHostAddress &address, Permission permission);
     /// Forgets an answer; the user is asked again.
     void forget(const QString &address);
-    /// While this is on, every packet is ignored and nothing is sent.
-    void setRefusingAll(bool refusing) { m_isRefusingAll = refusing; }
+    /// While this is on, every packet is ignored and nothing is sent. Questions that wait for an
+    /// answer are forgotten.
+    void setRefusingAll(bool refusing);
     bool isRefusingAll() const { return m_isRefusingAll; }
     ///@}
 

@@ -1,7 +1,8 @@
 #include "remote/server.h"
 
+#include "remote/messagewords.h"
+
 #include <QNetworkDatagram>
-#include <QStringList>
 
 #include <map>
 
@@ -45,22 +46,6 @@ std::vector<int> addressesAbout(std::initializer_list<What> wanted)
         for (const What what : wanted)
             if (addresses()[i].row->what == what) indices.push_back(static_cast<int>(i));
     return indices;
-}
-
-/// Returns the message for the list of clients: "/strip/3/fader -6".
-QString inWords(const Message &message)
-{
-    QStringList words{QString::fromUtf8(message.address)};
-    for (const Argument &argument : message.arguments) {
-        if (const auto *number = std::get_if<int>(&argument))
-            words += QString::number(*number);
-        else if (const auto *real = std::get_if<float>(&argument))
-            words += QString::number(double(*real));
-        else if (const auto *text = std::get_if<QString>(&argument))
-            words += *text;
-    }
-    constexpr int longest = 60; // characters
-    return words.join(QLatin1Char(' ')).left(longest).simplified();
 }
 
 } // namespace

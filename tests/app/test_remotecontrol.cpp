@@ -13,7 +13,8 @@
 
 using namespace mixer;
 
-/// Remote control as the user sees it, with clients in this process.
+/// Remote control as the user sees it, with clients in this process. The network is a private one,
+/// in which two addresses stand for other computers.
 class TestRemoteControl : public QObject
 {
     Q_OBJECT
@@ -49,9 +50,8 @@ void store(const QString &key, const QVariant &value)
 struct RemotePanel : Panel
 {
     RemotePanel() : RemotePanel(freePort()) {}
-    explicit RemotePanel(quint16 port)
-        : Panel(
-              (store("Remote/reach"_s, "computer"_s), store("Remote/port"_s, port), "remote"), ""),
+    explicit RemotePanel(quint16 port, const QString &reach = "computer"_s)
+        : Panel((store("Remote/reach"_s, reach), store("Remote/port"_s, port), "remote"), ""),
           client(port)
     {
     }
@@ -65,6 +65,21 @@ struct RemotePanel : Panel
 
     RemoteClient client;
 };
+
+/// Returns what the box on screen asks, null if there is none.
+QString shownQuestion(const Panel &panel)
+{
+    for (const QMessageBox *box : panel.window.findChildren<QMessageBox *>("remoteQuestion"_s))
+        if (box->isVisible()) return box->text();
+    return {};
+}
+
+void press(const Panel &panel, const QString &text)
+{
+    for (const QMessageBox *box : panel.window.findChildren<QMessageBox *>("remoteQuestion"_s))
+        for (QAbstractButton *button : box->buttons())
+            if (box->isVisible() && button->text().remove(u'&') == text) button->click();
+}
 
 } // namespace
 
@@ -100,7 +115,8 @@ void TestRemoteControl::dialogTurnsItOn()
         QTRY_COMPARE_WITH_TIMEOUT(clients->topLevelItemCount(), 1, RemoteClient::patience);
         const QTreeWidgetItem *row = clients->topLevelItem(0);
         QCOMPARE(row->text(0), "this computer, port %1"_s.arg(client.port()));
-        QTRY_COMPARE_WITH_TIMEOUT(row->text(2), "/strip/3/fader"_s, RemoteClient::patience);
+        QTRY_COMPARE_WITH_TIMEOUT(
+            row->text(2), "Question for Channel 3 fader"_s, RemoteClient::patience);
         QCOMPARE(
             panel.find<QLabel>("label_RemoteState"_s)->text(),
             "Programs on this computer, at 127.0.0.1, port %1."_s.arg(port));
@@ -165,6 +181,11 @@ void TestRemoteControl::scenesAndUndo()
     QVERIFY(client.ask("/strip/3/fader") == remote::Argument(-6.0F));
     client.send("/redo");
     QVERIFY(client.ask("/strip/3/fader") == remote::Argument(0.0F));
+    // What fails is told to the client, and opens no box in the window.
+    QVERIFY(QFileInfo(panel.path).dir().mkdir("Tamber_sm7.ini"_s));
+    client.send("/scene/save", {7});
+    QCOMPARE(client.takeError(), "Scene 7 could not be saved."_s);
+    QVERIFY(!panel.window.findChild<QMessageBox *>());
 }
 
 /// The key works at once, and the choice is kept.
@@ -199,40 +220,51 @@ void TestRemoteControl::portInUse()
     QVERIFY(panel.client.ask("/master/mute") == remote::Argument(0));
 }
 
-/// The box for each answer. Packets cannot come from another computer here, so the server's signal
-/// stands for one.
+/// Other computers are asked about once, one after the other, and are not answered before. This
+/// computer needs no permission.
 void TestRemoteControl::networkIsAskedAbout()
 {
-    RemotePanel panel;
-    auto *server = panel.remote().findChild<remote::Server *>();
-    QVERIFY(server);
-    const auto question = [&] { return panel.window.findChild<QMessageBox *>("remoteQuestion"_s); };
-    const auto press = [&](const QString &text) {
-        for (QAbstractButton *button : question()->buttons())
-            if (button->text().remove(u'&') == text) button->click();
-    };
-    for (int i = 1; i <= 3; ++i)
-        emit server->asked(QHostAddress("192.0.2.%1"_s.arg(i)));
-    QCOMPARE(question()->text(), "192.0.2.1 wants to control the mixer."_s);
-    press("Allow Always"_s);
-    QTRY_COMPARE(panel.window.findChildren<QMessageBox *>("remoteQuestion"_s).size(), 1);
-    QCOMPARE(question()->text(), "192.0.2.2 wants to control the mixer."_s);
-    press("Never"_s);
-    QTRY_COMPARE(panel.window.findChildren<QMessageBox *>("remoteQuestion"_s).size(), 1);
-    press("Allow Now"_s);
-    QTRY_VERIFY(!question());
-    using remote::Permission;
-    const remote::Permissions expected = {
-        {"192.0.2.1"_s, Permission::Always},
-        {"192.0.2.2"_s, Permission::Never},
-        {"192.0.2.3"_s, Permission::Now}};
-    QCOMPARE(panel.remote().permissions(), expected);
-    QCOMPARE(server->clients().permissions(), expected);
-    const QSettings kept = nativeStore(QLatin1String(testOrganisation));
-    QCOMPARE(kept.value("Remote/allowed"_s).toStringList(), QStringList{"192.0.2.1"_s});
-    QCOMPARE(kept.value("Remote/refused"_s).toStringList(), QStringList{"192.0.2.2"_s});
-    panel.remote().forget("192.0.2.1"_s);
-    QVERIFY(!server->clients().permissions().contains("192.0.2.1"_s));
+    const quint16 port = freePort();
+    const QHostAddress seven("192.0.2.7"_s);
+    const QHostAddress eight("192.0.2.8"_s);
+    RemoteClient first(port, seven);
+    RemoteClient second(port, eight);
+    {
+        RemotePanel panel(port, "network"_s);
+        const auto question = [&] { return shownQuestion(panel); };
+        first.send("/master/mute", {1});
+        first.send("/master/mute", {1});
+        second.send("/master/mute", {1});
+        QVERIFY(panel.client.ask("/master/mute") == remote::Argument(0));
+        QCOMPARE(question(), "192.0.2.7 wants to control the mixer."_s);
+        QVERIFY(!panel.find<QMessageBox>("remoteQuestion"_s)->isModal());
+        press(panel, "Allow Always"_s);
+        QTRY_COMPARE(question(), "192.0.2.8 wants to control the mixer."_s);
+        press(panel, "Never"_s);
+        QTRY_COMPARE(question(), QString());
+        first.receive();
+        QCOMPARE(first.count, 0); // nothing was answered before
+        QVERIFY(first.ask("/master/mute") == remote::Argument(0));
+        second.send("/master/mute", {1});
+        first.settle();
+        QVERIFY(first.ask("/master/mute") == remote::Argument(0));
+        QCOMPARE(second.count, 0);
+    }
+    RemotePanel panel(port, "network"_s); // knows both answers
+    second.send("/master/mute", {1});
+    QVERIFY(first.ask("/master/mute") == remote::Argument(0));
+    panel.remote().forget("192.0.2.8"_s);
+    second.send("/master/mute", {1});
+    QTRY_COMPARE(shownQuestion(panel), "192.0.2.8 wants to control the mixer."_s);
+    panel.trigger("actionRefuse_Remote"_s);
+    QCOMPARE(shownQuestion(panel), QString());
+    panel.trigger("actionRefuse_Remote"_s);
+    second.send("/master/mute", {1});
+    QTRY_COMPARE(shownQuestion(panel), "192.0.2.8 wants to control the mixer."_s);
+    press(panel, "Allow Now"_s);
+    QVERIFY(second.ask("/master/mute") == remote::Argument(0));
+    second.receive();
+    QVERIFY(second.count > 0);
 }
 
 QTEST_MAIN(TestRemoteControl)

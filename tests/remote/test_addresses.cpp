@@ -1,3 +1,4 @@
+#include "remote/messagewords.h"
 #include "tests/remote/remoteconsole.h"
 
 #include <QFile>
@@ -31,6 +32,7 @@ private slots:
     void heldControls();
     void namesAreOneLine();
     void scenesAndHistory();
+    void messagesInWords();
 };
 
 namespace {
@@ -266,6 +268,29 @@ void TestAddresses::scenesAndHistory()
     desk.set("/undo", 0); // the release of a button
     desk.set("/redo", 1);
     QCOMPARE(desk.done.join(QLatin1Char('|')), "recall 3|undo|redo"_s);
+}
+
+/// As the list of clients shows them.
+void TestAddresses::messagesInWords()
+{
+    const std::vector<std::pair<Message, QString>> expected = {
+        {{"/strip/3/fader", {-6}}, "Channel 3 fader: -6 dB"_s},
+        {{"/strip/5-6/eq/high/freq", {2040.0F}}, "Channels 5 and 6 High frequency: 2.0 kHz"_s},
+        {{"/strip/3/fader", {99}}, "Channel 3 fader: 99"_s},
+        {{"/strip/3/fader/step", {-2}}, "Channel 3 fader: -2 steps"_s},
+        {{"/strip/3/fader", {}}, "Question for Channel 3 fader"_s},
+        {{"/strip/5-6/phase/right", {1}}, "Channel 6 phase: on"_s},
+        {{"/strip/5-6/eq/on", {0}}, "Channels 5 and 6 EQ: off"_s},
+        {{"/master/mute", {"x"_s}}, "Master mute: x"_s},
+        {{"/strip/3/name", {"Sna\nre"_s}}, "Channel 3 name: Sna re"_s},
+        {{"/output/4", {}}, "Question for Output 4"_s},
+        {{"/scene/recall", {1}}, "Scene recall: 1"_s},
+        {{"/undo", {}}, "Undo"_s},
+        {{"/nowhere", {1, {}, "a"_s}}, "/nowhere 1 ? a"_s},
+        {{QByteArray(100, 'x'), {}}, QString(60, u'x')},
+    };
+    for (const auto &[message, words] : expected)
+        QCOMPARE(inWords(message), words);
 }
 
 QTEST_GUILESS_MAIN(TestAddresses)

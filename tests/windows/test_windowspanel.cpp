@@ -282,14 +282,26 @@ void TestWindowsPanel::updates()
 }
 
 /// The demo has a device and settings of its own.
+/// The demo, which oscsend controls too.
 void TestWindowsPanel::demo()
 {
+    run(
+        {"reg"_s, "add"_s, "HKCU\\Software\\NORVEL-Demo\\Tamber\\Remote"_s, "/v"_s, "reach"_s,
+         "/d"_s, "computer"_s, "/f"_s});
     XDisplay display;
     const PrivateHome home(userFolder() + "../NORVEL-Demo/Tamber_Setting.ini"_s);
     const UserProgram demo(home, inWine({program("tamber-demo.exe"_s)}));
     QTRY_VERIFY_WITH_TIMEOUT(demo.window(display), patience);
     QTRY_VERIFY_WITH_TIMEOUT(!parametersSent(home.traceFile()).isEmpty(), patience);
     QTest::qWait(1000);
+    const auto isFaderSent = [&] {
+        QProcess::execute(
+            "oscsend"_s, {"127.0.0.1"_s, "9000"_s, "/strip/3/fader"_s, "f"_s, "-20"_s});
+        for (const TraceLine &line : parametersSent(home.traceFile()))
+            if (line.item("81") == 0xEC) return true; // -20
+        return false;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(isFaderSent(), patience);
     display.close(demo.window(display));
     QTRY_VERIFY_WITH_TIMEOUT(demo.endedWith(0), patience);
 }
