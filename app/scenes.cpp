@@ -9,6 +9,7 @@
 #include "mixer/recallsummary.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace {
@@ -61,44 +62,58 @@ void Scenes::read(int slot)
     if (file) m_slots[index(slot)] = storage::Values(file->entries);
 }
 
-Scenes::Saved Scenes::savedIn(int slot) const
+Scenes::State Scenes::stateOf(const std::vector<int> &slotsInStep) const
 {
-    return {slot, m_memories.bytes(slot).value_or(QByteArray()), std::nullopt};
+    State state{{}, m_memories.names(), m_current};
+    for (const int slot : slotsInStep)
+        state.files.push_back({slot, m_memories.bytes(slot).value_or(QByteArray())});
+    return state;
 }
 
-/// Puts files and names of slots back, for undo and redo. Returns false if a file could not be
+/// Puts files, names and mark back, for undo and redo. Returns false if a file could not be
 /// written.
-bool Scenes::put(const std::vector<Saved> &saved)
+/// @param replaced the state that is expected now; both list the same slots
+bool Scenes::put(const State &state, const State &replaced)
 {
     bool isDone = true;
-    for (const Saved &slot : saved) {
-        isDone = m_memories.restore(slot.number, slot.bytes) && isDone;
-        if (slot.name) m_memories.rename(slot.number, *slot.name);
-        read(slot.number);
-        if (slot.number == m_current && !holds(slot.number)) setCurrent(0);
-        emit slotChanged(slot.number);
+    for (std::size_t i = 0; i < state.files.size(); ++i) {
+        const auto &[slot, bytes] = state.files[i];
+        const QByteArray &expected = replaced.files[i].bytes;
+        if (bytes != expected || bytes.isNull() != expected.isNull())
+            isDone = m_memories.restore(slot, bytes, expected) && isDone;
+        read(slot);
     }
-    compare();
+    m_memories.setNames(state.names);
+    setCurrent(state.current);
+    for (int slot = 1; slot <= SceneMemories::slotCount; ++slot)
+        emit slotChanged(slot);
     return isDone;
 }
 
-void Scenes::pushStep(
-    const QString &title, const std::vector<Saved> &before, const std::vector<Saved> &after)
+/// Adds a step that has just been made. Returns false if it has changed nothing.
+bool Scenes::pushStep(const QString &title, const State &before)
 {
-    const auto putBack = [this](const std::vector<Saved> &saved) {
-        if (!put(saved))
+    std::vector<int> slotsInStep;
+    for (const State::File &file : before.files)
+        slotsInStep.push_back(file.slot);
+    const State after = stateOf(slotsInStep);
+    if (before == after) return false;
+    const auto putBack = [this](const State &state, const State &replaced) {
+        if (!put(state, replaced))
             boxes::inform(m_window, QStringLiteral("A scene could not be written to disk."));
     };
     m_history.push(
-        title, [putBack, before] { putBack(before); }, [putBack, after] { putBack(after); });
+        title, [=] { putBack(before, after); }, [=] { putBack(after, before); });
+    return true;
 }
 
+/// Moves the mark to a slot. The mark disappears if the slot holds no scene.
 void Scenes::setCurrent(int slot)
 {
-    const int before = std::exchange(m_current, slot);
-    nativeStore(m_organisation).setValue(currentKey, slot);
+    const int before = std::exchange(m_current, slot != 0 && holds(slot) ? slot : 0);
+    nativeStore(m_organisation).setValue(currentKey, m_current);
     compare();
-    for (const int changed : {before, slot})
+    for (const int changed : {before, m_current})
         if (changed != 0) emit slotChanged(changed);
 }
 
@@ -125,13 +140,12 @@ void Scenes::save(int slot)
 
 bool Scenes::trySave(int slot)
 {
-    const Saved before = savedIn(slot);
+    const State before = stateOf({slot});
     if (!m_memories.save(slot)) return false;
-    const QString step = m_mixer.titled(QStringLiteral("Save scene %1").arg(slot));
-    pushStep(step, {before}, {savedIn(slot)});
     read(slot);
     setCurrent(slot);
-    emit done(title(slot) + QStringLiteral(" saved"), true);
+    const QString step = m_mixer.titled(QStringLiteral("Save scene %1").arg(slot));
+    emit done(title(slot) + QStringLiteral(" saved"), pushStep(step, before));
     return true;
 }
 
@@ -142,16 +156,16 @@ QString Scenes::summary(int slot) const
 
 void Scenes::restoreVersion(int slot, int version)
 {
-    const Saved before = savedIn(slot);
+    const State before = stateOf({slot});
     if (!m_memories.restoreVersion(slot, version)) {
         boxes::inform(m_window, QStringLiteral("The earlier version could not be put back."));
         return;
     }
-    pushStep(QStringLiteral("Restore scene %1").arg(slot), {before}, {savedIn(slot)});
+    const bool canUndo = pushStep(QStringLiteral("Restore scene %1").arg(slot), before);
     read(slot);
     compare();
     emit slotChanged(slot);
-    emit done(title(slot) + QStringLiteral(" has its earlier version again"), true);
+    emit done(title(slot) + QStringLiteral(" has its earlier version again"), canUndo);
 }
 
 storage::ExchangeScene Scenes::scene(int slot) const
@@ -177,14 +191,17 @@ std::vector<storage::ExchangeScene> Scenes::all() const
 
 void Scenes::take(const std::vector<storage::ExchangeScene> &scenes, const QString &title)
 {
-    std::vector<Saved> before;
-    std::vector<Saved> after;
-    for (const storage::ExchangeScene &scene : scenes) {
-        before.push_back(savedIn(scene.slot));
-        before.back().name = isNamed(scene.slot) ? name(scene.slot) : QString();
+    std::vector<int> slotsInStep;
+    slotsInStep.reserve(scenes.size());
+    for (const storage::ExchangeScene &scene : scenes)
+        slotsInStep.push_back(scene.slot);
+    State before = stateOf(slotsInStep);
+    for (std::size_t i = 0; i < scenes.size(); ++i) {
+        const storage::ExchangeScene &scene = scenes[i];
         if (!m_memories.replace(scene.slot, scene.values)) {
-            before.pop_back();
-            const bool isBack = put(before); // all or none
+            slotsInStep.resize(i);
+            before.files.resize(i);
+            const bool isBack = put(before, stateOf(slotsInStep)); // all or none
             boxes::inform(
                 m_window,
                 isBack
@@ -194,14 +211,12 @@ void Scenes::take(const std::vector<storage::ExchangeScene> &scenes, const QStri
             return;
         }
         m_memories.rename(scene.slot, scene.name);
-        after.push_back(savedIn(scene.slot));
-        after.back().name = scene.name;
         read(scene.slot);
         emit slotChanged(scene.slot);
     }
     compare();
-    pushStep(title, before, after);
-    emit done(title + QStringLiteral(": done"), true);
+    const bool canUndo = pushStep(title, before);
+    emit done(title + QStringLiteral(": done"), canUndo);
 }
 
 void Scenes::takeLive(const storage::ExchangeScene &scene)
@@ -274,7 +289,9 @@ void Scenes::rename(int slot)
     auto *dialog = new SceneMemoryDialog(name(slot), m_window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QDialog::accepted, this, [this, dialog, slot] {
+        const State before = stateOf({});
         m_memories.rename(slot, dialog->name());
+        pushStep(QStringLiteral("Rename scene %1").arg(slot), before);
         emit slotChanged(slot);
     });
     dialog->open();
@@ -284,11 +301,16 @@ void Scenes::initialize()
 {
     boxes::askFirst(
         m_window, QStringLiteral("This operation initializes ALL Scene Memories."), [this] {
+            std::vector<int> all(SceneMemories::slotCount);
+            std::iota(all.begin(), all.end(), 1);
+            const State before = stateOf(all);
             m_memories.initialize();
-            for (int slot = 1; slot <= SceneMemories::slotCount; ++slot)
+            for (const int slot : all)
                 read(slot);
             setCurrent(0);
-            for (int slot = 1; slot <= SceneMemories::slotCount; ++slot)
+            for (const int slot : all)
                 emit slotChanged(slot);
+            const bool canUndo = pushStep(QStringLiteral("Initialize scene memories"), before);
+            emit done(QStringLiteral("Scene memories initialized"), canUndo);
         });
 }

@@ -86,26 +86,38 @@ public:
 signals:
     void slotChanged(int slot); ///< its name or its marks
     void safeChanged();
-    /// The user has saved, recalled, imported or restored scenes.
+    /// The user has saved, recalled, imported, restored or initialized scenes.
     /// @param canUndo whether that is a step of the history
     void done(const QString &what, bool canUndo);
 
 private:
-    /// The file of a slot, and its name if the step changes names. For undo.
-    struct Saved
+    /// What a step of the history puts back.
+    struct State
     {
-        int number;
-        QByteArray bytes;
-        std::optional<QString> name;
+        struct File
+        {
+            int slot;
+            QByteArray bytes; ///< null if there is none
+            bool operator==(const File &o) const
+            {
+                return slot == o.slot && bytes == o.bytes && bytes.isNull() == o.bytes.isNull();
+            }
+        };
+        std::vector<File> files; ///< of the slots that the step changes
+        storage::Entries names;  ///< of all slots
+        int current;
+        bool operator==(const State &o) const
+        {
+            return files == o.files && names == o.names && current == o.current;
+        }
     };
 
     static std::size_t index(int slot) { return static_cast<std::size_t>(slot - 1); }
     QString title(int slot) const;
     void read(int slot);
-    Saved savedIn(int slot) const;
-    bool put(const std::vector<Saved> &saved);
-    void pushStep(
-        const QString &title, const std::vector<Saved> &before, const std::vector<Saved> &after);
+    State stateOf(const std::vector<int> &slotsInStep) const;
+    bool put(const State &state, const State &replaced);
+    bool pushStep(const QString &title, const State &before);
     void readSafe();
     bool recall(const storage::Values &values, const QString &title);
     void setCurrent(int slot);

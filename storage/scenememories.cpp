@@ -114,12 +114,27 @@ std::optional<QByteArray> SceneMemories::bytes(int slot) const
     return readAtMost(m_disk, fileName(slot), mostBytes);
 }
 
-bool SceneMemories::restore(int slot, const QByteArray &bytes)
+bool SceneMemories::restore(int slot, const QByteArray &bytes, const QByteArray &expected)
 {
-    const bool done =
-        bytes.isNull() ? m_disk.remove(fileName(slot)) : replaceFile(m_disk, fileName(slot), bytes);
+    const std::optional<QByteArray> present = this->bytes(slot);
+    if (present && !present->isNull() && *present != expected)
+        return bytes.isNull() ? remove(slot) : write(slot, bytes);
+    const bool done = present && (bytes.isNull() ? m_disk.remove(fileName(slot))
+                                                 : replaceFile(m_disk, fileName(slot), bytes));
     if (!done) qCWarning(log) << "the scene cannot be restored:" << fileName(slot);
     return done;
+}
+
+/// Deletes a scene, which becomes the newest version. Returns false if that fails, which is logged.
+bool SceneMemories::remove(int slot)
+{
+    const bool isKept = m_disk.size(fileName(slot)) < 0 || keepPresent(slot);
+    if (isKept && m_disk.remove(fileName(slot))) {
+        addVersion(slot);
+        return true;
+    }
+    qCWarning(log) << "the scene cannot be deleted:" << fileName(slot);
+    return false;
 }
 
 QString SceneMemories::name(int slot) const
@@ -139,19 +154,27 @@ void SceneMemories::rename(int slot, const QString &name)
     m_names.flush();
 }
 
+void SceneMemories::setNames(const Entries &names)
+{
+    const Values wanted(names);
+    const Entries foreign = m_names.values().foreign();
+    Transaction transaction(m_names.store());
+    for (int slot = 1; slot <= slotCount; ++slot) {
+        const Key key = sceneName(slot).key.key;
+        transaction.set(sceneMemoryGroup, key, wanted.raw(sceneMemoryGroup, key));
+    }
+    for (const QByteArray &entry : foreign.keys() + wanted.foreign().keys())
+        transaction.setForeign(entry, wanted.foreign().value(entry));
+    transaction.commit();
+    m_names.flush();
+}
+
 void SceneMemories::initialize()
 {
     Transaction transaction(m_names.store());
     const Values named = m_names.values();
-    for (int slot = 1; slot <= slotCount; ++slot) {
-        const bool isKept = m_disk.size(fileName(slot)) < 0 || keepPresent(slot);
-        if (isKept && m_disk.remove(fileName(slot))) {
-            transaction.set(sceneMemoryGroup, sceneName(slot).key.key, QByteArray());
-            addVersion(slot);
-        } else {
-            qCWarning(log) << "the scene cannot be deleted:" << fileName(slot);
-        }
-    }
+    for (int slot = 1; slot <= slotCount; ++slot)
+        if (remove(slot)) transaction.set(sceneMemoryGroup, sceneName(slot).key.key, QByteArray());
     for (auto entry = named.foreign().begin(); entry != named.foreign().end(); ++entry)
         transaction.setForeign(entry.key(), QByteArray());
     transaction.commit();

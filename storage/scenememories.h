@@ -45,9 +45,11 @@ public:
     /// Returns the bytes of a scene's file, null if there is no file. Returns nothing if the file
     /// cannot be read or has more than 16 MiB.
     std::optional<QByteArray> bytes(int slot) const;
-    /// Replaces a scene's file by these bytes, or removes it if they are null. Returns false if
-    /// that fails, which is logged.
-    bool restore(int slot, const QByteArray &bytes);
+    /// Replaces a scene's file by these bytes, or removes it if they are null. A file that another
+    /// program has changed becomes the newest earlier version. Returns false if that fails, which
+    /// is logged.
+    /// @param expected the bytes of the present file, null for none, if nobody else has changed it
+    bool restore(int slot, const QByteArray &bytes, const QByteArray &expected);
 
     /// Returns the name of a slot. The default names are "SceneMemory1" to "SceneMemory10".
     QString name(int slot) const;
@@ -55,6 +57,11 @@ public:
 
     /// Renames a slot. An empty name restores the default name.
     void rename(int slot, const QString &name);
+
+    /// Returns all entries of the file with the names, those that the panel does not know included.
+    storage::Entries names() const { return m_names.values().entries(); }
+    /// Replaces all entries by what names() has returned.
+    void setNames(const storage::Entries &names);
 
     /// Deletes all scenes and their names. The scenes become earlier versions. Keeps the live
     /// settings, and the name of a scene that cannot be deleted. Failures are logged.
@@ -66,6 +73,7 @@ private:
     bool keepPresent(int slot);
     void addVersion(int slot);
     bool write(int slot, const QByteArray &bytes);
+    bool remove(int slot);
 
     Settings &m_live;
     storage::Disk &m_disk;

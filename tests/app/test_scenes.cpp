@@ -20,6 +20,7 @@ private slots:
     void loadRestoresEverything();
     void failedSaveIsReported();
     void names();
+    void renameAndInitializeAreSteps();
     void marks();
     void files();
     void killedExport();
@@ -87,6 +88,16 @@ void drop(QWidget *target, const QString &path)
     QCoreApplication::sendEvent(target, &event);
 }
 
+void rename(const Panel &panel, int slot, const QString &name)
+{
+    panel.trigger("actionRename%1"_s.arg(slot));
+    auto *dialog = panel.window.findChild<QDialog *>();
+    if (!dialog) qFatal("no dialog");
+    dialog->findChild<QLineEdit *>()->setText(name);
+    dialog->accept();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 QString stateOf(const Panel &panel, int slot)
 {
     return panel.find<QPushButton>("pB_Scene%1"_s.arg(slot))->accessibleName();
@@ -126,11 +137,7 @@ void TestScenes::names()
     const QString odd = QString(300, QLatin1Char('W')) + " / \"Tom & Jerry\""_s;
     {
         Panel panel("names", session);
-        panel.trigger("actionRename2"_s);
-        auto *dialog = panel.window.findChild<QDialog *>();
-        QVERIFY(dialog);
-        dialog->findChild<QLineEdit *>()->setText(odd);
-        dialog->accept();
+        rename(panel, 2, odd);
     }
     Panel panel("names", session);
     QMenu *menu = nullptr;
@@ -154,6 +161,53 @@ void TestScenes::names()
     const auto *box = panel.window.findChild<QMessageBox *>();
     QCOMPARE(box->text(), "This scene memory does not exist."_s);
     QCOMPARE(panel.file(), before);
+}
+
+/// Files, names and marks return exactly. What another program has written meanwhile is not lost.
+void TestScenes::renameAndInitializeAreSteps()
+{
+    Panel panel("steps", session);
+    const QDir folder = QFileInfo(panel.path).dir();
+    const QString scene = folder.filePath("Tamber_sm2.ini"_s);
+    const QString names = folder.filePath("Tamber_SceneMemory.ini"_s);
+    const auto write = [&scene](const QByteArray &bytes) {
+        QFile file(scene);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) < 0) qFatal("no scene");
+    };
+    const auto undoText = [&panel] { return panel.find<QAction>("actionUndo"_s)->text(); };
+    panel.trigger("actionSave1"_s);
+    panel.trigger("actionSave2"_s);
+    const IniContent unnamed = readIni(names);
+    rename(panel, 2, "Verse"_s);
+    QCOMPARE(stateOf(panel, 2), "Scene 2 Verse, on"_s);
+    QCOMPARE(undoText(), "&Undo Rename scene 2"_s);
+    rename(panel, 2, "Verse"_s); // changes nothing
+    write("[Track7]\nMute=true\n");
+    panel.trigger("actionUndo"_s);
+    QCOMPARE(stateOf(panel, 2), "Scene 2, on"_s);
+    QCOMPARE(readIni(names), unnamed);
+    QCOMPARE(undoText(), "&Undo Save scene 2"_s);
+    panel.trigger("actionRedo"_s);
+    QCOMPARE(stateOf(panel, 2), "Scene 2 Verse, on"_s);
+    QCOMPARE(bytesOf(scene), QByteArray("[Track7]\nMute=true\n"));
+
+    const IniContent named = readIni(names);
+    panel.trigger("actionInitialize_SceneMemory"_s);
+    answerBox(panel, QMessageBox::Ok);
+    QCOMPARE(undoText(), "&Undo Initialize scene memories"_s);
+    QCOMPARE(panel.find<QLabel>("label_Notice"_s)->text(), "Scene memories initialized"_s);
+    write("[Track8]\nMute=true\n");
+    panel.trigger("actionUndo"_s);
+    QCOMPARE(stateOf(panel, 1), "Scene 1, saved"_s);
+    QVERIFY(stateOf(panel, 2).startsWith("Scene 2 Verse, on"_s));
+    QCOMPARE(readIni(names), named);
+    QCOMPARE(bytesOf(scene), QByteArray("[Track7]\nMute=true\n"));
+    QCOMPARE(
+        bytesOf(folder.filePath("Tamber_Versions/Tamber_sm2.1.ini"_s)),
+        QByteArray("[Track8]\nMute=true\n"));
+    panel.trigger("actionRedo"_s);
+    QCOMPARE(stateOf(panel, 2), "Scene 2, empty"_s);
+    QVERIFY(!QFile::exists(scene));
 }
 
 /// The scene bar: empty, saved, recalled, changed since. The marks survive a restart, and the
