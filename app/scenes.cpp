@@ -221,17 +221,26 @@ void Scenes::take(const std::vector<storage::ExchangeScene> &scenes, const QStri
 
 void Scenes::takeLive(const storage::ExchangeScene &scene)
 {
-    const bool canUndo = recall(scene.values, QStringLiteral("Import settings"));
+    const bool canUndo = recall(scene.values, QStringLiteral("Import settings"), m_current);
     emit done(QStringLiteral("Settings imported"), canUndo);
 }
 
-/// Recalls values. Returns whether that is a step that can be undone.
-bool Scenes::recall(const storage::Values &values, const QString &title)
+/// Recalls values and moves the mark to a slot, in one step. Returns whether there is such a step.
+bool Scenes::recall(const storage::Values &values, const QString &title, int slot)
 {
     m_settings.acceptValues(); // before the step, because it may clear the history
-    const int stepsBefore = m_history.stack().index();
+    QUndoStack &stack = m_history.stack();
+    const int stepsBefore = stack.index();
+    const int left = m_current;
+    if (slot != left) stack.beginMacro(title);
     m_mixer.recall(values, title, m_safe);
-    return stepsBefore != m_history.stack().index();
+    setCurrent(slot);
+    if (slot != left) {
+        m_history.push(
+            title, [=] { setCurrent(left); }, [=] { setCurrent(slot); });
+        stack.endMacro();
+    }
+    return stepsBefore != stack.index();
 }
 
 void Scenes::readSafe()
@@ -263,10 +272,9 @@ bool Scenes::tryLoad(int slot)
     const std::optional<storage::FileContent> scene = m_memories.read(slot);
     if (!scene) return false;
     const storage::Values values(scene->entries);
-    const bool canUndo = recall(values, QStringLiteral("Recall scene %1").arg(slot));
-    m_settings.adoptContent(*scene);
     m_slots[index(slot)] = values;
-    setCurrent(slot);
+    const bool canUndo = recall(values, QStringLiteral("Recall scene %1").arg(slot), slot);
+    m_settings.adoptContent(*scene);
     emit done(title(slot) + QStringLiteral(" recalled"), canUndo);
     return true;
 }

@@ -119,7 +119,7 @@ private:
     bool put(const State &state, const State &replaced);
     bool pushStep(const QString &title, const State &before);
     void readSafe();
-    bool recall(const storage::Values &values, const QString &title);
+    bool recall(const storage::Values &values, const QString &title, int slot);
     void setCurrent(int slot);
     void compare();
 

@@ -211,7 +211,7 @@ void TestScenes::renameAndInitializeAreSteps()
 }
 
 /// The scene bar: empty, saved, recalled, changed since. The marks survive a restart, and the
-/// notice undoes a recall.
+/// notice undoes a recall. Undo and redo move the mark with the values.
 void TestScenes::marks()
 {
     const auto faderOf3 = [](const Panel &panel) {
@@ -242,6 +242,27 @@ void TestScenes::marks()
     QCOMPARE(faderOf3(panel), changed);
     QTRY_COMPARE(stateOf(panel, 2), "Scene 2, on, changed since"_s);
     QVERIFY(panel.find("label_Notice"_s)->isHidden() || !panel.find("label_Notice"_s)->isVisible());
+
+    panel.trigger("actionLoad1"_s);
+    QCOMPARE(stateOf(panel, 1), "Scene 1, on"_s);
+    QCOMPARE(panel.find<QAction>("actionUndo"_s)->text(), "&Undo Recall scene 1"_s);
+    panel.trigger("actionUndo"_s);
+    QCOMPARE(faderOf3(panel), changed);
+    QCOMPARE(stateOf(panel, 1), "Scene 1, saved"_s);
+    QTRY_COMPARE(stateOf(panel, 2), "Scene 2, on, changed since"_s);
+    panel.trigger("actionRedo"_s);
+    QTRY_COMPARE(stateOf(panel, 1), "Scene 1, on"_s);
+    QCOMPARE(stateOf(panel, 2), "Scene 2, saved"_s);
+    panel.trigger("actionSave5"_s);
+    QCOMPARE(stateOf(panel, 5), "Scene 5, on"_s);
+    panel.trigger("actionUndo"_s);
+    QCOMPARE(stateOf(panel, 5), "Scene 5, empty"_s);
+    QCOMPARE(stateOf(panel, 1), "Scene 1, on"_s);
+    panel.trigger("actionLoad1"_s); // changes nothing
+    QCOMPARE(panel.find<QAction>("actionUndo"_s)->text(), "&Undo Recall scene 1"_s);
+    panel.trigger("actionUndo"_s);
+    QCOMPARE(faderOf3(panel), changed);
+    panel.trigger("actionLoad2"_s);
 }
 
 /// A scene goes through a file into another slot, by dialog and by drop. What is refused changes
