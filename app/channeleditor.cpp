@@ -7,6 +7,7 @@
 #include "widgets/accessiblecontrols.h"
 #include "widgets/colours.h"
 #include "widgets/elidedlabel.h"
+#include "widgets/enterkey.h"
 #include "widgets/reductionhistory.h"
 
 #include <QHBoxLayout>
@@ -59,6 +60,7 @@ ChannelEditor::ChannelEditor(const EditorContext &context, const char *organisat
 {
     setObjectName(QStringLiteral("channelEditor"));
     setMinimumSize(leastSize);
+    new EnterKey(this);
     m_title->setObjectName(QStringLiteral("editor_title"));
     m_hint->setObjectName(QStringLiteral("editor_hint"));
     m_hint->setAlignment(Qt::AlignCenter);

@@ -30,6 +30,7 @@
 #include "widgets/doubleclicks.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
+#include "widgets/enterkey.h"
 #include "widgets/fader.h"
 #include "widgets/nameedit.h"
 #include "widgets/pancontrol.h"
@@ -105,6 +106,7 @@ MainWindow::MainWindow(
     menuBar()->setCornerWidget(m_notice);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     setAcceptDrops(true);
+    new EnterKey(this);
     restoreWindowGeometry();
 
     connectByName(this);

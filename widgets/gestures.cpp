@@ -107,6 +107,7 @@ std::vector<Row> printedTable()
          {nameOf(leftNeighbourKeys) + QLatin1String(", ") + nameOf(rightNeighbourKeys),
           QStringLiteral("the same control of the neighbouring strip")},
          {QStringLiteral("Right click, Menu key"), QStringLiteral("the strip's menu")},
+         {QStringLiteral("Enter, Space"), QStringLiteral("press the button with the focus")},
          {QStringLiteral("Click on a strip's background"), QStringLiteral("select the strip")},
          {QStringLiteral("Ctrl + click on S or SOLO"), QStringLiteral("solo this strip alone")},
          {QStringLiteral("Double click on a curve, Ctrl+E"), QStringLiteral("the channel editor")},

@@ -80,10 +80,11 @@ void StepControl::announce()
 
 void StepControl::keyPressEvent(QKeyEvent *event)
 {
-    if (const std::optional<Gesture> gesture = gestures::gestureOf(*event, m_layout))
-        emit gestureMade(*gesture);
-    else
-        QLabel::keyPressEvent(event);
+    const std::optional<Gesture> gesture = gestures::gestureOf(*event, m_layout);
+    if (!gesture) return QLabel::keyPressEvent(event);
+    // A key that is held would open the editor again after each close.
+    if (gesture->kind == Gesture::Kind::Edit && event->isAutoRepeat()) return;
+    emit gestureMade(*gesture);
 }
 
 void StepControl::turn(QWheelEvent *event)

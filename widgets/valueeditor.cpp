@@ -101,7 +101,8 @@ void ValueEditor::keyPressEvent(QKeyEvent *event)
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        return accept();
+        if (!event->isAutoRepeat()) accept(); // the key that opened the field may still be held
+        return;
     case Qt::Key_Escape:
         return dismiss();
     default:

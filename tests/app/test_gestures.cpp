@@ -25,6 +25,7 @@ private slots:
     void stripMenu();
     void names();
     void walkingByKeys();
+    void buttonsByKeys();
     void undoKeys();
 
 private:
@@ -384,6 +385,36 @@ void TestGestures::walkingByKeys()
     QVERIFY(walk("pB_masterMute"_s, Key::Left, "pB_Mute16"_s));
     QVERIFY(walk("panKnob5_6_R"_s, Key::Right, "panKnob7"_s));
     QVERIFY(walk("pB_Solo1"_s, Key::Left, "pB_Solo1"_s));
+}
+
+/// Enter and Space press a button once, however long they are held. A value editor that Enter has
+/// opened stays open while the key is held.
+void TestGestures::buttonsByKeys()
+{
+    const auto repeat = [](QWidget *control) {
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+        QCoreApplication::sendEvent(control, &held);
+    };
+    auto *mute = m_panel->find<QPushButton>("pB_Mute4"_s);
+    for (const Key key : {Key::Return, Key::Space}) {
+        const bool was = mute->isChecked();
+        mute->setFocus();
+        m_display.type({key});
+        QTRY_COMPARE(mute->isChecked(), !was);
+        repeat(mute);
+        QCOMPARE(mute->isChecked(), !was);
+    }
+    auto *cap = m_panel->find<StepControl>("faderKnob4"_s);
+    cap->setFocus();
+    repeat(cap);
+    QVERIFY(!m_panel->window.findChild<QLineEdit *>("lineEdit_Value"_s));
+    m_display.type({Key::F2});
+    QTRY_VERIFY(m_panel->window.findChild<QLineEdit *>("lineEdit_Value"_s));
+    auto *editor = m_panel->find<QLineEdit>("lineEdit_Value"_s);
+    repeat(editor);
+    QVERIFY(editor->isVisible());
+    m_display.type({Key::Escape});
+    QTRY_VERIFY(!m_panel->window.findChild<QLineEdit *>("lineEdit_Value"_s));
 }
 
 void TestGestures::undoKeys()
