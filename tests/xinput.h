@@ -59,6 +59,7 @@ public:
         Equal = 21,
         Tab = 23,
         E = 26,
+        Y = 29,
         Return = 36,
         Control = 37,
         A = 38,

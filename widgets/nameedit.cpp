@@ -14,7 +14,7 @@ constexpr int padding = 3;    // with the border
 
 } // namespace
 
-NameEdit::NameEdit(QWidget *parent) : QLineEdit(parent)
+NameEdit::NameEdit(QWidget *parent) : TextField(parent)
 {
     const QString tip = QStringLiteral("Name of this strip");
     setToolTip(tip);
@@ -27,7 +27,7 @@ void NameEdit::paintEvent(QPaintEvent *event)
 {
     const int space = width() - 2 * padding;
     if (hasFocus() || fontMetrics().horizontalAdvance(text()) <= space)
-        return QLineEdit::paintEvent(event);
+        return TextField::paintEvent(event);
     QStyleOptionFrame option;
     initStyleOption(&option);
     QPainter painter(this);
@@ -48,14 +48,14 @@ void NameEdit::edit()
 
 bool NameEdit::focusNextPrevChild(bool next)
 {
-    if (!m_walksNames) return QLineEdit::focusNextPrevChild(next);
+    if (!m_walksNames) return TextField::focusNextPrevChild(next);
     emit neighbourRequested(next ? 1 : -1);
     return true;
 }
 
 void NameEdit::focusInEvent(QFocusEvent *event)
 {
-    QLineEdit::focusInEvent(event);
+    TextField::focusInEvent(event);
     const Qt::FocusReason reason = event->reason();
     if (reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason) return;
     m_walksNames = reason == Qt::MouseFocusReason || reason == Qt::OtherFocusReason;
@@ -65,7 +65,7 @@ void NameEdit::focusInEvent(QFocusEvent *event)
 
 void NameEdit::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() != Qt::Key_Escape) return QLineEdit::keyPressEvent(event);
+    if (event->key() != Qt::Key_Escape) return TextField::keyPressEvent(event);
     if (text() != m_before) {
         setText(m_before);
         emit textEdited(m_before);

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QLineEdit>
+#include "widgets/textfield.h"
 
 /// The field for a strip's name. Escape gives back the name from before the editing. In a field
 /// that was entered by a click or by edit(), Tab goes to the next name; otherwise Tab goes to the
 /// next control. GUI thread only.
-class NameEdit : public QLineEdit
+class NameEdit : public TextField
 {
     Q_OBJECT
 

@@ -23,7 +23,7 @@ ValueEditor *ValueEditor::open(QWidget *window, const Request &request)
 }
 
 ValueEditor::ValueEditor(QWidget *window, const Request &request)
-    : QLineEdit(window), m_request(request), m_returnTo(window->focusWidget()),
+    : TextField(window), m_request(request), m_returnTo(window->focusWidget()),
       m_hint(new QLabel(request.possible, window))
 {
     setObjectName(editorName);
@@ -93,7 +93,7 @@ bool ValueEditor::event(QEvent *event)
             return true;
         }
     }
-    return QLineEdit::event(event);
+    return TextField::event(event);
 }
 
 void ValueEditor::keyPressEvent(QKeyEvent *event)
@@ -106,13 +106,13 @@ void ValueEditor::keyPressEvent(QKeyEvent *event)
     case Qt::Key_Escape:
         return dismiss();
     default:
-        QLineEdit::keyPressEvent(event);
+        TextField::keyPressEvent(event);
     }
 }
 
 void ValueEditor::focusOutEvent(QFocusEvent *event)
 {
-    QLineEdit::focusOutEvent(event);
+    TextField::focusOutEvent(event);
     // The window is left for a moment, for example for a screenshot, without the user's choice.
     if (event->reason() != Qt::ActiveWindowFocusReason) dismiss();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QLineEdit>
+#include "widgets/textfield.h"
+
 #include <QPointer>
 
 #include <functional>
@@ -10,7 +11,7 @@ class QLabel;
 /// A text field over a readout, in which the user types a value. Enter takes the value if the
 /// control has it; otherwise the field stays open and says what is possible. Escape, or leaving the
 /// field, changes nothing. It deletes itself when it closes. GUI thread only.
-class ValueEditor : public QLineEdit
+class ValueEditor : public TextField
 {
     Q_OBJECT
 

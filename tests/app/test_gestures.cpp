@@ -430,6 +430,20 @@ void TestGestures::undoKeys()
     QTRY_COMPARE(label->text(), "0 dB"_s);
     m_display.type({Key::Control, Key::Shift, Key::Z});
     QTRY_COMPARE(label->text(), "6 dB"_s);
+
+    // In a text field the keys belong to its text.
+    m_display.type({Key::Control, Key::Z});
+    QTRY_COMPARE(label->text(), "0 dB"_s);
+    auto *name = m_panel->find<NameEdit>("lineEdit_Name4"_s);
+    name->setText({});
+    name->edit();
+    m_display.type({Key::Six});
+    m_display.type({Key::Control, Key::Z});
+    QTRY_COMPARE(name->text(), QString());
+    m_display.type({Key::Control, Key::Y});
+    QTRY_COMPARE(name->text(), "6"_s);
+    QCOMPARE(label->text(), "0 dB"_s);
+    m_display.type({Key::Escape});
     QTRY_COMPARE_WITH_TIMEOUT(differences(*m_panel), QStringList(), 20000);
 }
 
