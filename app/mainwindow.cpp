@@ -319,7 +319,10 @@ void MainWindow::connectName(const StripWidgets &strip)
     connect(edit, &NameEdit::neighbourRequested, this, [this, id](int direction) {
         m_gestures.editNeighboursName(id, direction);
     });
-    connect(edit, &QLineEdit::returnPressed, edit, [edit] { edit->clearFocus(); });
+    // Keys go on from the strip.
+    connect(edit, &NameEdit::left, strip.faderKnob, [fader = strip.faderKnob] {
+        fader->setFocus(Qt::OtherFocusReason);
+    });
     connect(edit, &QLineEdit::editingFinished, edit, [edit] { edit->setCursorPosition(0); });
 }
 

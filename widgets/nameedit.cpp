@@ -18,6 +18,7 @@ NameEdit::NameEdit(QWidget *parent) : TextField(parent)
 {
     const QString tip = QStringLiteral("Name of this strip");
     setToolTip(tip);
+    connect(this, &QLineEdit::returnPressed, this, &NameEdit::left);
     connect(this, &QLineEdit::textChanged, this, [this, tip](const QString &name) {
         setToolTip(name.isEmpty() ? tip : plaintext::forToolTip(name));
     });
@@ -70,5 +71,5 @@ void NameEdit::keyPressEvent(QKeyEvent *event)
         setText(m_before);
         emit textEdited(m_before);
     }
-    clearFocus();
+    emit left();
 }

@@ -4,7 +4,7 @@
 
 /// The field for a strip's name. Escape gives back the name from before the editing. In a field
 /// that was entered by a click or by edit(), Tab goes to the next name; otherwise Tab goes to the
-/// next control. GUI thread only.
+/// next control. Enter and Escape leave the field. GUI thread only.
 class NameEdit : public TextField
 {
     Q_OBJECT
@@ -17,6 +17,7 @@ public:
 
 signals:
     void editingStarted();
+    void left(); ///< by Enter or Escape
     /// Tab (1) or Shift+Tab (-1) in a field that was entered to edit names.
     void neighbourRequested(int direction);
 

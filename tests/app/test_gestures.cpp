@@ -345,7 +345,8 @@ void TestGestures::stripMenu()
     QTRY_VERIFY(!m_panel->window.findChild<QLineEdit *>("lineEdit_Value"_s));
 }
 
-/// Tab goes to the next name only in a field that was entered to edit names.
+/// Tab goes to the next name only in a field that was entered to edit names. Enter and Escape give
+/// the focus to the strip.
 void TestGestures::names()
 {
     m_display.click(inWindow("lineEdit_Name4"_s));
@@ -365,6 +366,10 @@ void TestGestures::names()
     QTRY_COMPARE(m_panel->find<QLineEdit>("lineEdit_Name8"_s)->text(), "6Bass"_s);
     m_display.type({Key::Escape});
     QTRY_COMPARE(m_panel->settings.values().entries().value("Track8/Name"), QByteArray("Bass"));
+    QVERIFY(m_panel->find("faderKnob8"_s)->hasFocus());
+    m_panel->find<NameEdit>("lineEdit_Name7"_s)->edit();
+    m_display.type({Key::Return});
+    QTRY_VERIFY(m_panel->find("faderKnob7"_s)->hasFocus());
     m_panel->find("pB_Mute3"_s)->setFocus();
     m_display.type({Key::Tab});
     QTRY_VERIFY(m_panel->find("lineEdit_Name3"_s)->hasFocus());
