@@ -4,6 +4,7 @@
 #include "common/constants.h"
 #include "widgets/clicklabel.h"
 #include "widgets/restyle.h"
+#include "widgets/selectablelabel.h"
 #include "widgets/stepslider.h"
 
 #include <QGridLayout>
@@ -39,11 +40,10 @@ QLabel *makeLabel(const QString &text, const char *role)
 QLabel *makeValue(const QString &caption, const QString &text, const QString &tip)
 {
     QString name = QStringLiteral("label_") + caption;
-    auto *value = new QLabel(text);
+    auto *value = new SelectableLabel(text);
     value->setObjectName(name.remove(QLatin1Char(' ')));
     value->setAccessibleDescription(caption);
     value->setToolTip(tip + QStringLiteral(" Select it with the mouse to copy it."));
-    value->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return value;
 }
 

@@ -356,6 +356,9 @@ void MainWindow::connectPage()
         else
             m_gestures.editFader(strip);
     });
+    connect(&m_stripActions, &StripActions::copied, this, [this](const auto &strip) {
+        m_notice->tell(mixer::title(strip) + QStringLiteral(" copied"), false);
+    });
     connect(&m_stripActions, &StripActions::pasteRefused, this, [this] {
         m_notice->flash(Notice::Message::PasteRefused);
     });

@@ -31,6 +31,15 @@ StripActions::StripActions(mixer::Mixer &mixer, const storage::Store &store, Sce
 void StripActions::fillEditMenu(QMenu *menu)
 {
     fill(menu, [this] { return m_mixer.edited(); });
+    const auto addShortcut = [menu](const char *name, QKeySequence::StandardKey keys) {
+        auto *action = menu->findChild<QAction *>(QLatin1String(name));
+        action->setShortcut(keys);
+        action->setAutoRepeat(false);
+        // A disabled action has no shortcut, and the next strip may be selected without the menu.
+        connect(menu, &QMenu::aboutToHide, action, [action] { action->setEnabled(true); });
+    };
+    addShortcut("actionCopy_Strip", QKeySequence::Copy);
+    addShortcut("actionPaste_Strip", QKeySequence::Paste);
 }
 
 void StripActions::openMenu(const StripId &strip, const QPoint &position, QWidget *parent)
@@ -110,13 +119,14 @@ void StripActions::addSafe(QMenu *menu, const Target &target)
     });
 }
 
-void StripActions::copy(const StripId &strip) const
+void StripActions::copy(const StripId &strip)
 {
     const QByteArray json = mixer::StripClip::of(m_store.values(), strip).json();
     auto *data = new QMimeData;
     data->setData(QLatin1String(mixer::clipMimeType), json);
     data->setText(QString::fromUtf8(json));
     QGuiApplication::clipboard()->setMimeData(data);
+    emit copied(strip);
 }
 
 void StripActions::paste(const StripId &strip, ClipPart part)

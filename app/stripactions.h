@@ -16,7 +16,7 @@ public:
     StripActions(mixer::Mixer &mixer, const storage::Store &store, Scenes &scenes);
 
     /// Adds the commands to the Edit menu. They act on the selected strip and carry the object
-    /// names.
+    /// names. Only here do copy and paste have shortcuts, because those act on the selected strip.
     void fillEditMenu(QMenu *menu);
 
     /// Opens the menu of a strip. It deletes itself when it closes.
@@ -24,6 +24,7 @@ public:
     void openMenu(const mixer::StripId &strip, const QPoint &position, QWidget *parent);
 
 signals:
+    void copied(const mixer::StripId &strip);
     void renameRequested(const mixer::StripId &strip);
     void valueRequested(const mixer::StripId &strip);
     void editorRequested(const mixer::StripId &strip);
@@ -35,7 +36,7 @@ private:
 
     void fill(QMenu *menu, const Target &target);
     void addSafe(QMenu *menu, const Target &target);
-    void copy(const mixer::StripId &strip) const;
+    void copy(const mixer::StripId &strip);
     void paste(const mixer::StripId &strip, mixer::ClipPart part);
 
     mixer::Mixer &m_mixer;

@@ -23,6 +23,7 @@ private slots:
     void aroundTheControls();
     void editorRefusesNonsense();
     void stripMenu();
+    void copyAndPasteKeys();
     void names();
     void walkingByKeys();
     void buttonsByKeys();
@@ -343,6 +344,44 @@ void TestGestures::stripMenu()
     QCOMPARE(editor->accessibleName(), "Channel 12 fader"_s);
     m_display.type({Key::Escape});
     QTRY_VERIFY(!m_panel->window.findChild<QLineEdit *>("lineEdit_Value"_s));
+}
+
+/// Ctrl+C and Ctrl+V act on the selected strip, or on the text field with the focus.
+void TestGestures::copyAndPasteKeys()
+{
+    const auto *fader12 = m_panel->find<QLabel>("label_Fader12"_s);
+    const auto select = [&](int strip) {
+        m_panel->find<QPushButton>("pB_EQ%1"_s.arg(strip))->click();
+    };
+    auto *edit = qobject_cast<QMenu *>(m_panel->find<QAction>("actionCopy_Strip"_s)->parent());
+    m_panel->find<QPushButton>("pB_Analog12"_s)->setChecked(true);
+    m_panel->find<QPushButton>("pB_Analog12"_s)->click();
+    edit->popup(m_panel->window.mapToGlobal(QPoint(300, 300))); // while no strip is selected
+    QVERIFY(!m_panel->find<QAction>("actionCopy_Strip"_s)->isEnabled());
+    edit->close();
+
+    auto *cap = m_panel->find<StepControl>("faderKnob11"_s);
+    cap->setFocus();
+    m_display.type({Key::Minus});
+    m_display.type({Key::Six});
+    m_display.type({Key::Return});
+    QTRY_COMPARE(m_panel->find<QLabel>("label_Fader11"_s)->text(), "-6 dB"_s);
+    select(11);
+    m_display.type({Key::Control, Key::C});
+    QTRY_COMPARE(m_panel->find<QLabel>("label_Notice"_s)->text(), "Channel 11 copied"_s);
+    select(12);
+    m_display.type({Key::Control, Key::V});
+    QTRY_COMPARE(fader12->text(), "-6 dB"_s);
+    QCOMPARE(m_panel->find<QAction>("actionUndo"_s)->text(), "&Undo Paste to Channel 12"_s);
+    const QString name = "lineEdit_Name12"_s;
+    m_display.click(inWindow(name));
+    m_display.type({Key::Six});
+    m_display.type({Key::Control, Key::A});
+    m_display.type({Key::Control, Key::C});
+    m_display.type({Key::End});
+    m_display.type({Key::Control, Key::V});
+    QTRY_COMPARE(m_panel->find<QLineEdit>(name)->text(), "66"_s);
+    m_display.type({Key::Escape});
 }
 
 /// Tab goes to the next name only in a field that was entered to edit names. Enter and Escape give

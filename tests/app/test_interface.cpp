@@ -8,6 +8,7 @@
 #include "widgets/clicklabel.h"
 #include "widgets/lamp.h"
 
+#include <QClipboard>
 #include <QRadioButton>
 #include <QSettings>
 #include <QSlider>
@@ -28,6 +29,7 @@ private slots:
     void deviceState();
     void refusedIdentity();
     void fitsTheWindow();
+    void valuesCanBeCopied();
 };
 
 namespace {
@@ -264,6 +266,20 @@ void TestInterface::fitsTheWindow()
         if (qobject_cast<const QLabel *>(part))
             QVERIFY2(part->width() >= part->minimumSizeHint().width(), what.constData());
     }
+}
+
+/// The panel's own Ctrl+C, which copies a strip, leaves selected text alone.
+void TestInterface::valuesCanBeCopied()
+{
+    Panel panel("copied", "[Track3]\nSelect=true\n");
+    openInterfacePage(panel);
+    panel.window.show();
+    QApplication::setActiveWindow(&panel.window);
+    auto *version = panel.find<QLabel>("label_SoftwareVersion"_s);
+    version->setFocus();
+    version->setSelection(0, version->text().size());
+    QTest::keyClick(version, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), version->text());
 }
 
 QTEST_MAIN(TestInterface)
