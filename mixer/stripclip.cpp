@@ -56,6 +56,13 @@ std::optional<int> positionIn(const Adjustable &a, const QJsonValue &json)
     return agrees ? std::make_optional(position) : typedPosition(a, text);
 }
 
+/// Returns the state of a switch. Clears `isValid` if there is none.
+bool switchIn(const QJsonObject &json, const QString &key, bool &isValid)
+{
+    isValid = isValid && json.value(key).isBool();
+    return json.value(key).toBool();
+}
+
 /// Returns the switches and knobs of a section.
 QJsonObject section(bool on, const KnobPositions &positions, bool isEq)
 {
@@ -117,16 +124,17 @@ std::optional<StripClip> StripClip::fromJson(const QByteArray &text)
         if (!position) return std::nullopt;
         state.knobs[static_cast<std::size_t>(i)] = *position;
     }
+    bool isValid = true;
     const QJsonArray sides = json.value(sidesKey).toArray();
     for (const auto &side : sides) {
         const QString pan = side.toObject().value(panKey).toString();
-        if (!typedPosition(panOf(1), pan)) return std::nullopt;
-        clip.m_sides.push_back({pan, side.toObject().value(phaseKey).toBool()});
+        isValid = isValid && typedPosition(panOf(1), pan);
+        clip.m_sides.push_back({pan, switchIn(side.toObject(), phaseKey, isValid)});
     }
-    if (clip.m_sides.empty() || clip.m_sides.size() > 2) return std::nullopt;
-    state.eq = eq.value(onKey).toBool();
-    state.lowCut = eq.value(lowCutKey).toBool();
-    state.compressor = compressor.value(onKey).toBool();
+    state.eq = switchIn(eq, onKey, isValid);
+    state.lowCut = switchIn(eq, lowCutKey, isValid);
+    state.compressor = switchIn(compressor, onKey, isValid);
+    if (!isValid || clip.m_sides.empty() || clip.m_sides.size() > 2) return std::nullopt;
     clip.m_section = state;
     return clip;
 }

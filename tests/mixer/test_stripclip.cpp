@@ -120,6 +120,10 @@ void TestStripClip::refusedText_data()
     QTest::newRow("value outside") << QByteArray("\"-6\"") << QByteArray("\"50\"");
     QTest::newRow("missing value") << QByteArray("\"attack\"") << QByteArray("\"attac\"");
     QTest::newRow("unknown pan") << QByteArray("\"L10\"") << QByteArray("\"Q10\"");
+    QTest::newRow("switch without a state")
+        << QByteArray("\"lowCut\": true") << QByteArray("\"lowCut\": \"true\"");
+    QTest::newRow("missing switch") << QByteArray("\"on\"") << QByteArray("\"no\"");
+    QTest::newRow("missing phase") << QByteArray("\"phase\"") << QByteArray("\"phas\"");
     QTest::newRow("no side") << QByteArray("\"sides\"") << QByteArray("\"side\"");
     QTest::newRow("huge") << QByteArray("{") << QByteArray(70000, ' ') + "{";
 }
