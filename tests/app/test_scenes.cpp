@@ -367,6 +367,10 @@ void TestScenes::initializeMemory()
     const Panel fresh("fresh", "");
     Panel panel("initialize", session);
     changeEverything(panel);
+    QTRY_COMPARE_WITH_TIMEOUT(
+        panel.find<QLabel>("label_SampleRate"_s)->text(), "48.0 kHz"_s, patience);
+    const QStringList changed = shown(panel);
+    const IniContent written = panel.file();
     for (const auto answer : {QMessageBox::Cancel, QMessageBox::Ok}) {
         const IniContent before = panel.file();
         panel.trigger("actionInitialize_Memory"_s);
@@ -381,6 +385,11 @@ void TestScenes::initializeMemory()
         {"Interface/AudioPeformanceIndex"_s, "10"_s}, {"Misc/Information_Dialog"_s, "false"_s}};
     QCOMPARE(panel.file(), expected);
     QCOMPARE(driver.blockFrames(), 2048);
+    QTRY_COMPARE_WITH_TIMEOUT(differences(panel), QStringList(), patience);
+
+    panel.trigger("actionUndo"_s);
+    QCOMPARE(shown(panel), changed);
+    QCOMPARE(panel.file(), written);
     QTRY_COMPARE_WITH_TIMEOUT(differences(panel), QStringList(), patience);
 }
 
