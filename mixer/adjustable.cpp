@@ -82,12 +82,14 @@ std::optional<double> typedPan(const QString &text)
         text == QLatin1String("centre"))
         return 0;
     static const QRegularExpression sided(
-        QStringLiteral("^(?:([lr])|left|right)?(\\d+(?:\\.\\d+)?)([lr])?$"));
-    const bool left = text.startsWith(QLatin1Char('l')) || text.endsWith(QLatin1Char('l'));
+        QStringLiteral("^(l|r|left|right)?(\\d+(?:\\.\\d+)?)(l|r|left|right)?$"));
     const QRegularExpressionMatch match = sided.match(text);
     if (!match.hasMatch()) return decimal(text);
+    const QString before = match.captured(1);
+    const QString after = match.captured(3);
+    if (!before.isEmpty() && !after.isEmpty()) return std::nullopt;
     const double number = QLocale::c().toDouble(match.captured(2));
-    return left ? -number : number;
+    return (before + after).startsWith(QLatin1Char('l')) ? -number : number;
 }
 
 std::optional<double> typedFrequency(QString text)
@@ -105,9 +107,11 @@ std::optional<double> typedTime(QString text)
     return number ? std::make_optional(*number * factor) : std::nullopt;
 }
 
-bool isInfinity(const QString &text)
+/// Returns whether a text is an infinity, with this sign or without one.
+bool isInfinity(QString text, char sign)
 {
-    static const QRegularExpression pattern(QStringLiteral("^[-+]?(inf(inity)?|oo|\u221e)$"));
+    static const QRegularExpression pattern(QStringLiteral("^(inf(inity)?|oo|\u221e)$"));
+    if (text.startsWith(QLatin1Char(sign))) text.remove(0, 1);
     return pattern.match(text).hasMatch();
 }
 
@@ -120,10 +124,10 @@ std::optional<double> typedNumber(const Adjustable &a, QString text)
     if (isTime(a)) return typedTime(text);
     if (isField(a, Field::Ratio)) {
         chop(text, {":1"});
-        return isInfinity(text) ? infinity : decimal(text);
+        return isInfinity(text, '+') ? infinity : decimal(text);
     }
     if (!isField(a, Field::Q)) chop(text, {"db"});
-    if (a.what == What::Fader && isInfinity(text)) return infinity;
+    if (a.what == What::Fader && isInfinity(text, '-')) return infinity;
     return decimal(text);
 }
 

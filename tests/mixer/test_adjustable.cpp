@@ -116,6 +116,7 @@ void TestAdjustable::typedValues_data()
     row("fader|7", fader, ""_s);
     row("fader|-97", fader, ""_s);
     row("fader|-127", fader, ""_s);
+    row("fader|+inf", fader, ""_s);
     row("fader|1e400", fader, ""_s);
     row("fader|nan", fader, ""_s);
     row("fader|", fader, ""_s);
@@ -125,6 +126,8 @@ void TestAdjustable::typedValues_data()
     row("pan|c", pan, "C"_s);
     row("pan|-7", pan, "L7"_s);
     row("pan|20R", pan, "R20"_s);
+    row("pan|5 left", pan, "L5"_s);
+    row("pan|L5R", pan, ""_s);
     row("pan|R21", pan, ""_s);
     row("pan|x", pan, ""_s);
     row("gain|+12 dB", lowGain, "12"_s);
@@ -138,6 +141,7 @@ void TestAdjustable::typedValues_data()
     row("ratio|2.4 : 1", ratio, "2.5:1"_s);
     row("ratio|60", ratio, "16.0:1"_s);
     row("ratio|inf", ratio, "inf:1"_s);
+    row("ratio|-inf", ratio, ""_s);
     row("ratio|0.5", ratio, ""_s);
     row("q|2.5", midQ, "2.00"_s);
     row("time|0.1 s", attack, "100"_s);
