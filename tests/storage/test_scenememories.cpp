@@ -40,6 +40,7 @@ private slots:
     void damagedScene();
     void saveWithoutAFile();
     void initialize();
+    void putBack();
     void versions();
     void killedAtAnyMoment();
     void leftovers();
@@ -165,6 +166,40 @@ void TestSceneMemories::initialize()
     QCOMPARE(
         entriesOf(readIni(folder.file("Tamber_SceneMemory.ini"_s))),
         QStringList{"SceneMemory/SceneMemory2=New"_s});
+}
+
+/// Files and names return exactly, and a file of another program becomes a version.
+void TestSceneMemories::putBack()
+{
+    const Folder folder(session);
+    folder.write(
+        "Tamber_SceneMemory.ini"_s,
+        "[SceneMemory]\nSceneMemory1=Verse\nSceneMemory2=\n[Other]\nKey=1\n");
+    Memories store(folder.organisation);
+    const QString scene = "Tamber_sm1.ini"_s;
+    QVERIFY(store.scenes.save(1));
+    const QByteArray saved = folder.bytes(scene);
+    QVERIFY(store.scenes.restore(1, QByteArray(), saved));
+    QVERIFY(store.scenes.restore(1, saved, QByteArray()));
+    QCOMPARE(folder.bytes(scene), saved);
+    QVERIFY(!store.scenes.versionTime(1, 1).isValid());
+    for (const QByteArray &wanted : {saved, QByteArray()}) {
+        const QByteArray foreign =
+            wanted.isNull() ? "[Track1]\nMute=true\n" : "[Track2]\nSolo=true\n";
+        folder.write(scene, foreign);
+        QVERIFY(store.scenes.restore(1, wanted, saved));
+        QCOMPARE(QFile::exists(folder.file(scene)), !wanted.isNull());
+        QCOMPARE(folder.bytes("Tamber_Versions/Tamber_sm1.1.ini"_s), foreign);
+    }
+
+    const storage::Entries names = store.scenes.names();
+    QCOMPARE(names.size(), 3);
+    store.scenes.initialize();
+    QVERIFY(store.scenes.names().isEmpty());
+    store.scenes.setNames(names);
+    QCOMPARE(store.scenes.names(), names);
+    QCOMPARE(store.scenes.name(1), "Verse"_s);
+    QCOMPARE(readIni(folder.file("Tamber_SceneMemory.ini"_s)).value("Other/Key"_s), "1"_s);
 }
 
 /// Three versions are kept, each can be put back, and a failed save keeps scene and versions.
