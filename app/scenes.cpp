@@ -232,7 +232,7 @@ bool Scenes::recall(const storage::Values &values, const QString &title, int slo
     QUndoStack &stack = m_history.stack();
     const int stepsBefore = stack.index();
     const int left = m_current;
-    if (slot != left) stack.beginMacro(title);
+    if (slot != left) stack.beginMacro(m_mixer.titled(title));
     m_mixer.recall(values, title, m_safe);
     setCurrent(slot);
     if (slot != left) {
