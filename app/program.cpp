@@ -178,6 +178,8 @@ int run(const Program &program, int argc, char **argv)
     if (QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows)
         QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
             Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    // No widget draws with OpenGL. Loading the graphics driver would take a third of the start.
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     const std::optional<replacement::Handover> handover = replacement::received();
     const auto made = makeApplication(organisationOf(program), argc, argv);
     QtSingleApplication &application = *made;
