@@ -26,10 +26,10 @@ QMetaMethod signalOf(const QObject &sender, const QByteArray &name, const QMetaM
 
 } // namespace
 
-void connectByName(QObject *object)
+void connectByName(QObject *object, const QObject *part)
 {
     QHash<QByteArray, QObject *> children;
-    const auto all = object->findChildren<QObject *>();
+    const auto all = part->findChildren<QObject *>();
     for (QObject *child : all)
         if (!child->objectName().isEmpty()) children.insert(child->objectName().toLatin1(), child);
 
@@ -41,8 +41,8 @@ void connectByName(QObject *object)
         const int start = int(qstrlen(prefix));
         const int split = name.lastIndexOf('_');
         QObject *sender = children.value(name.mid(start, split - start));
-        const QMetaMethod signal =
-            sender ? signalOf(*sender, name.mid(split + 1), slot) : QMetaMethod();
+        if (!sender) continue;
+        const QMetaMethod signal = signalOf(*sender, name.mid(split + 1), slot);
         if (!signal.isValid() || !QObject::connect(sender, signal, object, slot))
             qCWarning(log) << "nothing to connect with" << slot.methodSignature();
     }

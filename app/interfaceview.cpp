@@ -24,8 +24,10 @@ constexpr std::uint32_t exampleRate = 48000;
 } // namespace
 
 InterfaceView::InterfaceView(
-    Settings &settings, QVXDevice &device, InterfacePage &page, const QString &organisation)
-    : m_settings(settings), m_device(device), m_page(page), m_bufferSize(settings, organisation)
+    Settings &settings, QVXDevice &device, InterfacePage &page, const QString &organisation,
+    QObject *parent)
+    : QObject(parent), m_settings(settings), m_device(device), m_page(page),
+      m_bufferSize(settings, organisation)
 {
     connect(page.bufferSizeSlider(), &QSlider::valueChanged, this, [this](int step) {
         m_bufferSize.choose(step);

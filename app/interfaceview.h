@@ -19,7 +19,8 @@ public:
     /// Settings, device and page must outlive the object.
     /// @param organisation the organisation that the driver's settings are stored under
     InterfaceView(
-        Settings &settings, QVXDevice &device, InterfacePage &page, const QString &organisation);
+        Settings &settings, QVXDevice &device, InterfacePage &page, const QString &organisation,
+        QObject *parent);
 
     /// Whether the device answers, which refresh() shows. A device can be connected without
     /// answering. It is assumed to answer until this is called.

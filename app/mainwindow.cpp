@@ -14,6 +14,7 @@
 #include "app/nativestore.h"
 #include "app/notice.h"
 #include "app/outputpage.h"
+#include "app/outputview.h"
 #include "app/productinformation.h"
 #include "app/remotedialog.h"
 #include "app/scenebar.h"
@@ -79,12 +80,9 @@ MainWindow::MainWindow(
     : QMainWindow(parent), m_settings(settings), m_edition(edition),
       m_organisation(QLatin1String(edition.organisation)), m_content(new QWidget(this)),
       m_pages(new QStackedWidget(m_content)), m_mixerPage(new MixerPage(m_pages)),
-      m_interfacePage(new InterfacePage(m_pages)), m_outputPage(new OutputPage(m_pages)),
       m_notice(new Notice(this)), m_device(transport, clocks.worker),
       m_strips(settings.store(), m_mixerPage->strips()),
-      m_section(settings.store(), m_mixerPage->section()),
-      m_output(settings.store(), m_outputPage->widgets()), m_meters(m_mixerPage->strips()),
-      m_interface(new InterfaceView(settings, m_device, *m_interfacePage, m_organisation)),
+      m_section(settings.store(), m_mixerPage->section()), m_meters(m_mixerPage->strips()),
       m_sender(settings.store(), m_device), m_history(settings.store(), clocks.wall),
       m_mixer(settings.store(), m_sender),
       m_scenes(settings, edition.organisation, m_mixer, m_history, this),
@@ -96,12 +94,9 @@ MainWindow::MainWindow(
           {settings.store(), m_mixer, m_presence, clocks.wall, m_gestures, m_history, m_scenes},
           m_organisation, this)
 {
-    m_interface->setParent(this);
     setWindowTitle(QLatin1String(constants::windowTitle));
     m_pages->setObjectName(QStringLiteral("sW_pages"));
     m_pages->addWidget(m_mixerPage);
-    m_pages->addWidget(m_interfacePage);
-    m_pages->addWidget(m_outputPage);
     buildMenus();
     menuBar()->setCornerWidget(m_notice);
     layout()->setSizeConstraint(QLayout::SetFixedSize);
@@ -109,7 +104,7 @@ MainWindow::MainWindow(
     new EnterKey(this);
     restoreWindowGeometry();
 
-    connectByName(this);
+    connectByName(this, this);
     connectStrips();
     connectSection();
     connectPage();
@@ -120,16 +115,48 @@ MainWindow::MainWindow(
     connectRemote();
     startTimers();
     showAll();
-    obeySettings();
     restorePage();
+    obeySettings();
     offerStartInformation();
-    startUpdateChecker();
 }
 
 MainWindow::~MainWindow()
 {
     storeWindowGeometry();
     m_settings.flush();
+}
+
+void MainWindow::finish()
+{
+    if (m_isFinished) return;
+    m_isFinished = true;
+    makeOtherPages();
+    startUpdateChecker();
+}
+
+void MainWindow::makeOtherPages()
+{
+    m_interfacePage = new InterfacePage(m_pages);
+    m_interface = new InterfaceView(m_settings, m_device, *m_interfacePage, m_organisation, this);
+    m_interface->setAnswering(m_presence.isAnswering());
+    // The driver keeps the buffer size whatever the settings file says.
+    connect(&m_history, &History::replayed, m_interface, &InterfaceView::loadBufferSize);
+    auto *outputPage = new OutputPage(m_pages);
+    m_output = new OutputView(m_settings.store(), outputPage->widgets(), this);
+    for (QWidget *page :
+         {static_cast<QWidget *>(m_interfacePage), static_cast<QWidget *>(outputPage)}) {
+        m_pages->addWidget(page);
+        connectByName(this, page);
+        page->ensurePolished(); // so that the page opens without a delay
+    }
+    m_output->showAll();
+    refreshFacts();
+    loadBufferSize();
+}
+
+void MainWindow::loadBufferSize()
+{
+    if (m_interface) m_interface->loadBufferSize();
 }
 
 void MainWindow::buildMenus()
@@ -238,7 +265,10 @@ void MainWindow::buildHelpMenu()
     help->addSeparator();
     m_update = addNamed(help, QStringLiteral("&Update"), QStringLiteral("actionUpdate"));
     m_update->setToolTip(QStringLiteral("Look for newer versions"));
-    connect(m_update, &QAction::triggered, this, [this] { m_updates->checkOnDemand(); });
+    connect(m_update, &QAction::triggered, this, [this] {
+        finish();
+        m_updates->checkOnDemand();
+    });
     addNamed(
         help, QStringLiteral("&Product Information"), QStringLiteral("actionProduct_Information"));
 }
@@ -403,8 +433,6 @@ void MainWindow::openStripMenu(
 
 void MainWindow::connectHistory()
 {
-    // The driver keeps the buffer size whatever the settings file says.
-    connect(&m_history, &History::replayed, m_interface, &InterfaceView::loadBufferSize);
     connect(&m_settings, &Settings::replaced, &m_history.stack(), &QUndoStack::clear);
     connect(&m_scenes, &Scenes::done, m_notice, &Notice::tell);
     connect(&m_scenes, &Scenes::safeChanged, this, [this] { m_strips.showSafe(m_scenes.safe()); });
@@ -488,7 +516,7 @@ void MainWindow::connectSettings()
     connect(&m_settings, &Settings::replaced, this, [this] {
         showAll();
         obeySettings();
-        m_interface->loadBufferSize();
+        loadBufferSize();
     });
     connect(m_notice, &Notice::defaultsAccepted, &m_settings, &Settings::acceptValues);
     showTrouble();
@@ -552,13 +580,14 @@ void MainWindow::showDisconnected()
 void MainWindow::status()
 {
     m_notice->set(Notice::Message::NoDevice, !m_presence.isAnswering());
-    m_interface->setAnswering(m_presence.isAnswering());
+    if (m_interface) m_interface->setAnswering(m_presence.isAnswering());
     m_notice->set(Notice::Message::DeviceRefuses, m_presence.isRefusing());
     m_notice->set(Notice::Message::Bypassed, mixer::isBypassed(m_settings.store().values()));
 }
 
 void MainWindow::timerInterrupt_1000ms()
 {
+    finish(); // a window that was opened as an icon has no picture yet
     refreshFacts();
     m_update->setEnabled(m_updates->canCheck());
     status();
@@ -585,7 +614,10 @@ void MainWindow::timerInterrupt_10ms()
 /// Refreshes the texts about device and panel on the Interface page and in the dialog.
 void MainWindow::refreshFacts()
 {
-    m_interface->refresh();
+    if (m_interface)
+        m_interface->refresh();
+    else
+        mixer::askIdentity(m_device); // before the full send, so that the page has the answers soon
     if (m_productInformation) m_productInformation->setFacts(m_interfacePage->facts());
 }
 
@@ -612,7 +644,7 @@ void MainWindow::showAll()
     m_strips.showSafe(m_scenes.safe());
     m_section.showAll();
     if (m_editor) m_editor->showAll();
-    m_output.showAll();
+    if (m_output) m_output->showAll();
     refreshFacts();
 }
 
@@ -648,8 +680,14 @@ void MainWindow::dropEvent(QDropEvent *event)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    m_updates->stop();
+    if (m_updates) m_updates->stop();
     QMainWindow::closeEvent(event);
+}
+
+void MainWindow::paintEvent(QPaintEvent *event)
+{
+    QMainWindow::paintEvent(event);
+    if (!m_isFinished) QTimer::singleShot(0, this, &MainWindow::finish); // after the whole picture
 }
 
 void MainWindow::delSettingsFile()
@@ -659,7 +697,7 @@ void MainWindow::delSettingsFile()
         [this] {
             m_mixer.initialize();
             m_settings.acceptValues();
-            m_interface->loadBufferSize(); // the driver's buffer size is not reset
+            loadBufferSize(); // the driver's buffer size is not reset
             refreshFacts();
             m_settings.flush();
         });
@@ -667,6 +705,7 @@ void MainWindow::delSettingsFile()
 
 void MainWindow::on_actionProduct_Information_triggered()
 {
+    finish();
     if (!m_productInformation) {
         m_productInformation = new ProductInformation(this);
         m_productInformation->setAttribute(Qt::WA_DeleteOnClose);
@@ -727,9 +766,11 @@ void MainWindow::startUpdateChecker()
 void MainWindow::restorePage()
 {
     // contract: an index that is not a page is ignored. On a first start it reads as 157.
-    m_pages->setCurrentIndex(m_settings.read(storage::windowPage));
+    const int page = m_settings.read(storage::windowPage);
+    if (page == static_cast<int>(Page::Interface) || page == static_cast<int>(Page::Output))
+        finish();
+    m_pages->setCurrentIndex(page);
     focusPage();
-    m_interface->loadBufferSize();
 }
 
 /// Gives the focus to the page. Otherwise one of the buttons to the other pages would have it.
@@ -740,11 +781,12 @@ void MainWindow::focusPage()
 
 void MainWindow::openPage(Page page)
 {
+    finish();
     m_pages->setCurrentIndex(static_cast<int>(page));
     focusPage();
     if (page == Page::Interface) {
         refreshFacts();
-        m_interface->loadBufferSize();
+        loadBufferSize();
     }
     m_settings.write(storage::windowPage, static_cast<int>(page));
 }

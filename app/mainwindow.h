@@ -5,7 +5,6 @@
 #include "app/history.h"
 #include "app/metersview.h"
 #include "app/mixerwidgets.h"
-#include "app/outputview.h"
 #include "app/pagebar.h"
 #include "app/remotecontrol.h"
 #include "app/scenes.h"
@@ -31,7 +30,7 @@ class InterfacePage;
 class InterfaceView;
 class MixerPage;
 class Notice;
-class OutputPage;
+class OutputView;
 class ProductInformation;
 class RemoteDialog;
 class QStackedWidget;
@@ -62,6 +61,10 @@ public:
         const Clocks &clocks = realClocks(), QWidget *parent = nullptr);
     /// Stores the window's geometry and writes unsaved settings to disk.
     ~MainWindow() override;
+
+    /// Makes what the first picture does not show: the other pages and the update check. The window
+    /// does so by itself, directly after its first picture. Later calls do nothing.
+    void finish();
 
 signals:
     /// The compressor display has announced its state: "GR_Passive", "GR_Available" or "GR_Active".
@@ -113,6 +116,7 @@ public slots:
 protected:
     bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
 
@@ -157,6 +161,8 @@ private:
     void refreshFacts();
     void startTimers();
     void showAll();
+    void makeOtherPages();
+    void loadBufferSize();
     void endDrags();
     void openGuide();
     void openWebPage(const QUrl &page);
@@ -172,8 +178,9 @@ private:
     QWidget *m_content; ///< what is below the menu bar
     QStackedWidget *m_pages;
     MixerPage *m_mixerPage;
-    InterfacePage *m_interfacePage;
-    OutputPage *m_outputPage;
+    InterfacePage *m_interfacePage = nullptr; ///< null until finish(), as are the two views
+    InterfaceView *m_interface = nullptr;
+    OutputView *m_output = nullptr;
     Notice *m_notice;
     QPointer<QMessageBox> m_disconnectedBox;
     QPointer<ProductInformation> m_productInformation;
@@ -187,9 +194,7 @@ private:
     // The order of these members is the order in which they receive the store's changes.
     StripsView m_strips;
     SectionView m_section;
-    OutputView m_output;
     MetersView m_meters;
-    InterfaceView *m_interface;
     mixer::Sender m_sender;
     History m_history;
     mixer::Mixer m_mixer;
@@ -200,6 +205,7 @@ private:
     mixer::Presence m_presence;
     mixer::LevelHistory m_levels;
     RemoteControl m_remote;
-    ChannelEditor *m_editor = nullptr; ///< made when it is opened for the first time
-    UpdateInformation *m_updates = nullptr;
+    ChannelEditor *m_editor = nullptr;      ///< made when it is opened for the first time
+    UpdateInformation *m_updates = nullptr; ///< null until finish()
+    bool m_isFinished = false;
 };

@@ -13,8 +13,8 @@ using storage::Key;
 
 static_assert(mixer::lineOutCount == LineOut::outputCount, "the picture shows every output");
 
-OutputView::OutputView(const storage::Store &store, const OutputWidgets &widgets)
-    : m_store(store), m_widgets(widgets)
+OutputView::OutputView(const storage::Store &store, const OutputWidgets &widgets, QObject *parent)
+    : QObject(parent), m_store(store), m_widgets(widgets)
 {
     connect(&store, &storage::Store::committed, this, &OutputView::show);
     // A drag in the picture acts as the entry of the output's list does.

@@ -13,7 +13,7 @@ class OutputView : public QObject
 
 public:
     /// Store and widgets must outlive the object.
-    OutputView(const storage::Store &store, const OutputWidgets &widgets);
+    OutputView(const storage::Store &store, const OutputWidgets &widgets, QObject *parent);
 
     /// Shows all stored values again.
     void showAll();

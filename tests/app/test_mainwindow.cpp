@@ -39,6 +39,8 @@ private slots:
     void metersRepaintOnlyThemselves();
     void changesFromElsewhereAreShown();
     void pages();
+    void otherPagesFollowTheFirstPicture();
+    void namedSlotsHaveSenders();
     void geometryIsKept();
 
 private:
@@ -455,9 +457,47 @@ void TestMainWindow::pages()
     const std::pair<const char *, int> stored[] = {
         {"1", 1}, {"2", 2}, {"157", 0}, {"3", 0}, {"-1", 0}};
     for (const auto &[text, page] : stored) {
-        const Panel started("page", QByteArray("[Panel]\nMainWindowPanel=") + text + '\n');
+        const StartingPanel started("page", QByteArray("[Panel]\nMainWindowPanel=") + text + '\n');
         QCOMPARE(started.find<QStackedWidget>("sW_pages"_s)->currentIndex(), page);
     }
+}
+
+/// The window opens without the other pages. They are there before a user can miss them, and they
+/// show what has changed in the meantime.
+void TestMainWindow::otherPagesFollowTheFirstPicture()
+{
+    StartingPanel panel("following", "");
+    const auto list = [&] { return panel.window.findChild<QComboBox *>("cB_LineOut3"_s); };
+    QVERIFY(!list());
+    storage::Transaction change(panel.settings.store());
+    mixer::setLineOut(change, 3, 4);
+    change.commit();
+    panel.window.show();
+    QTRY_VERIFY_WITH_TIMEOUT(list(), patience);
+    QCOMPARE(list()->currentIndex(), 4);
+    QVERIFY(panel.find<QLabel>("label_BufferSize"_s)->text().contains("256"_s));
+    list()->setCurrentIndex(5);
+    QCOMPARE(panel.file().value("LineOutSettings/LineOut3"_s), "5"_s);
+
+    StartingPanel early("early", "");
+    early.find<QPushButton>("pB_ToOutputFromMixer"_s)->click();
+    QVERIFY(early.find<QComboBox>("cB_LineOut3"_s)->isVisibleTo(&early.window));
+}
+
+/// A slot that is named after a control and its signal is connected only if both exist.
+void TestMainWindow::namedSlotsHaveSenders()
+{
+    const QMetaObject &type = MainWindow::staticMetaObject;
+    int count = 0;
+    for (int i = type.methodOffset(); i < type.methodCount(); ++i) {
+        const QString name = QString::fromLatin1(type.method(i).name());
+        if (!name.startsWith("on_"_s)) continue;
+        const auto *sender =
+            m_mono->window.findChild<QObject *>(name.section(QLatin1Char('_'), 1, -2));
+        QVERIFY2(sender, qPrintable(name));
+        ++count;
+    }
+    QVERIFY(count > 0);
 }
 
 void TestMainWindow::geometryIsKept()
