@@ -51,6 +51,7 @@ QPushButton *SceneBar::makeButton(int slot)
     button->setAcceptDrops(true);
     button->setProperty("slot", slot);
     button->installEventFilter(this);
+    button->ensurePolished(); // the text is cut to the font of the style sheet
     connect(button, &QPushButton::clicked, this, [this, slot] {
         m_scenes.holds(slot) ? m_scenes.load(slot) : openMenu(slot);
     });

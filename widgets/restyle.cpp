@@ -6,8 +6,10 @@
 
 void setStyleProperty(QWidget *widget, const char *name, const QVariant &value)
 {
-    if (widget->property(name) == value) return;
+    const QVariant before = widget->property(name);
+    if (before == value || (!before.isValid() && value == QVariant(false))) return;
     widget->setProperty(name, value);
+    if (!widget->testAttribute(Qt::WA_WState_Polished)) return; // the first polish applies it
     widget->style()->unpolish(widget);
     widget->style()->polish(widget);
 }
