@@ -111,7 +111,7 @@ void ControlGestures::add(StepControl *control, const Entry &entry, const Adjust
 {
     m_entries.insert(control, entry);
     control->setNotchSteps(notchSteps(sample));
-    control->setRange(rangeOf(sample));
+    control->setRange([sample] { return rangeOf(sample); });
     connect(control, &StepControl::gestureMade, this, [this, control](const Gesture &gesture) {
         perform(control, gesture);
     });

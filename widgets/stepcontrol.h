@@ -5,6 +5,8 @@
 #include <QAccessible>
 #include <QLabel>
 
+#include <functional>
+
 /// An image that the user moves to change a value: a fader's cap, a pan marker or a knob. It takes
 /// the focus, shows the focus, and turns wheel, keys and clicks into gestures. It does not move by
 /// itself. GUI thread only.
@@ -25,8 +27,9 @@ public:
         double highest = 0;
         double step = 1;
     };
-    void setRange(const Range &range) { m_range = range; }
-    const Range &range() const { return m_range; }
+    /// Sets a function that answers when a screen reader asks for them.
+    void setRange(const std::function<Range()> &range) { m_range = range; }
+    Range range() const { return m_range ? m_range() : Range(); }
 
     /// Sets the current value, in the unit of the readout and in words. Screen readers are told
     /// once a gesture, not at every move of a drag.
@@ -62,7 +65,7 @@ private:
     const gestures::Layout m_layout;
     QString m_image;
     const QAccessible::Role m_role;
-    Range m_range;
+    std::function<Range()> m_range;
     double m_value = 0;
     QString m_words;
     double m_announced = 0; ///< the value that was announced last
