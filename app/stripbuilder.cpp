@@ -7,6 +7,7 @@
 #include "widgets/nameedit.h"
 #include "widgets/pancontrol.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 #include <utility>

@@ -5,7 +5,7 @@
 static constexpr qreal dimmedOpacity = 0.5;
 
 ChannelControl::ChannelControl(stripsurface::Look look, QWidget *parent)
-    : QLabel(parent), m_look(look)
+    : QWidget(parent), m_look(look)
 {
     setFixedSize(stripsurface::sizeOf(look));
 }

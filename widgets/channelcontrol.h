@@ -2,12 +2,12 @@
 
 #include "widgets/stripsurface.h"
 
-#include <QLabel>
 #include <QPixmap>
+#include <QWidget>
 
 /// The background of a channel strip. It also relays the strip's requests to the window.
 /// GUI thread only.
-class ChannelControl : public QLabel
+class ChannelControl : public QWidget
 {
     Q_OBJECT
     Q_PROPERTY(bool selected READ isSelected WRITE setSelected)

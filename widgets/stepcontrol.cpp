@@ -7,6 +7,8 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
 #include <QWheelEvent>
 
 using gestures::Gesture;
@@ -15,10 +17,18 @@ namespace {
 
 constexpr qreal ringRadius = 3;
 
+/// Returns the image of a control that is out of use.
+QPixmap greyed(const QWidget &control, const QPixmap &pixmap)
+{
+    QStyleOption option;
+    option.initFrom(&control);
+    return control.style()->generatedIconPixmap(QIcon::Disabled, pixmap, &option);
+}
+
 } // namespace
 
 StepControl::StepControl(gestures::Layout layout, QAccessible::Role role, QWidget *parent)
-    : QLabel(parent), m_layout(layout), m_role(role)
+    : QWidget(parent), m_layout(layout), m_role(role)
 {
     setFocusPolicy(Qt::StrongFocus);
 }
@@ -26,7 +36,8 @@ StepControl::StepControl(gestures::Layout layout, QAccessible::Role role, QWidge
 void StepControl::setImage(const QString &path)
 {
     m_image = path;
-    setPixmap(sharpPixmap(path, devicePixelRatioF()));
+    m_pixmap = sharpPixmap(path, devicePixelRatioF());
+    update();
 }
 
 bool StepControl::isResetClick(const QEvent *event) const
@@ -49,7 +60,7 @@ bool StepControl::event(QEvent *event)
     if (event->type() == QEvent::MouseMove && m_letGo) return true;
     const bool isRelease = event->type() == QEvent::MouseButtonRelease;
     if (event->type() == QEvent::MouseButtonPress) m_isHeld = true;
-    const bool handled = QLabel::event(event);
+    const bool handled = QWidget::event(event);
     if (isRelease) m_isHeld = false;
     if (isRelease) announce();
     return handled;
@@ -81,7 +92,7 @@ void StepControl::announce()
 void StepControl::keyPressEvent(QKeyEvent *event)
 {
     const std::optional<Gesture> gesture = gestures::gestureOf(*event, m_layout);
-    if (!gesture) return QLabel::keyPressEvent(event);
+    if (!gesture) return QWidget::keyPressEvent(event);
     // A key that is held would open the editor again after each close.
     if (gesture->kind == Gesture::Kind::Edit && event->isAutoRepeat()) return;
     emit gestureMade(*gesture);
@@ -103,13 +114,13 @@ void StepControl::turn(QWheelEvent *event)
     emit gestureMade({fine ? Gesture::Kind::Positions : Gesture::Kind::Steps, moves});
 }
 
-void StepControl::paintEvent(QPaintEvent *event)
+void StepControl::paintEvent(QPaintEvent *)
 {
     // The window may have moved to a screen with another ratio.
-    if (pixmap(Qt::ReturnByValue).devicePixelRatio() != devicePixelRatioF()) setImage(m_image);
-    QLabel::paintEvent(event);
-    if (!hasFocus()) return;
+    if (m_pixmap.devicePixelRatio() != devicePixelRatioF()) setImage(m_image);
     QPainter painter(this);
+    painter.drawPixmap(0, 0, isEnabled() ? m_pixmap : greyed(*this, m_pixmap));
+    if (!hasFocus()) return;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(colours::accent, 1));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), ringRadius, ringRadius);

@@ -3,14 +3,15 @@
 #include "widgets/gestures.h"
 
 #include <QAccessible>
-#include <QLabel>
+#include <QPixmap>
+#include <QWidget>
 
 #include <functional>
 
 /// An image that the user moves to change a value: a fader's cap, a pan marker or a knob. It takes
 /// the focus, shows the focus, and turns wheel, keys and clicks into gestures. It does not move by
 /// itself. GUI thread only.
-class StepControl : public QLabel
+class StepControl : public QWidget
 {
     Q_OBJECT
 
@@ -64,6 +65,7 @@ private:
 
     const gestures::Layout m_layout;
     QString m_image;
+    QPixmap m_pixmap; ///< of the image, for the ratio of the screen at the last paint
     const QAccessible::Role m_role;
     std::function<Range()> m_range;
     double m_value = 0;

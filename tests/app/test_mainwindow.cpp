@@ -116,9 +116,9 @@ QString text(const Panel &panel, const QString &label)
     return panel.find<QLabel>(label)->text();
 }
 
-QImage imageOf(const QLabel *label)
+QImage imageOf(PanControl *knob)
 {
-    return label->pixmap(Qt::ReturnByValue).toImage();
+    return knob->grab().toImage();
 }
 
 QStringList selectedStrips(const Panel &panel)

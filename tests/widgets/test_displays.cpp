@@ -40,9 +40,9 @@ QImage picture(QWidget &widget)
     return image;
 }
 
-QImage imageOf(const QLabel &label)
+QImage imageOf(DialControl &dial)
 {
-    return label.pixmap(Qt::ReturnByValue).toImage();
+    return dial.grab().toImage();
 }
 
 } // namespace
