@@ -86,7 +86,7 @@ void benchStart()
         QStringLiteral("bare window with one label: start"), median, QStringLiteral("ms"));
     report::figure(QStringLiteral("... nine of ten in"), quantile(bare, 0.9), QStringLiteral("ms"));
     report::against(
-        QStringLiteral("panel: process start to mapped window"), quantile(panel, 0.5), 2 * median,
+        QStringLiteral("panel: process start to mapped window"), quantile(panel, 0.5), 1.6 * median,
         QStringLiteral("ms"));
     report::figure(
         QStringLiteral("... nine of ten in"), quantile(panel, 0.9), QStringLiteral("ms"));
@@ -94,7 +94,8 @@ void benchStart()
     const double bareMemory = memoryAtRest(BARE_WINDOW);
     report::figure(
         QStringLiteral("bare window with one label: resident"), bareMemory, QStringLiteral("MB"));
+    // Negative where the bare window loads a graphics driver, which the panel does without.
     report::against(
         QStringLiteral("panel: resident beyond the bare window"),
-        memoryAtRest(TAMBER_DEMO) - bareMemory, 25, QStringLiteral("MB"));
+        memoryAtRest(TAMBER_DEMO) - bareMemory, 20, QStringLiteral("MB"));
 }
