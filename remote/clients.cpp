@@ -76,7 +76,8 @@ Clients::Verdict Clients::admit(const Endpoint &from)
         const QString address = from.address.toString();
         const auto known = m_permissions.constFind(address);
         if (known == m_permissions.constEnd()) {
-            if (m_asked.contains(address) || m_asked.size() >= mostQuestions)
+            if (m_asked.contains(address) || m_asked.size() >= mostQuestions ||
+                now() < m_quietUntil)
                 return Verdict::Ignore;
             m_asked.insert(address);
             return Verdict::Ask;
@@ -123,6 +124,7 @@ void Clients::answer(const QHostAddress &address, Permission permission)
     m_asked.remove(address.toString());
     m_permissions.insert(address.toString(), permission);
     if (isAllowed(permission)) return;
+    if (permission == Permission::Refuse) m_quietUntil = now() + quietTime;
     m_clients.erase(
         std::remove_if(
             m_clients.begin(), m_clients.end(),
@@ -132,19 +134,19 @@ void Clients::answer(const QHostAddress &address, Permission permission)
 
 void Clients::forget(const QString &address)
 {
-    answer(QHostAddress(address), Permission::Refuse);
+    answer(QHostAddress(address), Permission::Never);
     m_permissions.remove(address);
 }
 
 void Clients::setRefusingAll(bool refusing)
 {
     m_isRefusingAll = refusing;
-    if (refusing) m_asked.clear();
-}
-
-void Clients::setReplyPort(const Endpoint &from, quint16 port)
-{
-    if (Client *client = find(from)) client->replyPort = port;
+    if (!refusing) return;
+    m_asked.clear();
+    for (Client &client : m_clients) {
+        client.changesTo = client.metersTo = 0;
+        client.isStateDue = false;
+    }
 }
 
 Endpoint Clients::replyTo(const Endpoint &from) const
@@ -153,18 +155,52 @@ Endpoint Clients::replyTo(const Endpoint &from) const
     return client && client->replyPort != 0 ? Endpoint{from.address, client->replyPort} : from;
 }
 
-bool Clients::subscribe(const Endpoint &from, bool on)
+/// Returns the client whose subscription is meant, null for none.
+Client *Clients::subscriber(const Endpoint &from, quint16 port)
 {
+    if (port == 0) return find(from);
+    const Endpoint wanted{from.address, port};
+    const auto told = std::find_if(m_clients.begin(), m_clients.end(), [&](const Client &client) {
+        return replyTo(client.endpoint) == wanted;
+    });
+    if (told != m_clients.end()) return &*told;
     Client *client = find(from);
-    if (!client) return false;
-    const bool isNew = on && client->changesTo <= now();
-    client->changesTo = on ? now() + subscription : 0;
-    return isNew;
+    if (client) client->replyPort = port;
+    return client;
 }
 
-void Clients::subscribeMeters(const Endpoint &from, bool on)
+void Clients::subscribe(const Endpoint &from, bool on, quint16 port)
 {
-    if (Client *client = find(from)) client->metersTo = on ? now() + subscription : 0;
+    Client *client = subscriber(from, port);
+    if (!client) return;
+    const bool isNew = on && client->changesTo <= now();
+    client->isStateDue = on && (isNew || client->isStateDue);
+    client->changesTo = on ? now() + subscription : 0;
+}
+
+void Clients::subscribeMeters(const Endpoint &from, bool on, quint16 port)
+{
+    if (Client *client = subscriber(from, port)) client->metersTo = on ? now() + subscription : 0;
+}
+
+std::vector<Endpoint> Clients::takeDueStates()
+{
+    std::vector<Endpoint> due;
+    const qint64 time = now();
+    for (Client &client : m_clients) {
+        const bool isTooSoon = client.stateSent > 0 && time - client.stateSent < stateInterval;
+        if (!client.isStateDue || isTooSoon) continue;
+        client.isStateDue = false;
+        client.stateSent = time;
+        due.push_back(client.endpoint);
+    }
+    return due;
+}
+
+bool Clients::isAnyStateDue() const
+{
+    return std::any_of(
+        m_clients.begin(), m_clients.end(), [](const Client &client) { return client.isStateDue; });
 }
 
 std::vector<Endpoint> Clients::subscribers() const
@@ -181,7 +217,7 @@ std::vector<Endpoint> Clients::meterSubscribers() const
 
 void Clients::noteMove(const Endpoint &from, const QByteArray &address)
 {
-    Client *client = find(replyTo(from));
+    Client *client = find(from);
     if (client && client->changesTo > now()) client->moving[address] = now();
 }
 

@@ -54,6 +54,8 @@ struct Client
     quint16 replyPort = 0; ///< answers go to this port; 0 for the client's own
     qint64 changesTo = 0;  ///< end of the subscription to changes
     qint64 metersTo = 0;   ///< end of the subscription to meters
+    qint64 stateSent = 0;  ///< time of the last whole state
+    bool isStateDue = false;
     /// Addresses that the client moves, with the time of its last message to each.
     QMap<QByteArray, qint64> moving;
 };
@@ -67,6 +69,8 @@ public:
     static constexpr int settlingTime = 250;   ///< milliseconds without a message to an address
     static constexpr int silentTime = 60000;   ///< after which a client leaves the list
     static constexpr int mostQuestions = most; ///< that wait for the user's answer
+    static constexpr int quietTime = 10000;    ///< without a question after "not now"
+    static constexpr int stateInterval = 1000; ///< between two whole states for a client
 
     /// @param clock must outlive the object
     explicit Clients(mixer::WallClock &clock) : m_clock(clock) {}
@@ -97,28 +101,39 @@ public:
     ///@{
     const Permissions &permissions() const { return m_permissions; }
     void setPermissions(const Permissions &permissions) { m_permissions = permissions; }
+    /// Returns whether the user has answered about a computer.
+    bool isKnown(const QHostAddress &address) const
+    {
+        return m_permissions.contains(address.toString());
+    }
     /// Answers a question. A computer that may not speak any more leaves the list.
     void answer(const QHostAddress &address, Permission permission);
     /// Forgets an answer; the user is asked again.
     void forget(const QString &address);
-    /// While this is on, every packet is ignored and nothing is sent. Questions that wait for an
-    /// answer are forgotten.
+    /// While this is on, every packet is ignored and nothing is sent. Subscriptions end, and
+    /// questions that wait for an answer are forgotten.
     void setRefusingAll(bool refusing);
     bool isRefusingAll() const { return m_isRefusingAll; }
     ///@}
 
     /// @name Subscriptions
     ///@{
-    /// Sends what a client is to be told to another port of its computer, as programs need that
-    /// send and receive at different ports.
-    void setReplyPort(const Endpoint &from, quint16 port);
     /// Returns where to send what a client is to be told.
     Endpoint replyTo(const Endpoint &from) const;
-    /// Returns whether the subscription is new: the client needs the whole state.
-    bool subscribe(const Endpoint &from, bool on);
-    void subscribeMeters(const Endpoint &from, bool on);
+    /// Begins, renews or ends a subscription to changes. One that begins makes the whole state due.
+    /// @param port of the client's computer at which it wants to be told; 0 for that of the
+    ///             subscription before, at first its own. Programs need it that send and receive at
+    ///             different ports. If another client is told at the port already, that one's
+    ///             subscription is meant, so that a program may send each message from a new port.
+    void subscribe(const Endpoint &from, bool on, quint16 port = 0);
+    /// The same for meters, without a state.
+    void subscribeMeters(const Endpoint &from, bool on, quint16 port = 0);
     std::vector<Endpoint> subscribers() const;
     std::vector<Endpoint> meterSubscribers() const;
+    /// Returns the clients that are to be sent the whole state now: once, and not more often than
+    /// once a second.
+    std::vector<Endpoint> takeDueStates();
+    bool isAnyStateDue() const;
     ///@}
 
     /// @name Echoes
@@ -143,13 +158,15 @@ private:
     bool mayStay(const Client &client, qint64 now) const;
     Client *find(const Endpoint &endpoint);
     const Client *find(const Endpoint &endpoint) const;
+    Client *subscriber(const Endpoint &from, quint16 port);
     bool makeSpace();
 
     mixer::WallClock &m_clock;
     std::vector<Client> m_clients;
     Count m_count; ///< of all clients
     Permissions m_permissions;
-    QSet<QString> m_asked; ///< addresses whose question waits for an answer
+    QSet<QString> m_asked;   ///< addresses whose question waits for an answer
+    qint64 m_quietUntil = 0; ///< no question before
     bool m_isRefusingAll = false;
 };
 

@@ -57,8 +57,10 @@ bool readMessage(const Element &element, std::vector<Message> &messages)
     const osc::ReceivedMessage received(element);
     Message message;
     message.address = received.AddressPattern();
-    for (auto i = received.ArgumentsBegin(); i != received.ArgumentsEnd(); ++i)
+    for (auto i = received.ArgumentsBegin(); i != received.ArgumentsEnd(); ++i) {
+        if (message.arguments.size() == mostArguments) break;
         message.arguments.push_back(readArgument(*i));
+    }
     messages.push_back(std::move(message));
     return true;
 }

@@ -29,6 +29,7 @@ struct Message
 
 constexpr int longestPacket = 8192; ///< bytes that are read
 constexpr int deepestBundle = 4;    ///< bundles inside each other that are read
+constexpr int mostArguments = 16;   ///< of a message; what follows is left out
 /// Bytes of a packet that is written. Networks send packets of this size in one piece.
 constexpr int longestBundle = 1400;
 

@@ -3,6 +3,7 @@
 #include "remote/messagewords.h"
 
 #include <QNetworkDatagram>
+#include <QNetworkInterface>
 
 #include <map>
 
@@ -13,6 +14,7 @@ namespace {
 constexpr int flushInterval = 20; ///< milliseconds; changes within it make one bundle
 constexpr int packetsAtOnce = 50;
 const QString fullText = QStringLiteral("There are eight clients already.");
+const QString exceededText = QStringLiteral("More than 500 messages in a second are left out.");
 const QByteArray errorAddress = QByteArrayLiteral("/error");
 
 Message error(const QString &sentence)
@@ -98,28 +100,57 @@ void Server::receive(QUdpSocket &socket)
     }
 }
 
+/// Decides about a packet before it is read: what is too much costs nothing but this.
 void Server::take(const Endpoint &from, const QByteArray &packet)
 {
+    if (isOwn(from)) return; // or the panel would control itself
+    if (!from.address.isLoopback() && !m_clients.isKnown(from.address) && !m_near.has(from.address))
+        return;
     switch (m_clients.admit(from)) {
     case Clients::Verdict::Take:
         break;
     case Clients::Verdict::Full:
-        return answer(from, error(fullText));
+        return refuse(from, packet);
     case Clients::Verdict::Ask:
         emit asked(from.address);
         return;
     case Clients::Verdict::Ignore:
         return;
     }
+    const Clients::Allowance first = m_clients.count(from, 1);
+    if (first.isExceeded) answer(from, error(exceededText));
+    if (first.messages > 0) read(from, packet);
+}
+
+void Server::read(const Endpoint &from, const QByteArray &packet)
+{
     const auto messages = readPacket(packet);
-    const int length = messages ? static_cast<int>(messages->size()) : 1;
-    const Clients::Allowance allowance = m_clients.count(from, qMax(1, length));
-    for (int i = 0; messages && i < qMin(length, allowance.messages); ++i)
+    if (!messages)
+        return answer(from, error(QStringLiteral("The packet is not valid OSC or too large.")));
+    if (messages->empty()) return;
+    const int more = static_cast<int>(messages->size()) - 1;
+    const Clients::Allowance rest = m_clients.count(from, more);
+    for (int i = 0; i <= qMin(more, rest.messages); ++i)
         perform(from, (*messages)[static_cast<std::size_t>(i)]);
-    if (allowance.isExceeded)
-        answer(from, error(QStringLiteral("More than 500 messages in a second are left out.")));
-    else if (!messages && allowance.messages > 0)
-        answer(from, error(QStringLiteral("The packet is not valid OSC or too large.")));
+    if (rest.isExceeded) answer(from, error(exceededText));
+}
+
+/// Says that there is no place, but not more often than once a second, and never to an error: two
+/// panels would answer each other for ever.
+void Server::refuse(const Endpoint &from, const QByteArray &packet)
+{
+    constexpr int interval = 1000; // milliseconds
+    const qint64 now = m_clients.now();
+    if (packet.startsWith(errorAddress) || (m_refused && now - *m_refused < interval)) return;
+    m_refused = now;
+    answer(from, error(fullText));
+}
+
+bool Server::isOwn(const Endpoint &endpoint) const
+{
+    return endpoint.port == port() &&
+           (endpoint.address.isLoopback() ||
+            QNetworkInterface::allAddresses().contains(endpoint.address));
 }
 
 void Server::perform(const Endpoint &from, const Message &message)
@@ -139,19 +170,28 @@ void Server::perform(const Endpoint &from, const Message &message)
     if (outcome.subscribe) subscribe(from, *outcome.address, *outcome.subscribe);
 }
 
+/// @param wanted 1 or a port to begin, 0 to end
 void Server::subscribe(const Endpoint &from, const Address &address, int wanted)
 {
     const bool on = wanted != 0;
-    if (wanted > 1) m_clients.setReplyPort(from, static_cast<quint16>(wanted));
-    const Endpoint to = m_clients.replyTo(from);
-    if (!(to == from) && m_clients.admit(to) != Clients::Verdict::Take)
-        return answer(from, error(fullText));
-    if (address.row->what == What::SubscribeMeters) return m_clients.subscribeMeters(to, on);
-    if (!m_clients.subscribe(to, on)) return;
+    const auto port = static_cast<quint16>(wanted > 1 ? wanted : 0);
+    if (isOwn({from.address, port}))
+        return answer(from, error(QStringLiteral("Port %1 is the panel's own.").arg(port)));
+    if (address.row->what == What::SubscribeMeters)
+        return m_clients.subscribeMeters(from, on, port);
+    m_clients.subscribe(from, on, port);
+    sendDueStates();
+}
+
+void Server::sendDueStates()
+{
+    const std::vector<Endpoint> clients = m_clients.takeDueStates();
     std::vector<Message> state;
     for (const Address &each : addresses())
-        if (each.hasValue() && each.canWrite()) state.push_back(stateOf(each));
-    send(to, state);
+        if (!clients.empty() && each.hasValue() && each.canWrite()) state.push_back(stateOf(each));
+    for (const Endpoint &client : clients)
+        send(client, state);
+    if (m_clients.isAnyStateDue() && !m_flush.isActive()) m_flush.start();
 }
 
 Message Server::stateOf(const Address &address) const
@@ -164,8 +204,9 @@ void Server::answer(const Endpoint &to, const Message &message)
     sendPacket(to, writeMessage(message));
 }
 
-void Server::send(const Endpoint &to, const std::vector<Message> &messages)
+void Server::send(const Endpoint &client, const std::vector<Message> &messages)
 {
+    const Endpoint to = m_clients.replyTo(client);
     for (const QByteArray &packet : writeBundles(messages))
         sendPacket(to, packet);
 }
@@ -207,6 +248,7 @@ void Server::flush()
         send(client, news);
     }
     if (m_clients.isAnyMoving()) m_flush.start();
+    sendDueStates();
 }
 
 void Server::sendEverything()

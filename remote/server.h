@@ -2,6 +2,7 @@
 
 #include "remote/clients.h"
 #include "remote/dispatcher.h"
+#include "remote/nearnetworks.h"
 
 #include <QObject>
 #include <QTimer>
@@ -53,10 +54,14 @@ private:
     bool open(const QHostAddress &address, quint16 port);
     void receive(QUdpSocket &socket);
     void take(const Endpoint &from, const QByteArray &packet);
+    void read(const Endpoint &from, const QByteArray &packet);
+    void refuse(const Endpoint &from, const QByteArray &packet);
+    bool isOwn(const Endpoint &endpoint) const;
     void perform(const Endpoint &from, const Message &message);
     void subscribe(const Endpoint &from, const Address &address, int wanted);
     void answer(const Endpoint &to, const Message &message);
-    void send(const Endpoint &to, const std::vector<Message> &messages);
+    void sendDueStates();
+    void send(const Endpoint &client, const std::vector<Message> &messages);
     void sendPacket(const Endpoint &to, const QByteArray &packet);
     void collect(const storage::ChangeSet &changes);
     void add(int address);
@@ -67,9 +72,11 @@ private:
     Dispatcher m_dispatcher;
     Clients m_clients;
     std::vector<std::unique_ptr<QUdpSocket>> m_sockets;
-    std::vector<bool> m_changed; ///< by the index of addresses(); not sent yet
-    Argument m_scene;            ///< told last
-    QTimer m_flush;              ///< runs while something has changed or is moving
+    std::vector<bool> m_changed;     ///< by the index of addresses(); not sent yet
+    Argument m_scene;                ///< told last
+    QTimer m_flush;                  ///< runs while something has changed, is moving or is due
+    std::optional<qint64> m_refused; ///< time of the last answer that there is no place
+    NearNetworks m_near;
 };
 
 } // namespace remote

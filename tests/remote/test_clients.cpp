@@ -72,8 +72,12 @@ void TestClients::questionsAreLimited()
     for (int computer = 1; computer <= Clients::mostQuestions; ++computer)
         QCOMPARE(f.clients.admit(distant(computer)), Verdict::Ask);
     QCOMPARE(f.clients.admit(distant(100)), Verdict::Ignore);
-    f.clients.answer(distant(1).address, Permission::Refuse);
+    f.clients.answer(distant(1).address, Permission::Never);
     QCOMPARE(f.clients.admit(distant(100)), Verdict::Ask);
+    f.clients.answer(distant(2).address, Permission::Refuse); // the user wants to be left alone
+    QCOMPARE(f.clients.admit(distant(101)), Verdict::Ignore);
+    f.clock.milliseconds += Clients::quietTime;
+    QCOMPARE(f.clients.admit(distant(101)), Verdict::Ask);
 }
 
 void TestClients::answersCanBeTakenBack()
@@ -153,20 +157,40 @@ void TestClients::portsDoNotRaiseTheLimit()
 void TestClients::subscriptionsEnd()
 {
     Fixture f;
-    QVERIFY(!f.clients.subscribe(local(1), true)); // not in the list
+    const auto isStateSent = [&] { return !f.clients.takeDueStates().empty(); };
+    f.clock.milliseconds = 5000;
+    f.clients.subscribe(local(1), true); // not in the list
+    QVERIFY(!isStateSent());
     f.clients.admit(local(1));
-    QVERIFY(f.clients.subscribe(local(1), true));
+    f.clients.subscribe(local(1), true);
+    QVERIFY(isStateSent());
     f.clients.subscribeMeters(local(1), true);
     f.clock.milliseconds += Clients::subscription - 1;
-    QVERIFY(!f.clients.subscribe(local(1), true)); // renewed: the client has the state
+    f.clients.subscribe(local(1), true);
+    QVERIFY(!isStateSent()); // renewed: the client has the state
     QCOMPARE(int(f.clients.meterSubscribers().size()), 1);
     f.clock.milliseconds += 1;
     QVERIFY(f.clients.meterSubscribers().empty());
     f.clock.milliseconds += Clients::subscription - 1;
     QVERIFY(f.clients.subscribers().empty());
-    QVERIFY(f.clients.subscribe(local(1), true));
+    f.clients.subscribe(local(1), true);
+    QVERIFY(isStateSent());
     f.clients.subscribe(local(1), false);
     QVERIFY(f.clients.subscribers().empty());
+    // A client that ends and begins all the time gets the state once a second, and the newest.
+    for (int i = 0; i < 1000; ++i) {
+        f.clients.subscribe(local(1), i % 2 == 1);
+        QVERIFY(!isStateSent() || f.clock.milliseconds % Clients::stateInterval == 0);
+    }
+    QVERIFY(f.clients.isAnyStateDue());
+    f.clock.milliseconds += Clients::stateInterval;
+    QVERIFY(isStateSent());
+    // After a refusal the client has missed changes, so its next subscription is a new one.
+    f.clock.milliseconds += Clients::stateInterval;
+    f.clients.setRefusingAll(true);
+    f.clients.setRefusingAll(false);
+    f.clients.subscribe(local(1), true);
+    QVERIFY(isStateSent());
 }
 
 void TestClients::movesAreNotEchoed()
@@ -192,18 +216,22 @@ void TestClients::movesAreNotEchoed()
     QVERIFY(!f.clients.isAnyMoving());
 }
 
-/// What the sending port moves is not echoed to the receiving port.
+/// A client with another port for what it is told is one client, from whichever port it speaks.
 void TestClients::anotherPortForAnswers()
 {
     Fixture f;
-    f.clients.admit(local(1));
+    for (const int port : {1, 2})
+        f.clients.admit(local(port));
     QVERIFY(f.clients.replyTo(local(1)) == local(1));
-    f.clients.setReplyPort(local(1), 2000);
+    for (const quint16 port : {3000, 2000}) // the last one counts
+        f.clients.subscribe(local(1), true, port);
     QVERIFY(f.clients.replyTo(local(1)) == local(2000));
-    f.clients.admit(local(2000));
-    f.clients.subscribe(local(2000), true);
     f.clients.noteMove(local(1), "/strip/3/fader");
-    QVERIFY(f.clients.isMoving(local(2000), "/strip/3/fader"));
+    QVERIFY(f.clients.isMoving(local(1), "/strip/3/fader"));
+    f.clients.subscribe(local(2), true, 2000); // renews
+    QVERIFY(f.clients.subscribers() == std::vector<Endpoint>{local(1)});
+    f.clients.subscribe(local(2), false, 2000);
+    QVERIFY(f.clients.subscribers().empty());
 }
 
 void TestClients::silentClientsLeaveTheList()

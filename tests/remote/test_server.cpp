@@ -22,6 +22,8 @@ private slots:
     void flood();
     void lostAndReorderedPackets();
     void nobodyAnswersErrors();
+    void noPlace();
+    void panelDoesNotHearItself();
     void refusingAll();
     void portInUse();
 };
@@ -269,6 +271,34 @@ void TestServer::nobodyAnswersErrors()
     QCOMPARE(studio.first->counts["/error"], 0);
 }
 
+/// The ninth client is told so once a second, and can start no loop of errors.
+void TestServer::noPlace()
+{
+    Studio studio;
+    std::vector<std::unique_ptr<RemoteClient>> others;
+    for (int i = 0; i < Clients::most; ++i) {
+        others.push_back(std::make_unique<RemoteClient>(studio.server.port()));
+        others.back()->send("/subscribe");
+        others.back()->settle();
+    }
+    studio.first->send("/error", {"There are eight clients already."_s});
+    for (int i = 0; i < 100; ++i)
+        studio.first->sendPacket("x");
+    QCOMPARE(studio.first->takeError(), "There are eight clients already."_s);
+    others.front()->settle();
+    studio.first->receive();
+    QCOMPARE(studio.first->count, 1);
+}
+
+/// A subscription for the panel's own port would make it perform its own state.
+void TestServer::panelDoesNotHearItself()
+{
+    Studio studio;
+    studio.first->send("/subscribe", {int(studio.server.port())});
+    QCOMPARE(studio.first->takeError(), "Port %1 is the panel's own."_s.arg(studio.server.port()));
+    QVERIFY(studio.server.clients().subscribers().empty());
+}
+
 void TestServer::refusingAll()
 {
     Studio studio;
@@ -287,7 +317,10 @@ void TestServer::refusingAll()
     QCOMPARE(studio.first->count, before);
     QVERIFY(!isOn(studio.store.values(), master(), storage::strip::mute));
     studio.server.clients().setRefusingAll(false);
-    QVERIFY(studio.first->ask("/strip/3/mute") == Argument(1));
+    studio.clock.milliseconds += Clients::stateInterval;
+    studio.first->values.clear();
+    studio.first->send("/subscribe"); // has missed changes, so it is told everything
+    QVERIFY(studio.first->take("/strip/3/mute") == Argument(1));
 }
 
 void TestServer::portInUse()
