@@ -17,10 +17,6 @@ using Kind = QVXDevice::Kind;
 
 /// A change set with more commands than this counts as large.
 constexpr std::size_t smallBatch = 24;
-/// So many commands of a batch are under way at once. One keeps the worker busy, because its answer
-/// comes before its pause of 10 ms; the second bridges what the GUI thread does meanwhile. More
-/// would only delay a click.
-constexpr std::size_t mostUnderWay = 2;
 
 /// Returns the index of a command's input (0 to 15) or master side (16, 17), or -1 for line outputs
 /// and bus options.
@@ -128,7 +124,7 @@ void Sender::enqueue(Batch batch)
         erase(older.waiting, wanted);
         // The new value of a handed command must not hold the older batch up, as in a long drag.
         for (const Target &target : wanted)
-            if (!isToBeUnmuted(older, target)) erase(older.handed, {target});
+            if (older.handed == target && !isToBeUnmuted(older, target)) older.handed.reset();
     }
     // Before a channel is unmuted, its pending values of older batches must be sent.
     for (const Target &target : wanted) {
@@ -155,32 +151,24 @@ void Sender::pump()
     m_pumping = false;
 }
 
-/// Hands the commands of a batch to the facade, as far as their stages and the number under way
-/// allow.
-/// @return whether older batches may go on: all of the batch is handed over, and none of its mutes
-///         waits behind theirs, since the facade sends the lowest channel of a kind first
+/// Hands the next command of a batch to the facade if none is under way. One keeps the worker busy,
+/// because its answer comes before its pause of 10 ms; more would delay a click.
+/// @return whether older batches may go on: all of the batch is handed over, and the last is no
+/// mute
+///         that would wait behind theirs, since the facade sends the lowest channel of a kind first
 bool Sender::advance(Batch &batch)
 {
-    const auto hasEnded = [this](const Target &target) { return !m_device.isWaiting(target); };
-    batch.handed.erase(
-        std::remove_if(batch.handed.begin(), batch.handed.end(), hasEnded), batch.handed.end());
-    while (!batch.waiting.empty()) {
+    if (batch.handed && !m_device.isWaiting(*batch.handed)) batch.handed.reset();
+    while (!batch.waiting.empty() && !batch.handed) {
         const auto next = std::min_element(
             batch.waiting.begin(), batch.waiting.end(),
             [this](const Target &a, const Target &b) { return stageOf(a) < stageOf(b); });
         const Target target = *next;
-        const bool mustWait =
-            std::any_of(batch.handed.begin(), batch.handed.end(), [&](const Target &t) {
-                return stageOf(t) < stageOf(target);
-            });
-        if (mustWait || batch.handed.size() >= mostUnderWay) return false;
         batch.waiting.erase(next);
         handOver(target);
-        if (m_device.isWaiting(target)) batch.handed.push_back(target);
+        if (m_device.isWaiting(target)) batch.handed = target;
     }
-    return std::none_of(batch.handed.begin(), batch.handed.end(), [](const Target &target) {
-        return target.kind == Kind::Mute;
-    });
+    return batch.waiting.empty() && !(batch.handed && batch.handed->kind == Kind::Mute);
 }
 
 Sender::Stage Sender::stageOf(const Target &target) const

@@ -23,7 +23,7 @@ namespace mixer {
 /// A command's values are read from the store when the command is handed to the facade, so that
 /// they are never outdated.
 ///
-/// At most two commands of a change set are under way at once. A newer change set goes before older
+/// One command of a change set is under way at a time. A newer change set goes before older
 /// ones, so that a click waits for a few commands only. If the newer set unmutes channels, the
 /// older sets' pending commands for these channels are sent with it.
 class Sender : public QObject
@@ -65,9 +65,9 @@ private:
     };
     struct Batch
     {
-        std::vector<Target> waiting; ///< not handed to the facade yet
-        std::vector<Target> handed;  ///< handed to the facade and without an answer
-        bool large = false;          ///< a scene or the whole state, for example
+        std::vector<Target> waiting;  ///< not handed to the facade yet
+        std::optional<Target> handed; ///< handed to the facade and without an answer
+        bool large = false;           ///< a scene or the whole state, for example
     };
 
     void enqueue(Batch batch);
