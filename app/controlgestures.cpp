@@ -187,6 +187,22 @@ bool ControlGestures::isHeld(const Adjustable &a) const
     return false;
 }
 
+bool ControlGestures::isAnyHeld() const
+{
+    const QList<StepControl *> controls = m_entries.keys();
+    return std::any_of(
+        controls.begin(), controls.end(), [](const auto *control) { return control->isHeld(); });
+}
+
+bool ControlGestures::isKnobHeld() const
+{
+    for (auto entry = m_entries.begin(); entry != m_entries.end(); ++entry) {
+        const auto target = entry.key()->isHeld() ? entry->target() : std::nullopt;
+        if (target && target->what == Adjustable::What::Knob) return true;
+    }
+    return false;
+}
+
 StepControl *ControlGestures::faderOf(const StripId &strip) const
 {
     return m_strips.of(strip).faderKnob;

@@ -32,6 +32,10 @@ public:
 
     /// Returns whether the user holds the control of a value with the mouse.
     bool isHeld(const mixer::Adjustable &a) const;
+    /// Returns whether the user holds any fader, pan, knob or handle with the mouse.
+    bool isAnyHeld() const;
+    /// Returns whether the user holds a knob or a handle of the edited strip with the mouse.
+    bool isKnobHeld() const;
 
     /// Moves the focus to the same control of the visible strip on the left (-1) or right (1). Does
     /// nothing if the focus is not on a strip or the neighbour has no such control.

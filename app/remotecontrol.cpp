@@ -53,6 +53,8 @@ remote::Panel RemoteControl::panel()
     Scenes &scenes = m_context.scenes;
     return {
         [this](const mixer::Adjustable &a) { return m_context.gestures.isHeld(a); },
+        [this] { return m_context.gestures.isAnyHeld(); },
+        [this] { return m_context.gestures.isKnobHeld(); },
         [&scenes] { return scenes.current(); },
         [&scenes](int slot) {
             return scenes.tryLoad(slot) ? QString()

@@ -60,6 +60,29 @@ bool isWithin(const Range &range, double number)
     return float(number) >= float(range.lowest) && float(number) <= float(range.highest);
 }
 
+/// Returns whether an address changes controls other than its own.
+bool isSweeping(const Address &address)
+{
+    switch (address.row->what) {
+    case What::Link:
+    case What::Bypass:
+    case What::Recall:
+    case What::Undo:
+    case What::Redo:
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// Returns whether setting an address selects its strip.
+bool isSelecting(const Address &address)
+{
+    const bool isSection =
+        address.row->key == storage::Key::Eq || address.row->key == storage::Key::Comp;
+    return address.row->what == What::Select || (address.row->what == What::Switch && isSection);
+}
+
 /// Accepts 0, 1 or a port.
 void subscribe(Dispatcher::Outcome &outcome, double number)
 {
@@ -150,12 +173,25 @@ QString Dispatcher::refusal(const Address &address) const
     return {};
 }
 
+/// Returns whether a value would change a control that the user holds, or take the edited strip
+/// away from a knob that the user holds.
+bool Dispatcher::disturbsHeld(const Address &address, int choice) const
+{
+    if (isSweeping(address)) return m_panel.isAnyHeld();
+    if (!isSelecting(address)) return false;
+    const bool unselects = address.row->what == What::Select && choice == 0;
+    return (unselects || m_mixer.edited() != address.strip) && m_panel.isKnobHeld();
+}
+
 QString Dispatcher::set(const Address &address, double number)
 {
+    const int choice = static_cast<int>(std::lround(number));
+    const bool isUndo = address.row->what == What::Undo || address.row->what == What::Redo;
+    if (isUndo && number == 0) return {};
     QString refused = refusal(address);
     if (!refused.isEmpty()) return refused;
+    if (disturbsHeld(address, choice)) return QStringLiteral("A control is held in the window.");
     const mixer::Mixer::Elsewhere remote(m_mixer, QStringLiteral("Remote"));
-    const int choice = static_cast<int>(std::lround(number));
     switch (address.row->what) {
     case What::Fader:
     case What::Pan:
@@ -176,9 +212,9 @@ QString Dispatcher::set(const Address &address, double number)
     case What::Save:
         return m_panel.saveScene(choice);
     case What::Undo:
-        return number != 0 ? m_panel.undo() : QString();
+        return m_panel.undo();
     case What::Redo:
-        return number != 0 ? m_panel.redo() : QString();
+        return m_panel.redo();
     default:
         return setStrip(address, choice != 0);
     }

@@ -15,6 +15,10 @@ struct Panel
 {
     /// Returns whether the user holds the control with the mouse.
     std::function<bool(const mixer::Adjustable &)> isHeld;
+    std::function<bool()> isAnyHeld; ///< whether the user holds any control with the mouse
+    /// Returns whether the user holds a control that belongs to the edited strip: a knob of the
+    /// editing area or a handle of a curve.
+    std::function<bool()> isKnobHeld;
     std::function<int()> currentScene; ///< 1 to 10, or 0 for none
     std::function<QString(int slot)> recallScene;
     std::function<QString(int slot)> saveScene;
@@ -50,6 +54,7 @@ public:
 private:
     void write(Outcome &outcome, const Argument &argument);
     QString refusal(const Address &address) const;
+    bool disturbsHeld(const Address &address, int choice) const;
     QString set(const Address &address, double number);
     QString setStrip(const Address &address, bool on);
     void adjust(const Address &address, double number);

@@ -155,9 +155,22 @@ void TestRemoteControl::handWins()
     QCOMPARE(panel.client.takeError(), "Channel 3 fader is held in the window."_s);
     panel.client.send("/strip/4/fader", {-20.0F});
     QVERIFY(panel.client.ask("/strip/4/fader") == remote::Argument(-20.0F));
+    panel.client.send("/undo");
+    QCOMPARE(panel.client.takeError(), "A control is held in the window."_s);
+    panel.client.send("/strip/4/eq/on", {1});
+    QVERIFY(panel.client.ask("/strip/4/eq/on") == remote::Argument(1));
     QTest::mouseRelease(fader, Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
     panel.client.send("/strip/3/fader", {-20.0F});
     QVERIFY(panel.client.ask("/strip/3/fader") == remote::Argument(-20.0F));
+    auto *knob = panel.find<StepControl>("lowGainKnob"_s); // of strip 4
+    QTest::mousePress(knob, Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    panel.client.send("/strip/5/comp/on", {1});
+    QCOMPARE(panel.client.takeError(), "A control is held in the window."_s);
+    panel.client.send("/strip/4/eq/low/gain", {3.0F});
+    QCOMPARE(panel.client.takeError(), "Channel 4 Low gain is held in the window."_s);
+    QTest::mouseRelease(knob, Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    panel.client.send("/strip/5/select", {1});
+    QVERIFY(panel.client.ask("/strip/5/select") == remote::Argument(1));
 }
 
 void TestRemoteControl::scenesAndUndo()

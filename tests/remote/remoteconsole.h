@@ -17,6 +17,8 @@ struct RemoteConsole : Console
         };
         return {
             [this](const mixer::Adjustable &a) { return held && *held == a; },
+            [this] { return held.has_value(); },
+            [this] { return held && held->what == mixer::Adjustable::What::Knob; },
             [this] { return scene; },
             [=](int slot) { return note("recall %1"_s.arg(slot)); },
             [](int slot) { return "Scene %1 cannot be saved."_s.arg(slot); },

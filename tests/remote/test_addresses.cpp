@@ -30,6 +30,7 @@ private slots:
     void refusals();
     void hiddenStripsAndBypass();
     void heldControls();
+    void heldControlsAndOthers();
     void namesAreOneLine();
     void scenesAndHistory();
     void messagesInWords();
@@ -249,6 +250,31 @@ void TestAddresses::heldControls()
     QCOMPARE(desk.set("/strip/4/eq/low/gain", 1), QString());
     desk.held.reset();
     QCOMPARE(desk.set("/strip/3/eq/low/gain", 1), QString());
+}
+
+/// While a control is held, nothing is done that may change it as well.
+void TestAddresses::heldControlsAndOthers()
+{
+    Desk desk;
+    desk.mixer.select(track(3), true);
+    desk.held = faderOf(track(3));
+    const QString refused = "A control is held in the window."_s;
+    const storage::Values before = desk.store.values();
+    for (const char *path : {"/undo", "/redo", "/scene/recall", "/strip/3-4/link", "/bus/bypass"})
+        QCOMPARE(desk.set(path, 1), refused);
+    QCOMPARE(desk.set("/undo", 0), QString()); // the release of a button
+    QVERIFY(desk.store.values() == before && desk.done.isEmpty());
+    QCOMPARE(desk.set("/strip/4/eq/on", 1), QString()); // a fader is not edited
+    desk.mixer.select(track(3), true);
+    desk.held = knobOf(track(3), ParameterId::LowGain);
+    for (const char *path : {"/strip/4/select", "/strip/4/eq/on", "/strip/4/comp/on"})
+        QCOMPARE(desk.set(path, 1), refused);
+    QCOMPARE(desk.set("/strip/3/select", 0), refused);
+    QCOMPARE(desk.mixer.edited(), std::make_optional(track(3)));
+    for (const char *path : {"/strip/3/comp/on", "/strip/4/mute", "/output/3"})
+        QCOMPARE(desk.set(path, 1), QString());
+    desk.held.reset();
+    QCOMPARE(desk.set("/strip/4/select", 1), QString());
 }
 
 void TestAddresses::namesAreOneLine()
