@@ -183,6 +183,21 @@ bool Dispatcher::disturbsHeld(const Address &address, int choice) const
     return (unselects || m_mixer.edited() != address.strip) && m_panel.isKnobHeld();
 }
 
+/// Returns whether the control has the value already. Writing it would store the default of a
+/// control that was never moved, and would make an undo step that changes nothing on screen.
+bool Dispatcher::isShown(const Address &address, double number) const
+{
+    if (const auto a = address.adjustable()) {
+        const int stored = storedPosition(values(), *a);
+        if (address.isStep)
+            return stepped(*a, stored, static_cast<int>(std::lround(number))) == stored;
+        return numberAt(*a, nearestPosition(*a, number)) == numberAt(*a, stored);
+    }
+    return address.row->type == Type::Choice && address.row->what != What::Recall &&
+           address.hasValue() &&
+           valueOf(address) == Argument(static_cast<int>(std::lround(number)));
+}
+
 QString Dispatcher::set(const Address &address, double number)
 {
     const int choice = static_cast<int>(std::lround(number));
@@ -191,6 +206,7 @@ QString Dispatcher::set(const Address &address, double number)
     QString refused = refusal(address);
     if (!refused.isEmpty()) return refused;
     if (disturbsHeld(address, choice)) return QStringLiteral("A control is held in the window.");
+    if (isShown(address, number)) return {};
     const mixer::Mixer::Elsewhere remote(m_mixer, QStringLiteral("Remote"));
     switch (address.row->what) {
     case What::Fader:
@@ -202,10 +218,10 @@ QString Dispatcher::set(const Address &address, double number)
         m_mixer.setLineOut(address.number, choice);
         return {};
     case What::StereoBus:
-        if (choice != values().read(storage::stereoBus)) m_mixer.setStereoBus(choice != 0);
+        m_mixer.setStereoBus(choice != 0);
         return {};
     case What::Bypass:
-        if (choice != values().read(storage::trueBypass)) m_mixer.setTrueBypass(choice != 0);
+        m_mixer.setTrueBypass(choice != 0);
         return {};
     case What::Recall:
         return m_panel.recallScene(choice);
@@ -273,6 +289,7 @@ QString Dispatcher::setText(const Address &address, const Argument &argument)
     QString name = *given;
     for (QChar &character : name) // as a field of one line does
         if (!character.isPrint() && !character.isSurrogate()) character = u' ';
+    if (name == mixer::stripName(values(), address.strip)) return {};
     const mixer::Mixer::Elsewhere remote(m_mixer, QStringLiteral("Remote"));
     m_mixer.startNaming();
     m_mixer.setName(address.strip, name);

@@ -54,6 +54,7 @@ public:
 private:
     void write(Outcome &outcome, const Argument &argument);
     QString refusal(const Address &address) const;
+    bool isShown(const Address &address, double number) const;
     bool disturbsHeld(const Address &address, int choice) const;
     QString set(const Address &address, double number);
     QString setStrip(const Address &address, bool on);

@@ -31,6 +31,7 @@ private slots:
     void hiddenStripsAndBypass();
     void heldControls();
     void heldControlsAndOthers();
+    void shownValuesChangeNothing();
     void namesAreOneLine();
     void scenesAndHistory();
     void messagesInWords();
@@ -41,6 +42,8 @@ namespace {
 /// A console with the dispatcher.
 struct Desk : RemoteConsole
 {
+    using RemoteConsole::RemoteConsole;
+
     Dispatcher dispatcher{store, mixer, presence, panel()};
 
     QString set(const QByteArray &address, const Argument &value)
@@ -275,6 +278,22 @@ void TestAddresses::heldControlsAndOthers()
         QCOMPARE(desk.set(path, 1), QString());
     desk.held.reset();
     QCOMPARE(desk.set("/strip/4/select", 1), QString());
+}
+
+/// Not even the store, and a strip that is not selected cannot unselect another.
+void TestAddresses::shownValuesChangeNothing()
+{
+    Desk desk("[Track5]\nEqHighFreqPos=157\n");
+    desk.mixer.select(track(3), true);
+    const storage::Values before = desk.store.values();
+    for (const Address &address : addresses())
+        if (canBeSet(address) && (!address.isOfStrip() || isShown(before, address.strip)))
+            QCOMPARE(desk.set(address.path, desk.get(address.path)), QString());
+    QCOMPARE(desk.set("/strip/4/select", 0), QString());
+    desk.set("/strip/3/comp/ratio/step", -1);
+    QVERIFY(desk.store.values() == before);
+    desk.set("/strip/3/select", 0);
+    QVERIFY(!desk.mixer.edited());
 }
 
 void TestAddresses::namesAreOneLine()
