@@ -47,9 +47,16 @@ Mixer::Mixer(storage::Store &store, Sender &sender) : m_store(store), m_sender(s
 template <typename Rule>
 void Mixer::change(const QString &title, const QByteArray &mergeKey, Rule rule)
 {
-    const bool isElsewhere = !m_where.isEmpty() && mergeKey.isEmpty();
-    const QString full = titled(title);
-    Transaction transaction(m_store, full, isElsewhere ? "run:" + full.toUtf8() : mergeKey);
+    const QByteArray run = m_where.isEmpty() ? mergeKey : "run:" + m_where.toUtf8();
+    Transaction transaction(m_store, titled(title), run);
+    rule(transaction);
+    transaction.commit();
+}
+
+template <typename Rule>
+void Mixer::changeAlone(const QString &title, Rule rule)
+{
+    Transaction transaction(m_store, titled(title));
     rule(transaction);
     transaction.commit();
 }
@@ -171,8 +178,7 @@ void Mixer::setPosition(const Adjustable &a, int position)
 void Mixer::adjust(const Adjustable &a, int position, const QByteArray &mergeKey)
 {
     if (isBypassed(values())) return;
-    const QByteArray run = m_where.isEmpty() ? mergeKey : "run:" + m_where.toUtf8();
-    change(title(a), run, [&](Transaction &t) {
+    change(title(a), mergeKey, [&](Transaction &t) {
         switch (a.what) {
         case Adjustable::What::Fader:
             return setFader(t, a.strip, position);
@@ -239,7 +245,7 @@ void Mixer::setLinked(const StripId &pair, bool linked)
     if (isBypassed(values())) return;
     const QString what = linked ? QStringLiteral("Link channels %1 and %2")
                                 : QStringLiteral("Unlink channels %1 and %2");
-    change(what.arg(pair.number).arg(pair.number + 1), QByteArray(), [&](Transaction &t) {
+    changeAlone(what.arg(pair.number).arg(pair.number + 1), [&](Transaction &t) {
         mixer::setLinked(t, pair, linked);
     });
 }
@@ -334,7 +340,7 @@ void Mixer::setTrueBypass(bool on)
 
 void Mixer::recall(const Values &scene, const QString &title, const SafeStrips &safe)
 {
-    change(title, QByteArray(), [&](Transaction &t) { mixer::recall(t, scene, safe); });
+    changeAlone(title, [&](Transaction &t) { mixer::recall(t, scene, safe); });
 }
 
 void Mixer::initialize()

@@ -33,8 +33,9 @@ public:
     std::optional<Adjustable> editedKnob(ParameterId id) const;
 
     /// While an object exists, gestures come from elsewhere than the window. The titles of their
-    /// steps begin with the name of where. Values that are set within a second of each other are
-    /// one step, also those of several controls.
+    /// steps begin with the name of where. Gestures that follow each other within a second are one
+    /// step, also those on several controls, so that no flood of them fills the history. Linking
+    /// and recalling are steps of their own.
     class Elsewhere
     {
     public:
@@ -146,6 +147,9 @@ signals:
 private:
     template <typename Rule>
     void change(const QString &title, const QByteArray &mergeKey, Rule rule);
+    /// Makes a change that is always a step of its own.
+    template <typename Rule>
+    void changeAlone(const QString &title, Rule rule);
     template <typename Rule>
     void changeStrip(const StripId &strip, const char *what, const QByteArray &mergeKey, Rule rule);
     void adjust(const Adjustable &a, int position, const QByteArray &mergeKey);

@@ -291,7 +291,6 @@ QString Dispatcher::setText(const Address &address, const Argument &argument)
         if (!character.isPrint() && !character.isSurrogate()) character = u' ';
     if (name == mixer::stripName(values(), address.strip)) return {};
     const mixer::Mixer::Elsewhere remote(m_mixer, QStringLiteral("Remote"));
-    m_mixer.startNaming();
     m_mixer.setName(address.strip, name);
     return {};
 }

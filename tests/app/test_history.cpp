@@ -106,8 +106,8 @@ void TestHistory::runs()
     QCOMPARE(desk.stack().count(), 4);
 }
 
-/// Values that are set from elsewhere within a second are one step, also those of two faders that
-/// are moved at once. Switches are steps of their own.
+/// Gestures from elsewhere within a second are one step, also those on several controls, and join
+/// no step of the window. Links are steps of their own.
 void TestHistory::elsewhere()
 {
     Desk desk;
@@ -123,16 +123,19 @@ void TestHistory::elsewhere()
             desk.mixer.step(knobOf(track(4), ParameterId::LowGain), 1);
         }
         desk.mixer.setMute(track(3), true);
-        desk.mixer.setMute(track(4), true);
+        desk.mixer.setName(track(4), "Bass"_s);
+        desk.mixer.setLineOut(3, 0);
         desk.mixer.select(track(9), true);
+        desk.mixer.setLinked(pair(5), true);
+        desk.mixer.setLinked(pair(5), false);
         QCOMPARE(desk.mixer.titled("Save scene 1"_s), "Remote: Save scene 1"_s);
     }
     desk.mixer.setPosition(faderOf(track(3)), 200);
-    desk.mixer.setPosition(faderOf(track(3)), 210);
+    desk.mixer.setLineOut(3, 1);
     QCOMPARE(
         desk.titles().join(QLatin1Char('|')),
-        "Remote: Channel 3 fader|Remote: several controls|Remote: Channel 3 mute|"
-        "Remote: Channel 4 mute|Channel 3 fader|Channel 3 fader"_s);
+        "Remote: Channel 3 fader|Remote: several controls|Remote: Link channels 5 and 6|"
+        "Remote: Unlink channels 5 and 6|Channel 3 fader|Line out 3"_s);
     for (int i = 0; i < 5; ++i)
         desk.undo();
     QCOMPARE(desk.stored("Track3/Fader_pos"), QByteArray("169"));

@@ -33,6 +33,7 @@ private slots:
     void heldControlsAndOthers();
     void shownValuesChangeNothing();
     void namesAreOneLine();
+    void namesLeaveDragsAlone();
     void scenesAndHistory();
     void messagesInWords();
 };
@@ -301,6 +302,21 @@ void TestAddresses::namesAreOneLine()
     Desk desk;
     desk.set("/strip/3/name", "Gr\u00fcn\n\t\U0001F941"_s);
     QVERIFY(desk.get("/strip/3/name") == Argument("Gr\u00fcn  \U0001F941"_s));
+}
+
+/// A name from elsewhere does not end the step of a drag.
+void TestAddresses::namesLeaveDragsAlone()
+{
+    Desk desk;
+    QSet<QByteArray> drags;
+    connect(&desk.store, &storage::Store::committed, this, [&](const storage::ChangeSet &changes) {
+        if (changes.mergeKey.startsWith("drag:")) drags += changes.mergeKey;
+    });
+    desk.mixer.press(faderOf(track(3)), QPointF(100, 100));
+    desk.mixer.move(faderOf(track(3)), QPointF(100, 110));
+    desk.set("/strip/4/name", "Bass"_s);
+    desk.mixer.move(faderOf(track(3)), QPointF(100, 120));
+    QCOMPARE(drags.size(), 1);
 }
 
 void TestAddresses::scenesAndHistory()
