@@ -202,7 +202,7 @@ QString Dispatcher::set(const Address &address, double number)
 {
     const int choice = static_cast<int>(std::lround(number));
     const bool isUndo = address.row->what == What::Undo || address.row->what == What::Redo;
-    if (isUndo && number == 0) return {};
+    if (isUndo && number != 1) return number == 0 ? QString() : takes(address);
     QString refused = refusal(address);
     if (!refused.isEmpty()) return refused;
     if (disturbsHeld(address, choice)) return QStringLiteral("A control is held in the window.");
