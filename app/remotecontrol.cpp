@@ -17,7 +17,9 @@ using remote::Reach;
 namespace {
 
 constexpr int retryInterval = 1000; // milliseconds
-constexpr int lowestPort = 1024;    // smaller ones belong to the system
+/// Each save writes files. No user presses buttons faster.
+constexpr int scenesPerSecond = 4;
+constexpr int lowestPort = 1024; // smaller ones belong to the system
 constexpr int highestPort = 65535;
 
 const QString reachKey = QStringLiteral("Remote/reach");
@@ -56,13 +58,15 @@ remote::Panel RemoteControl::panel()
         [this] { return m_context.gestures.isAnyHeld(); },
         [this] { return m_context.gestures.isKnobHeld(); },
         [&scenes] { return scenes.current(); },
-        [&scenes](int slot) {
-            return scenes.tryLoad(slot) ? QString()
-                                        : QStringLiteral("Scene %1 is empty.").arg(slot);
+        [this](int slot) {
+            QString refused = countScene();
+            if (!refused.isEmpty() || m_context.scenes.tryLoad(slot)) return refused;
+            return QStringLiteral("Scene %1 is empty.").arg(slot);
         },
-        [&scenes](int slot) {
-            return scenes.trySave(slot) ? QString()
-                                        : QStringLiteral("Scene %1 could not be saved.").arg(slot);
+        [this](int slot) {
+            QString refused = countScene();
+            if (!refused.isEmpty() || m_context.scenes.trySave(slot)) return refused;
+            return QStringLiteral("Scene %1 could not be saved.").arg(slot);
         },
         [&stack] {
             if (!stack.canUndo()) return QStringLiteral("There is nothing to undo.");
@@ -75,6 +79,13 @@ remote::Panel RemoteControl::panel()
             return QString();
         },
     };
+}
+
+/// Counts a save or a recall. Returns why it is too much, or an empty text.
+QString RemoteControl::countScene()
+{
+    const bool isWithin = m_scenes.add(1, scenesPerSecond, now()) > 0;
+    return isWithin ? QString() : QStringLiteral("Scenes change at most four times a second.");
 }
 
 /// Opens the server anew, or none if it is off.

@@ -73,6 +73,7 @@ signals:
 
 private:
     remote::Panel panel();
+    QString countScene();
     void start();
     void listen();
     void ask(const QHostAddress &address);
@@ -91,6 +92,7 @@ private:
     remote::Permissions m_permissions;
     std::unique_ptr<remote::Server> m_server; ///< null while it is off or the port is in use
     QTimer m_retry;                           ///< runs while the port is in use
+    remote::Count m_scenes;                   ///< saves and recalls of all clients
     std::vector<QHostAddress> m_questions;    ///< the first one is on screen
     QPointer<QMessageBox> m_question;
 };

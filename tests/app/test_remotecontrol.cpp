@@ -27,6 +27,8 @@ private slots:
     void windowFollows();
     void handWins();
     void scenesAndUndo();
+    void scenesAreLimited();
+    void suspended();
     void refusing();
     void portInUse();
     void networkIsAskedAbout();
@@ -199,6 +201,22 @@ void TestRemoteControl::scenesAndUndo()
     client.send("/scene/save", {7});
     QCOMPARE(client.takeError(), "Scene 7 could not be saved."_s);
     QVERIFY(!panel.window.findChild<QMessageBox *>());
+}
+
+/// A client cannot keep the disk busy.
+void TestRemoteControl::scenesAreLimited()
+{
+    RemotePanel panel;
+    RemoteClient &client = panel.client;
+    for (int i = 0; i < 20; ++i)
+        client.send("/scene/save", {3});
+    QCOMPARE(client.takeError(), "Scenes change at most four times a second."_s);
+    client.settle();
+    const int errors = client.counts["/error"];
+    panel.wallClock.leap += 1000;
+    client.send("/scene/recall", {3});
+    client.settle();
+    QCOMPARE(client.counts["/error"], errors);
 }
 
 /// The key works at once, and the choice is kept.
