@@ -66,6 +66,8 @@ public:
     /// does so by itself, directly after its first picture. Later calls do nothing.
     void finish();
 
+    RemoteControl &remoteControl() { return m_remote; }
+
 signals:
     /// The compressor display has announced its state: "GR_Passive", "GR_Available" or "GR_Active".
     // contract: the name.

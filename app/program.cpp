@@ -130,10 +130,13 @@ void changeZoom(
     const QString organisation = organisationOf(program);
     const int before = zoom::stored(organisation).percent;
     zoom::storeChoice(organisation, percent);
+    // The new process has read the settings, so it would not know what is changed from now on.
+    window.remoteControl().suspend();
     if (replacement::start(application, replacement::toHandOver(window, settings))) {
         window.close();
         return QCoreApplication::quit();
     }
+    window.remoteControl().resume();
     zoom::storeChoice(organisation, before);
     boxes::inform(
         &window, QStringLiteral("The panel could not be started again with another zoom.\nThis "

@@ -117,6 +117,18 @@ void RemoteControl::listen()
     emit changed();
 }
 
+void RemoteControl::suspend()
+{
+    m_server.reset();
+    m_retry.stop();
+    dropQuestions();
+}
+
+void RemoteControl::resume()
+{
+    if (m_reach) listen();
+}
+
 void RemoteControl::setReach(std::optional<Reach> reach)
 {
     if (reach == m_reach) return;

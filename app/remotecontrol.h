@@ -49,6 +49,10 @@ public:
     bool isPortInUse() const { return m_reach && !m_server; }
     ///@}
 
+    /// Closes the server until resume(), while no change can be taken. All choices stay.
+    void suspend();
+    void resume();
+
     /// While this is on, nobody can control the mixer, and nobody is told anything.
     void setRefusingAll(bool refusing);
     bool isRefusingAll() const { return m_isRefusingAll; }

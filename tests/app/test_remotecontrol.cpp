@@ -219,6 +219,22 @@ void TestRemoteControl::scenesAreLimited()
     QCOMPARE(client.counts["/error"], errors);
 }
 
+/// What arrives meanwhile is lost, not kept until the server is open again.
+void TestRemoteControl::suspended()
+{
+    const quint16 port = freePort();
+    RemotePanel panel(port);
+    panel.client.settle();
+    panel.remote().suspend();
+    panel.client.send("/master/mute", {1});
+    QUdpSocket socket;
+    QVERIFY(socket.bind(QHostAddress::LocalHost, port, QAbstractSocket::DontShareAddress));
+    socket.close();
+    panel.remote().resume();
+    QVERIFY(panel.client.ask("/master/mute") == remote::Argument(0));
+    QCOMPARE(panel.notice(), "Remote control is on."_s);
+}
+
 /// The key works at once, and the choice is kept.
 void TestRemoteControl::refusing()
 {
