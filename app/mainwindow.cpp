@@ -36,6 +36,7 @@
 #include "widgets/nameedit.h"
 #include "widgets/pancontrol.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QGridLayout>
@@ -49,6 +50,7 @@
 #include <QStackedWidget>
 #include <QTimer>
 #include <QUrl>
+#include <QWindow>
 
 namespace {
 
@@ -195,6 +197,11 @@ void MainWindow::addRemoteActions(QMenu *view)
     m_refuseRemote->setCheckable(true);
     m_refuseRemote->setAutoRepeat(false);
     m_refuseRemote->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+R")));
+    m_refuseRemote->setShortcutContext(Qt::ApplicationShortcut);
+    // A modal box blocks the shortcuts of all other windows, so it gets the action too.
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, [this] {
+        if (QWidget *box = QApplication::activeModalWidget()) box->addAction(m_refuseRemote);
+    });
     connect(m_refuseRemote, &QAction::triggered, &m_remote, &RemoteControl::setRefusingAll);
 }
 
@@ -543,10 +550,7 @@ void MainWindow::showRemote()
 
 void MainWindow::openRemote()
 {
-    if (!m_remoteDialog) {
-        m_remoteDialog = new RemoteDialog(m_remote, this);
-        m_remoteDialog->addAction(m_refuseRemote); // its key works there too
-    }
+    if (!m_remoteDialog) m_remoteDialog = new RemoteDialog(m_remote, this);
     m_remoteDialog->show();
     m_remoteDialog->raise();
     m_remoteDialog->activateWindow();

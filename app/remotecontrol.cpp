@@ -17,6 +17,9 @@ using remote::Reach;
 namespace {
 
 constexpr int retryInterval = 1000; // milliseconds
+/// A click that was meant for a strip under the box must not allow a stranger.
+constexpr int allowDelay = 1000; // milliseconds
+constexpr int quietTime = 10000; // milliseconds without a question after "Not Now"
 /// Each save writes files. No user presses buttons faster.
 constexpr int scenesPerSecond = 4;
 constexpr int lowestPort = 1024; // smaller ones belong to the system
@@ -163,6 +166,7 @@ std::vector<remote::Client> RemoteControl::clients() const
 void RemoteControl::forget(const QString &address)
 {
     m_permissions.remove(address);
+    m_quietTo = 0; // the user wants to be asked
     if (m_server) m_server->clients().forget(address);
     storeChoices();
     emit changed();
@@ -171,13 +175,25 @@ void RemoteControl::forget(const QString &address)
 void RemoteControl::ask(const QHostAddress &address)
 {
     m_questions.push_back(address);
-    if (m_questions.size() == 1) openQuestion();
+    if (now() < m_quietTo)
+        forgetQuestions();
+    else if (m_questions.size() == 1)
+        openQuestion();
 }
 
-/// A computer whose question is dropped is asked about again with its next packet.
+/// A computer whose question is forgotten is asked about again with its next packet, when the quiet
+/// time is over.
+void RemoteControl::forgetQuestions()
+{
+    for (const QHostAddress &address : m_questions)
+        if (m_server) m_server->clients().forget(address.toString());
+    m_questions.clear();
+}
+
 void RemoteControl::dropQuestions()
 {
-    m_questions.clear();
+    if (m_question) m_quietTo = now() + quietTime;
+    forgetQuestions();
     delete m_question;
 }
 
@@ -195,10 +211,14 @@ void RemoteControl::openQuestion()
     const auto add = [this](const char *text, QMessageBox::ButtonRole role) {
         return m_question->addButton(QLatin1String(text), role);
     };
-    const QPushButton *now = add("Allow &Now", QMessageBox::AcceptRole);
-    const QPushButton *always = add("Allow &Always", QMessageBox::AcceptRole);
+    QPushButton *now = add("Allow &Now", QMessageBox::AcceptRole);
+    QPushButton *always = add("Allow &Always", QMessageBox::AcceptRole);
     const QPushButton *never = add("Ne&ver", QMessageBox::RejectRole);
     QPushButton *notNow = add("N&ot Now", QMessageBox::RejectRole);
+    for (QPushButton *allow : {now, always}) {
+        allow->setEnabled(false);
+        QTimer::singleShot(allowDelay, allow, [allow] { allow->setEnabled(true); });
+    }
     m_question->setDefaultButton(notNow);
     m_question->setEscapeButton(notNow);
     QMessageBox *box = m_question;
@@ -222,6 +242,10 @@ void RemoteControl::answer(const QHostAddress &address, Permission permission)
     if (isKept(permission)) storeChoices();
     emit changed();
     m_questions.erase(m_questions.begin());
+    if (permission == Permission::Refuse) {
+        m_quietTo = now() + quietTime;
+        forgetQuestions();
+    }
     openQuestion();
 }
 

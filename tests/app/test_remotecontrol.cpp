@@ -30,6 +30,7 @@ private slots:
     void scenesAreLimited();
     void suspended();
     void refusing();
+    void keyWorksOverBoxes();
     void portInUse();
     void networkIsAskedAbout();
 };
@@ -80,7 +81,8 @@ void press(const Panel &panel, const QString &text)
 {
     for (const QMessageBox *box : panel.window.findChildren<QMessageBox *>("remoteQuestion"_s))
         for (QAbstractButton *button : box->buttons())
-            if (box->isVisible() && button->text().remove(u'&') == text) button->click();
+            if (box->isVisible() && button->text().remove(u'&') == text)
+                if (QTest::qWaitFor([=] { return button->isEnabled(); })) button->click();
 }
 
 } // namespace
@@ -256,6 +258,25 @@ void TestRemoteControl::refusing()
     QVERIFY(client.ask("/master/mute") == remote::Argument(0));
 }
 
+void TestRemoteControl::keyWorksOverBoxes()
+{
+    RemotePanel panel;
+    panel.window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&panel.window));
+    const auto pressKey = [](QWidget *window) {
+        window->activateWindow();
+        if (!QTest::qWaitFor([=] { return window->isActiveWindow(); })) return;
+        QTest::keyClick(window, Qt::Key_R, Qt::ControlModifier | Qt::ShiftModifier);
+    };
+    panel.trigger("actionRemote"_s);
+    pressKey(panel.find<RemoteDialog>("remoteDialog"_s));
+    QVERIFY(panel.remote().isRefusingAll());
+    panel.trigger("actionInitialize_Memory"_s);
+    QVERIFY(QApplication::activeModalWidget());
+    pressKey(QApplication::activeModalWidget());
+    QVERIFY(!panel.remote().isRefusingAll());
+}
+
 void TestRemoteControl::portInUse()
 {
     auto other = std::make_unique<QUdpSocket>();
@@ -279,6 +300,8 @@ void TestRemoteControl::networkIsAskedAbout()
     {
         RemotePanel panel(port, "network"_s);
         const auto question = [&] { return shownQuestion(panel); };
+        QElapsedTimer sinceAsked;
+        sinceAsked.start();
         first.send("/master/mute", {1});
         first.send("/master/mute", {1});
         second.send("/master/mute", {1});
@@ -286,6 +309,7 @@ void TestRemoteControl::networkIsAskedAbout()
         QCOMPARE(question(), "192.0.2.7 wants to control the mixer."_s);
         QVERIFY(!panel.find<QMessageBox>("remoteQuestion"_s)->isModal());
         press(panel, "Allow Always"_s);
+        QVERIFY(sinceAsked.elapsed() >= 1000); // no click that was meant for something else
         QTRY_COMPARE(question(), "192.0.2.8 wants to control the mixer."_s);
         press(panel, "Never"_s);
         QTRY_COMPARE(question(), QString());
@@ -307,11 +331,29 @@ void TestRemoteControl::networkIsAskedAbout()
     QCOMPARE(shownQuestion(panel), QString());
     panel.trigger("actionRefuse_Remote"_s);
     second.send("/master/mute", {1});
+    panel.client.settle();
+    QCOMPARE(shownQuestion(panel), QString()); // the user has some quiet first
+    panel.wallClock.leap += 10000;
+    second.send("/master/mute", {1});
     QTRY_COMPARE(shownQuestion(panel), "192.0.2.8 wants to control the mixer."_s);
     press(panel, "Allow Now"_s);
     QVERIFY(second.ask("/master/mute") == remote::Argument(0));
     second.receive();
     QVERIFY(second.count > 0);
+    // The same after "Not Now", also for a computer whose question waits.
+    for (const char *address : {"192.0.2.7", "192.0.2.8"})
+        panel.remote().forget(QString::fromLatin1(address));
+    first.send("/master/mute", {1});
+    second.send("/master/mute", {1});
+    panel.client.settle();
+    QCOMPARE(shownQuestion(panel), "192.0.2.7 wants to control the mixer."_s);
+    press(panel, "Not Now"_s);
+    second.send("/master/mute", {1});
+    panel.client.settle();
+    QCOMPARE(shownQuestion(panel), QString());
+    panel.wallClock.leap += 10000;
+    second.send("/master/mute", {1});
+    QTRY_COMPARE(shownQuestion(panel), "192.0.2.8 wants to control the mixer."_s);
 }
 
 QTEST_MAIN(TestRemoteControl)
