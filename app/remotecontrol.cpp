@@ -19,7 +19,6 @@ namespace {
 constexpr int retryInterval = 1000; // milliseconds
 /// A click that was meant for a strip under the box must not allow a stranger.
 constexpr int allowDelay = 1000; // milliseconds
-constexpr int quietTime = 10000; // milliseconds without a question after "Not Now"
 /// Each save writes files. No user presses buttons faster.
 constexpr int scenesPerSecond = 4;
 constexpr int lowestPort = 1024; // smaller ones belong to the system
@@ -166,7 +165,6 @@ std::vector<remote::Client> RemoteControl::clients() const
 void RemoteControl::forget(const QString &address)
 {
     m_permissions.remove(address);
-    m_quietTo = 0; // the user wants to be asked
     if (m_server) m_server->clients().forget(address);
     storeChoices();
     emit changed();
@@ -175,25 +173,13 @@ void RemoteControl::forget(const QString &address)
 void RemoteControl::ask(const QHostAddress &address)
 {
     m_questions.push_back(address);
-    if (now() < m_quietTo)
-        forgetQuestions();
-    else if (m_questions.size() == 1)
-        openQuestion();
+    if (m_questions.size() == 1) openQuestion();
 }
 
-/// A computer whose question is forgotten is asked about again with its next packet, when the quiet
-/// time is over.
-void RemoteControl::forgetQuestions()
-{
-    for (const QHostAddress &address : m_questions)
-        if (m_server) m_server->clients().forget(address.toString());
-    m_questions.clear();
-}
-
+/// A computer whose question is dropped is asked about again with its next packet.
 void RemoteControl::dropQuestions()
 {
-    if (m_question) m_quietTo = now() + quietTime;
-    forgetQuestions();
+    m_questions.clear();
     delete m_question;
 }
 
@@ -242,10 +228,7 @@ void RemoteControl::answer(const QHostAddress &address, Permission permission)
     if (isKept(permission)) storeChoices();
     emit changed();
     m_questions.erase(m_questions.begin());
-    if (permission == Permission::Refuse) {
-        m_quietTo = now() + quietTime;
-        forgetQuestions();
-    }
+    if (permission == Permission::Refuse) m_questions.clear(); // the user wants to be left alone
     openQuestion();
 }
 

@@ -83,7 +83,6 @@ private:
     void ask(const QHostAddress &address);
     void dropQuestions();
     void openQuestion();
-    void forgetQuestions();
     void answer(const QHostAddress &address, remote::Permission permission);
     void readChoices();
     void storeChoices() const;
@@ -100,5 +99,4 @@ private:
     remote::Count m_scenes;                   ///< saves and recalls of all clients
     std::vector<QHostAddress> m_questions;    ///< the first one is on screen
     QPointer<QMessageBox> m_question;
-    qint64 m_quietTo = 0; ///< nobody new is asked about before this time
 };

@@ -31,9 +31,9 @@ constexpr Row fixedRows[] = {
     {"select", strips, What::Select, Type::Choice, "", onOff, "1 shows the strip in the editing area"},
     {"name", strips, What::Name, Type::Text, "characters", {0, longestName}, "the strip's name"},
     {"link", Pairs, What::Link, Type::Choice, "", onOff, "1 makes two channels a stereo strip"},
-    {"eq/on", strips, What::Switch, Type::Choice, "", onOff, "the equalizer; setting it selects the strip", Key::Eq},
+    {"eq/on", strips, What::Switch, Type::Choice, "", onOff, "the equalizer; changing it selects the strip", Key::Eq},
     {"eq/low-cut", strips, What::Switch, Type::Choice, "", onOff, "1 takes away the lowest frequencies", Key::EqLowCut},
-    {"comp/on", strips, What::Switch, Type::Choice, "", onOff, "the compressor; setting it selects the strip", Key::Comp},
+    {"comp/on", strips, What::Switch, Type::Choice, "", onOff, "the compressor; changing it selects the strip", Key::Comp},
 };
 constexpr Row lastRows[] = {
     {"output", Outputs, What::LineOut, Type::Choice, "", {0, mixer::sourceCount - 1},

@@ -124,7 +124,10 @@ void Clients::answer(const QHostAddress &address, Permission permission)
     m_asked.remove(address.toString());
     m_permissions.insert(address.toString(), permission);
     if (isAllowed(permission)) return;
-    if (permission == Permission::Refuse) m_quietUntil = now() + quietTime;
+    if (permission == Permission::Refuse) {
+        m_quietUntil = now() + quietTime;
+        m_asked.clear();
+    }
     m_clients.erase(
         std::remove_if(
             m_clients.begin(), m_clients.end(),
@@ -136,6 +139,7 @@ void Clients::forget(const QString &address)
 {
     answer(QHostAddress(address), Permission::Never);
     m_permissions.remove(address);
+    m_quietUntil = 0; // the user wants to be asked
 }
 
 void Clients::setRefusingAll(bool refusing)

@@ -106,7 +106,8 @@ public:
     {
         return m_permissions.contains(address.toString());
     }
-    /// Answers a question. A computer that may not speak any more leaves the list.
+    /// Answers a question. A computer that may not speak any more leaves the list. With
+    /// Permission::Refuse the other questions that wait for an answer are forgotten too.
     void answer(const QHostAddress &address, Permission permission);
     /// Forgets an answer; the user is asked again.
     void forget(const QString &address);

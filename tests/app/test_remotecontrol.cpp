@@ -331,16 +331,12 @@ void TestRemoteControl::networkIsAskedAbout()
     QCOMPARE(shownQuestion(panel), QString());
     panel.trigger("actionRefuse_Remote"_s);
     second.send("/master/mute", {1});
-    panel.client.settle();
-    QCOMPARE(shownQuestion(panel), QString()); // the user has some quiet first
-    panel.wallClock.leap += 10000;
-    second.send("/master/mute", {1});
     QTRY_COMPARE(shownQuestion(panel), "192.0.2.8 wants to control the mixer."_s);
     press(panel, "Allow Now"_s);
     QVERIFY(second.ask("/master/mute") == remote::Argument(0));
     second.receive();
     QVERIFY(second.count > 0);
-    // The same after "Not Now", also for a computer whose question waits.
+    // After "Not Now" the user has some quiet. The question that waits is not asked either.
     for (const char *address : {"192.0.2.7", "192.0.2.8"})
         panel.remote().forget(QString::fromLatin1(address));
     first.send("/master/mute", {1});
