@@ -36,7 +36,7 @@ QString titleOf(const Address &address)
 
 QString valueInWords(const Address &address, const Argument &argument)
 {
-    const QString value = quoted(argument);
+    QString value = quoted(argument);
     if (address.isStep) return QStringLiteral("%1 steps").arg(value);
     if (const auto adjustable = address.adjustable()) {
         bool isNumber = false;
