@@ -6,6 +6,7 @@
 #include "mixer/parameters.h"
 #include "tests/app/measures.h"
 #include "tests/app/panel.h"
+#include "tests/patience.h"
 #include "update/informationbox.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/clipmark.h"
@@ -87,7 +88,8 @@ QStringList lacksOfBoxes(Panel &panel)
         for (auto *dialog : panel.window.findChildren<QDialog *>())
             if (dialog->isVisible()) box = dialog;
         if (!box) return void(all += "no box"_s);
-        QCoreApplication::processEvents();
+        // The layout may follow the first picture.
+        (void)QTest::qWaitFor([&] { return lacks(*box).isEmpty(); }, 2000 * slowness);
         all += lacks(*box);
         delete box;
     };
