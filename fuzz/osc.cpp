@@ -48,7 +48,8 @@ struct Desk
         store,
         mixer,
         presence,
-        {[](const mixer::Adjustable &) { return false; }, [] { return 0; },
+        {[](const mixer::Adjustable &) { return false; }, [] { return false; },
+         [] { return false; }, [] { return 0; },
          [](int slot) {
              FUZZ_CHECK(slot >= 1 && slot <= 10);
              return QString();
