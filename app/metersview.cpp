@@ -13,9 +13,9 @@ namespace {
 /// Returns the level of a gap in words.
 QString levelAt(int gap)
 {
-    constexpr int rowsPerDecibel = 2;
-    if (gap >= geometry::meterHeight) return QStringLiteral("no signal");
-    return QStringLiteral("%1 dB").arg(-gap / rowsPerDecibel);
+    const std::optional<double> level = LevelMeter::decibels(gap);
+    return level ? QStringLiteral("%1 dB").arg(static_cast<int>(*level))
+                 : QStringLiteral("no signal");
 }
 
 } // namespace

@@ -21,8 +21,6 @@ constexpr int retryInterval = 1000; // milliseconds
 constexpr int allowDelay = 1000; // milliseconds
 /// Each save writes files. No user presses buttons faster.
 constexpr int scenesPerSecond = 4;
-constexpr int lowestPort = 1024; // smaller ones belong to the system
-constexpr int highestPort = 65535;
 
 const QString reachKey = QStringLiteral("Remote/reach");
 const QString portKey = QStringLiteral("Remote/port");
@@ -31,6 +29,11 @@ const QString allowedKey = QStringLiteral("Remote/allowed");
 const QString refusedKey = QStringLiteral("Remote/refused");
 const QString computer = QStringLiteral("computer");
 const QString network = QStringLiteral("network");
+
+bool isPossible(int port)
+{
+    return port >= remote::portRange.lowest && port <= remote::portRange.highest;
+}
 
 bool isKept(Permission permission)
 {
@@ -53,34 +56,35 @@ RemoteControl::RemoteControl(const Context &context, const QString &organisation
 
 remote::Panel RemoteControl::panel()
 {
-    QUndoStack &stack = m_context.history.stack();
+    remote::Panel panel;
+    const ControlGestures &gestures = m_context.gestures;
+    panel.isHeld = [&gestures](const mixer::Adjustable &a) { return gestures.isHeld(a); };
+    panel.isAnyHeld = [&gestures] { return gestures.isAnyHeld(); };
+    panel.isKnobHeld = [&gestures] { return gestures.isKnobHeld(); };
     Scenes &scenes = m_context.scenes;
-    return {
-        [this](const mixer::Adjustable &a) { return m_context.gestures.isHeld(a); },
-        [this] { return m_context.gestures.isAnyHeld(); },
-        [this] { return m_context.gestures.isKnobHeld(); },
-        [&scenes] { return scenes.current(); },
-        [this](int slot) {
-            QString refused = countScene();
-            if (!refused.isEmpty() || m_context.scenes.tryLoad(slot)) return refused;
-            return QStringLiteral("Scene %1 is empty.").arg(slot);
-        },
-        [this](int slot) {
-            QString refused = countScene();
-            if (!refused.isEmpty() || m_context.scenes.trySave(slot)) return refused;
-            return QStringLiteral("Scene %1 could not be saved.").arg(slot);
-        },
-        [&stack] {
-            if (!stack.canUndo()) return QStringLiteral("There is nothing to undo.");
-            stack.undo();
-            return QString();
-        },
-        [&stack] {
-            if (!stack.canRedo()) return QStringLiteral("There is nothing to redo.");
-            stack.redo();
-            return QString();
-        },
+    panel.currentScene = [&scenes] { return scenes.current(); };
+    panel.recallScene = [this, &scenes](int slot) {
+        QString refused = countScene();
+        if (!refused.isEmpty() || scenes.tryLoad(slot)) return refused;
+        return QStringLiteral("Scene %1 is empty.").arg(slot);
     };
+    panel.saveScene = [this, &scenes](int slot) {
+        QString refused = countScene();
+        if (!refused.isEmpty() || scenes.trySave(slot)) return refused;
+        return QStringLiteral("Scene %1 could not be saved.").arg(slot);
+    };
+    QUndoStack &stack = m_context.history.stack();
+    panel.undo = [&stack] {
+        if (!stack.canUndo()) return QStringLiteral("There is nothing to undo.");
+        stack.undo();
+        return QString();
+    };
+    panel.redo = [&stack] {
+        if (!stack.canRedo()) return QStringLiteral("There is nothing to redo.");
+        stack.redo();
+        return QString();
+    };
+    return panel;
 }
 
 /// Counts a save or a recall. Returns why it is too much, or an empty text.
@@ -114,7 +118,6 @@ void RemoteControl::listen()
     }
     m_retry.stop();
     m_server = std::move(server);
-    m_server->setParent(this);
     connect(m_server.get(), &remote::Server::asked, this, &RemoteControl::ask);
     emit changed();
 }
@@ -141,7 +144,7 @@ void RemoteControl::setReach(std::optional<Reach> reach)
 
 void RemoteControl::setPort(int port)
 {
-    if (port == m_port || port < lowestPort || port > highestPort) return;
+    if (port == m_port || !isPossible(port)) return;
     m_port = port;
     storeChoices();
     start();
@@ -197,11 +200,11 @@ void RemoteControl::openQuestion()
     const auto add = [this](const char *text, QMessageBox::ButtonRole role) {
         return m_question->addButton(QLatin1String(text), role);
     };
-    QPushButton *now = add("Allow &Now", QMessageBox::AcceptRole);
+    QPushButton *forNow = add("Allow &Now", QMessageBox::AcceptRole);
     QPushButton *always = add("Allow &Always", QMessageBox::AcceptRole);
     const QPushButton *never = add("Ne&ver", QMessageBox::RejectRole);
     QPushButton *notNow = add("N&ot Now", QMessageBox::RejectRole);
-    for (QPushButton *allow : {now, always}) {
+    for (QPushButton *allow : {forNow, always}) {
         allow->setEnabled(false);
         QTimer::singleShot(allowDelay, allow, [allow] { allow->setEnabled(true); });
     }
@@ -211,7 +214,7 @@ void RemoteControl::openQuestion()
     connect(box, &QMessageBox::finished, this, [=] {
         const auto *pressed = box->clickedButton();
         answer(
-            address, pressed == now      ? Permission::Now
+            address, pressed == forNow   ? Permission::Now
                      : pressed == always ? Permission::Always
                      : pressed == never  ? Permission::Never
                                          : Permission::Refuse);
@@ -239,7 +242,7 @@ void RemoteControl::readChoices()
     if (reach == computer) m_reach = Reach::Computer;
     if (reach == network) m_reach = Reach::Network;
     const int port = store.value(portKey, m_port).toInt();
-    if (port >= lowestPort && port <= highestPort) m_port = port;
+    if (isPossible(port)) m_port = port;
     m_isRefusingAll = store.value(refusingKey).toBool();
     for (const QString &address : store.value(allowedKey).toStringList())
         m_permissions.insert(address, Permission::Always);

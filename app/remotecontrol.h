@@ -44,8 +44,8 @@ public:
     std::optional<remote::Reach> reach() const { return m_reach; }
     void setReach(std::optional<remote::Reach> reach);
     int port() const { return m_port; }
-    void setPort(int port); ///< 1024 to 65535
-    /// Returns whether the port is in use by another program. It is tried again every second.
+    void setPort(int port); ///< ignores ports outside remote::portRange
+    /// Returns whether another program uses the port. The port is tried again every second.
     bool isPortInUse() const { return m_reach && !m_server; }
     ///@}
 
@@ -96,7 +96,7 @@ private:
     remote::Permissions m_permissions;
     std::unique_ptr<remote::Server> m_server; ///< null while it is off or the port is in use
     QTimer m_retry;                           ///< runs while the port is in use
-    remote::Count m_scenes;                   ///< saves and recalls of all clients
+    remote::RateCounter m_scenes;             ///< saves and recalls of all clients
     std::vector<QHostAddress> m_questions;    ///< the first one is on screen
     QPointer<QMessageBox> m_question;
 };

@@ -112,7 +112,7 @@ QWidget *RemoteDialog::buildChoices()
     caption->setBuddy(m_port);
     m_port->setObjectName(QStringLiteral("sB_RemotePort"));
     m_port->setAccessibleName(QStringLiteral("Port"));
-    m_port->setRange(1024, 65535);
+    m_port->setRange(int(remote::portRange.lowest), int(remote::portRange.highest));
     m_port->setKeyboardTracking(false);
     row->addWidget(caption);
     row->addWidget(m_port);

@@ -2,6 +2,7 @@
 /// what is read can be written and read again.
 
 #include "check.h"
+#include "device/platformtransport.h"
 #include "remote/dispatcher.h"
 
 #include <QCoreApplication>
@@ -13,34 +14,14 @@ using namespace remote;
 
 namespace {
 
-/// A device that is not there.
-class NoTransport final : public Transport
-{
-public:
-    int find(TransportContext &, int) override { return 1; }
-    int transferOut(
-        TransportContext &, std::uint8_t, std::uint16_t, std::uint16_t, std::uint16_t,
-        const std::uint8_t *) override
-    {
-        return 1;
-    }
-    int transferIn(
-        TransportContext &, std::uint8_t, std::uint16_t, std::uint16_t, std::uint16_t,
-        std::uint8_t *) override
-    {
-        return 1;
-    }
-    int sampleRate(TransportContext &, std::uint32_t &) override { return 1; }
-};
-
 /// The mixer that the messages change. Nothing is sent.
 struct Desk
 {
     Desk() { sender.setHeld(true); }
 
-    NoTransport transport;
     storage::Store store;
-    QVXDevice device{transport};
+    const std::unique_ptr<Transport> transport = platformTransport(); // finds no device here
+    QVXDevice device{*transport};
     mixer::Sender sender{store, device};
     mixer::Mixer mixer{store, sender};
     mixer::Presence presence{store, device, sender, mixer::RealWallClock::instance()};

@@ -37,6 +37,11 @@ int LevelMeter::gap(std::uint16_t level)
     return std::clamp((static_cast<int>(thresholdCount) - 1 - place) * rowsPerDecibel, 0, empty);
 }
 
+std::optional<double> LevelMeter::decibels(int gap)
+{
+    return gap < empty ? std::make_optional(-double(gap) / rowsPerDecibel) : std::nullopt;
+}
+
 void LevelMeter::update(std::uint16_t level)
 {
     const int wanted = gap(level);

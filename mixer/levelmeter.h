@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 namespace mixer {
 
@@ -22,6 +23,8 @@ public:
     /// Pure.
     /// @param level linear, 32768 for full scale
     static int gap(std::uint16_t level);
+    /// Returns the level in decibels that a gap shows, or nothing if no row is lit. Pure.
+    static std::optional<double> decibels(int gap);
 
     /// Moves the bar one step towards a level. Lights the peak mark if the level is within 1 dB of
     /// full scale, and the clip memory with it.

@@ -61,6 +61,19 @@ Meters::Readings Meters::readings() const
     return readings;
 }
 
+MeterReading Meters::ofInput(int input) const
+{
+    const int pair = (input - 1) / 2;
+    const int index = 4 * pair + (input - 1) % 2;
+    return m_meters[static_cast<std::size_t>(index)].reading();
+}
+
+MeterReading Meters::ofMaster(int side) const
+{
+    const int index = count - tamber::masterSides + side - 1;
+    return m_meters[static_cast<std::size_t>(index)].reading();
+}
+
 bool Meters::fetch(Levels &levels)
 {
     std::array<vxctl::MeterRecord, vxctl::meterCount> records;

@@ -38,6 +38,10 @@ public:
 
     /// Returns what the meters show now.
     Readings readings() const;
+    /// Returns what the meter of an input (1 to 16) as a channel shows.
+    MeterReading ofInput(int input) const;
+    /// Returns what the master's left (1) or right (2) meter shows.
+    MeterReading ofMaster(int side) const;
 
 private:
     /// Linear levels of inputs 1 to 16, then the master's left and right.

@@ -51,6 +51,9 @@ struct Range
 /// The numbers of steps that an address with "/step" takes.
 constexpr Range stepRange{-127, 127};
 
+/// The ports that can be chosen, of the panel and of clients. Smaller ones belong to the system.
+constexpr Range portRange{1024, 65535};
+
 /// What rows of the table have in common with several strips, inputs or outputs.
 enum Family {
     Channels = 1,     ///< /strip/3/NAME
@@ -100,6 +103,8 @@ struct Address
         return row->what == What::Subscribe || row->what == What::SubscribeMeters;
     }
     bool canWrite() const { return row->what != What::Level && row->what != What::Reduction; }
+    /// Returns whether the value belongs to the state that a subscription begins with.
+    bool isPartOfState() const { return hasValue() && canWrite(); }
 };
 
 /// Returns all addresses, in the order of the table.

@@ -95,7 +95,7 @@ Clients::Verdict Clients::admit(const Endpoint &from)
     return Verdict::Take;
 }
 
-int Count::add(int added, int limit, qint64 now)
+int RateCounter::add(int added, int limit, qint64 now)
 {
     if (now - begin >= second) *this = {now, 0};
     const int free = std::max(0, limit - messages);
@@ -209,13 +209,11 @@ bool Clients::isAnyStateDue() const
 
 std::vector<Endpoint> Clients::subscribers() const
 {
-    if (m_isRefusingAll) return {};
     return endpointsOf(m_clients, [time = now()](const Client &c) { return c.changesTo > time; });
 }
 
 std::vector<Endpoint> Clients::meterSubscribers() const
 {
-    if (m_isRefusingAll) return {};
     return endpointsOf(m_clients, [time = now()](const Client &c) { return c.metersTo > time; });
 }
 

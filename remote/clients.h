@@ -17,7 +17,7 @@ namespace remote {
 enum class Permission {
     Now,    ///< until remote control is switched off or the panel ends
     Always, ///< kept
-    Refuse, ///< as Now, for "not now"
+    Refuse, ///< for as long as Now: the user's "Not Now"
     Never,  ///< kept
 };
 /// By the computer's address in words.
@@ -33,8 +33,8 @@ struct Endpoint
     QString inWords() const;
 };
 
-/// Messages in a second.
-struct Count
+/// Counts events, such as messages, against a limit for each second.
+struct RateCounter
 {
     /// Adds messages. Returns how many of them are within the limit.
     int add(int messages, int limit, qint64 now);
@@ -50,7 +50,7 @@ struct Client
     qint64 since = 0; ///< time of the first message
     qint64 heard = 0; ///< time of the last message
     QString last;     ///< the last message in words
-    Count count;
+    RateCounter count;
     quint16 replyPort = 0; ///< answers go to this port; 0 for the client's own
     qint64 changesTo = 0;  ///< end of the subscription to changes
     qint64 metersTo = 0;   ///< end of the subscription to meters
@@ -114,7 +114,6 @@ public:
     /// While this is on, every packet is ignored and nothing is sent. Subscriptions end, and
     /// questions that wait for an answer are forgotten.
     void setRefusingAll(bool refusing);
-    bool isRefusingAll() const { return m_isRefusingAll; }
     ///@}
 
     /// @name Subscriptions
@@ -123,9 +122,10 @@ public:
     Endpoint replyTo(const Endpoint &from) const;
     /// Begins, renews or ends a subscription to changes. One that begins makes the whole state due.
     /// @param port of the client's computer at which it wants to be told; 0 for that of the
-    ///             subscription before, at first its own. Programs need it that send and receive at
-    ///             different ports. If another client is told at the port already, that one's
-    ///             subscription is meant, so that a program may send each message from a new port.
+    ///             subscription before, at first its own. Programs that send and receive at
+    ///             different ports need it. If another client is told at the port already, that
+    ///             one's subscription is meant, so that a program may send each message from a new
+    ///             port.
     void subscribe(const Endpoint &from, bool on, quint16 port = 0);
     /// The same for meters, without a state.
     void subscribeMeters(const Endpoint &from, bool on, quint16 port = 0);
@@ -164,7 +164,7 @@ private:
 
     mixer::WallClock &m_clock;
     std::vector<Client> m_clients;
-    Count m_count; ///< of all clients
+    RateCounter m_count; ///< of all clients
     Permissions m_permissions;
     QSet<QString> m_asked;   ///< addresses whose question waits for an answer
     qint64 m_quietUntil = 0; ///< no question before

@@ -9,10 +9,7 @@ namespace key = storage::strip;
 namespace {
 
 constexpr int longestEcho = 100; ///< bytes of an unknown address that an error repeats
-constexpr Range ports{1024, 65535};
-constexpr int emptyGap = 106; ///< rows above the bar of a meter that shows no level
-constexpr int rowsOfDecibel = 2;
-constexpr float silence = -127;
+constexpr double silence = -127; ///< decibels
 
 std::optional<double> numberIn(const Argument &argument)
 {
@@ -86,19 +83,10 @@ bool isSelecting(const Address &address)
 /// Accepts 0, 1 or a port.
 void subscribe(Dispatcher::Outcome &outcome, double number)
 {
-    if (number == 0 || number == 1 || isWithin(ports, number))
+    if (number == 0 || number == 1 || isWithin(portRange, number))
         outcome.subscribe = static_cast<int>(number);
     else
         outcome.error = takes(*outcome.address);
-}
-
-/// Returns the index of an address's meter, see Meters::Readings.
-std::size_t meterOf(const Address &address)
-{
-    const int place = address.number - 1;
-    const int index = address.strip.isMaster() ? mixer::Meters::count - tamber::masterSides + place
-                                               : place / 2 * 4 + place % 2;
-    return static_cast<std::size_t>(index);
 }
 
 /// Names the address that works in place of a hidden strip's.
@@ -152,10 +140,10 @@ void Dispatcher::write(Outcome &outcome, const Argument &argument)
     const std::optional<double> number = numberIn(argument);
     if (type == Type::Text)
         outcome.error = setText(address, argument);
-    else if (!number || (type != Type::Trigger && !isWithin(rangeOf(address), *number)))
-        outcome.error = takes(address);
-    else if (address.isSubscription())
+    else if (number && address.isSubscription())
         subscribe(outcome, *number);
+    else if (!number || !isWithin(rangeOf(address), *number))
+        outcome.error = takes(address);
     else
         outcome.error = set(address, *number);
 }
@@ -201,8 +189,7 @@ bool Dispatcher::isShown(const Address &address, double number) const
 QString Dispatcher::set(const Address &address, double number)
 {
     const int choice = static_cast<int>(std::lround(number));
-    const bool isUndo = address.row->what == What::Undo || address.row->what == What::Redo;
-    if (isUndo && number != 1) return number == 0 ? QString() : takes(address);
+    if (address.row->type == Type::Trigger && choice == 0) return {}; // a button is released
     QString refused = refusal(address);
     if (!refused.isEmpty()) return refused;
     if (disturbsHeld(address, choice)) return QStringLiteral("A control is held in the window.");
@@ -213,16 +200,16 @@ QString Dispatcher::set(const Address &address, double number)
     case What::Pan:
     case What::Knob:
         adjust(address, number);
-        return {};
+        break;
     case What::LineOut:
         m_mixer.setLineOut(address.number, choice);
-        return {};
+        break;
     case What::StereoBus:
         m_mixer.setStereoBus(choice != 0);
-        return {};
+        break;
     case What::Bypass:
         m_mixer.setTrueBypass(choice != 0);
-        return {};
+        break;
     case What::Recall:
         return m_panel.recallScene(choice);
     case What::Save:
@@ -232,8 +219,9 @@ QString Dispatcher::set(const Address &address, double number)
     case What::Redo:
         return m_panel.redo();
     default:
-        return setStrip(address, choice != 0);
+        setStrip(address, choice != 0);
     }
+    return {};
 }
 
 void Dispatcher::adjust(const Address &address, double number)
@@ -245,38 +233,30 @@ void Dispatcher::adjust(const Address &address, double number)
         m_mixer.setPosition(a, nearestPosition(a, number));
 }
 
-QString Dispatcher::setStrip(const Address &address, bool on)
+void Dispatcher::setStrip(const Address &address, bool on)
 {
     const mixer::StripId &strip = address.strip;
     switch (address.row->what) {
     case What::Phase:
-        m_mixer.setPhase(address.number, on);
-        return {};
+        return m_mixer.setPhase(address.number, on);
     case What::Select:
-        m_mixer.select(strip, on);
-        return {};
+        return m_mixer.select(strip, on);
     case What::Link:
-        m_mixer.setLinked(strip, on);
-        return {};
+        return m_mixer.setLinked(strip, on);
     default:
         break;
     }
     switch (address.row->key) {
     case storage::Key::Mute:
-        m_mixer.setMute(strip, on);
-        return {};
+        return m_mixer.setMute(strip, on);
     case storage::Key::Solo:
-        m_mixer.setSolo(strip, on);
-        return {};
+        return m_mixer.setSolo(strip, on);
     case storage::Key::Eq:
-        m_mixer.setEq(strip, on);
-        return {};
+        return m_mixer.setEq(strip, on);
     case storage::Key::EqLowCut:
-        m_mixer.setLowCut(strip, on);
-        return {};
+        return m_mixer.setLowCut(strip, on);
     default:
-        m_mixer.setComp(strip, on);
-        return {};
+        return m_mixer.setComp(strip, on);
     }
 }
 
@@ -297,8 +277,10 @@ QString Dispatcher::setText(const Address &address, const Argument &argument)
 
 float Dispatcher::levelOf(const Address &address) const
 {
-    const int gap = m_presence.meters().readings()[meterOf(address)].gap;
-    return gap >= emptyGap ? silence : -float(gap) / rowsOfDecibel;
+    const mixer::Meters &meters = m_presence.meters();
+    const mixer::MeterReading reading =
+        address.strip.isMaster() ? meters.ofMaster(address.number) : meters.ofInput(address.number);
+    return static_cast<float>(mixer::LevelMeter::decibels(reading.gap).value_or(silence));
 }
 
 Argument Dispatcher::valueOf(const Address &address) const

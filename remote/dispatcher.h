@@ -57,7 +57,7 @@ private:
     bool isShown(const Address &address, double number) const;
     bool disturbsHeld(const Address &address, int choice) const;
     QString set(const Address &address, double number);
-    QString setStrip(const Address &address, bool on);
+    void setStrip(const Address &address, bool on);
     void adjust(const Address &address, double number);
     QString setText(const Address &address, const Argument &argument);
     float levelOf(const Address &address) const;

@@ -186,12 +186,13 @@ void Server::subscribe(const Endpoint &from, const Address &address, int wanted)
 void Server::sendDueStates()
 {
     const std::vector<Endpoint> clients = m_clients.takeDueStates();
+    if (m_clients.isAnyStateDue() && !m_flush.isActive()) m_flush.start();
+    if (clients.empty()) return;
     std::vector<Message> state;
     for (const Address &each : addresses())
-        if (!clients.empty() && each.hasValue() && each.canWrite()) state.push_back(stateOf(each));
+        if (each.isPartOfState()) state.push_back(stateOf(each));
     for (const Endpoint &client : clients)
         send(client, state);
-    if (m_clients.isAnyStateDue() && !m_flush.isActive()) m_flush.start();
 }
 
 Message Server::stateOf(const Address &address) const
@@ -254,7 +255,7 @@ void Server::flush()
 void Server::sendEverything()
 {
     for (std::size_t i = 0; i < addresses().size(); ++i)
-        if (addresses()[i].hasValue() && addresses()[i].canWrite()) add(static_cast<int>(i));
+        if (addresses()[i].isPartOfState()) add(static_cast<int>(i));
 }
 
 void Server::sendScene()

@@ -327,7 +327,7 @@ void TestAddresses::scenesAndHistory()
     desk.set("/scene/recall", 3);
     desk.dispatcher.perform({"/undo", {}});
     desk.set("/undo", 0); // the release of a button
-    for (const double number : {2.0, -1.0, 0.5})
+    for (const double number : {2.0, -1.0})
         QCOMPARE(desk.set("/undo", float(number)), "/undo takes 1, 0 or no value."_s);
     QCOMPARE(desk.set("/redo", 7), "/redo takes 1, 0 or no value."_s);
     desk.set("/redo", 1);
