@@ -3,6 +3,7 @@
 #include "common/geometry.h"
 #include "widgets/accessiblecontrols.h"
 #include "widgets/clipmark.h"
+#include "widgets/drawlevelmeter.h"
 
 #include <QLabel>
 
@@ -37,10 +38,10 @@ MetersView::MetersView(const MixerWidgets &widgets)
 void MetersView::add(const SideWidgets &side)
 {
     const std::size_t index = m_meters.size();
-    m_meters.emplace_back(DrawLevelMeter::Parts{side.meter, side.hold, side.peak, side.clip});
+    m_meters.push_back(side.meter);
     connect(side.clip, &ClipMark::clicked, this, &MetersView::clearRequested);
     accessiblecontrols::setWords(
-        side.meter, [this, index] { return levelAt(m_readings[index].gap); });
+        side.bar, [this, index] { return levelAt(m_readings[index].gap); });
     accessiblecontrols::setWords(
         side.hold, [this, index] { return levelAt(m_readings[index].hold); });
     accessiblecontrols::setWords(side.clip, [this, index] {
@@ -56,6 +57,6 @@ void MetersView::show(const Meters::Readings &readings)
     m_readings = readings;
     for (std::size_t i = 0; i < m_meters.size(); ++i) {
         const MeterReading &reading = readings[i];
-        m_meters[i].show({reading.gap, reading.hold, reading.peak, reading.clip});
+        m_meters[i]->setReading({reading.gap, reading.hold, reading.peak, reading.clip});
     }
 }

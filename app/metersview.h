@@ -2,7 +2,6 @@
 
 #include "app/mixerwidgets.h"
 #include "mixer/meters.h"
-#include "widgets/drawlevelmeter.h"
 
 #include <QObject>
 
@@ -27,5 +26,5 @@ private:
     void add(const SideWidgets &side);
 
     mixer::Meters::Readings m_readings;
-    std::vector<DrawLevelMeter> m_meters; ///< in the order of the readings
+    std::vector<DrawLevelMeter *> m_meters; ///< in the order of the readings
 };

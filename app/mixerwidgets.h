@@ -17,6 +17,7 @@ class NameEdit;
 class PanControl;
 class QCheckBox;
 class QComboBox;
+class DrawLevelMeter;
 class ElidedLabel;
 class QLabel;
 class QPushButton;
@@ -35,8 +36,8 @@ struct SideWidgets
     QPushButton *phase = nullptr;
     PanControl *panKnob = nullptr;
     QLabel *panText = nullptr;
-    QWidget *well = nullptr; ///< what the bar moves on
-    QWidget *meter = nullptr;
+    DrawLevelMeter *meter = nullptr;
+    QWidget *bar = nullptr;
     QWidget *hold = nullptr; ///< the line at the bar's maximum
     QWidget *peak = nullptr;
     ClipMark *clip = nullptr;

@@ -6,10 +6,11 @@
 #include "widgets/clipmark.h"
 #include "widgets/colours.h"
 #include "widgets/drawing.h"
+#include "widgets/drawlevelmeter.h"
 #include "widgets/elidedlabel.h"
 #include "widgets/fader.h"
-#include "widgets/meterpart.h"
 #include "widgets/pancontrol.h"
+#include "widgets/peakmark.h"
 
 #include <QPainter>
 #include <QPushButton>
@@ -110,30 +111,23 @@ void makeMeters(
         part->setObjectName(QLatin1String(stem) + naming.ending);
         part->setAccessibleName(naming.spoken + QLatin1String(what));
         part->setGeometry(area);
-        part->hide();
         return part;
     };
     const int width = geometry::meterWidth;
-    view.well = new MeterPart(colours::well, colours::edge, parent);
-    view.well->setGeometry(
-        column - 1, geometry::meterTop - 1, width + 2, geometry::meterHeight + 3);
-    view.well->setAttribute(Qt::WA_TransparentForMouseEvents);
-    view.meter = place(
-        new MeterPart(QStringLiteral(":/Resource/track/meter.png"), parent), "label_LevelMeter",
-        " level", QRect(column, geometry::meterBottom, width, 1));
+    view.bar = place(
+        new QWidget(parent), "label_LevelMeter", " level",
+        QRect(column, geometry::meterBottom, width, 1));
     view.hold = place(
-        new MeterPart(colours::text, parent), "label_Hold", " maximum",
-        QRect(column, geometry::meterTop, width, 1));
+        new QWidget(parent), "label_Hold", " maximum", QRect(column, geometry::meterTop, width, 1));
     view.peak = place(
-        new MeterPart(colours::red, parent), "label_Peak", " peak",
-        QRect(column, peakTop, width, peakHeight));
-    view.peak->setToolTip(QStringLiteral("Level within 1 dB of full scale"));
+        new PeakMark(parent), "label_Peak", " peak", QRect(column, peakTop, width, peakHeight));
     view.clip = new ClipMark(parent);
     apply(
         {QLatin1String("label_Clip") + naming.ending, naming.spoken + QLatin1String(" clip"),
          QStringLiteral("Lit since the level was within 1 dB of full scale. Click: clear all")},
         "clip", view.clip);
     view.clip->move(clipMiddle - ClipMark::side / 2, peakTop + peakHeight / 2 - ClipMark::side / 2);
+    view.meter = new DrawLevelMeter({view.bar, view.hold, view.peak, view.clip}, parent);
 }
 
 } // namespace stripcontrols

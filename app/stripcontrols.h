@@ -54,8 +54,7 @@ struct MeterNaming
     QString ending; ///< of the object names: "3", "3_4_L", "Master_L"
     QString spoken; ///< begins the accessible names: "Channel 3"
 };
-/// Makes the parts of a meter. Bar, line and peak mark are hidden. The bar shows the lower end of
-/// the image of a full bar, so that each row has the same colour at every level.
+/// Makes a meter and its parts. Bar, line and peak mark are hidden.
 /// @param column the left edge of the bar
 /// @param clipMiddle column of the middle of the clip memory
 void makeMeters(

@@ -7,6 +7,7 @@
 #include "mixer/state.h"
 #include "widgets/channelcontrol.h"
 #include "widgets/clipmark.h"
+#include "widgets/drawlevelmeter.h"
 #include "widgets/fader.h"
 #include "widgets/nameedit.h"
 #include "widgets/pancontrol.h"
@@ -216,7 +217,7 @@ void StripsView::nameControls(const StripId &strip) const
         const SideWidgets &side = widgets.sides[index++];
         call(side.phase, mixer::track(input), "phase");
         call(side.panKnob, mixer::track(input), "pan");
-        call(side.meter, mixer::track(input), "level");
+        call(side.bar, mixer::track(input), "level");
         call(side.hold, mixer::track(input), "maximum");
         call(side.peak, mixer::track(input), "peak");
         call(side.clip, mixer::track(input), "clip");
@@ -238,7 +239,7 @@ void StripsView::setBypassed(bool bypassed)
         enable(strip, !bypassed);
         strip.frame->setDimmed(bypassed);
         for (const SideWidgets &side : strip.sides)
-            if (side.well) side.well->setEnabled(!bypassed);
+            if (side.meter) side.meter->setEnabled(!bypassed);
         showFader(strip.id);
     }
     for (const PairWidgets &pair : m_widgets.pairs) {

@@ -6,8 +6,8 @@
 #include "widgets/dialcontrol.h"
 #include "widgets/drawcompressor.h"
 #include "widgets/draweq.h"
+#include "widgets/drawlevelmeter.h"
 #include "widgets/fader.h"
-#include "widgets/meterpart.h"
 #include "widgets/pancontrol.h"
 
 #include <QLabel>
@@ -417,7 +417,7 @@ void TestMainWindow::metersRepaintOnlyThemselves()
     QCoreApplication::sendPostedEvents(); // what the first picture needs
     PaintCounter bars;
     PaintCounter strips;
-    for (QWidget *widget : panel.window.findChildren<MeterPart *>())
+    for (QWidget *widget : panel.window.findChildren<DrawLevelMeter *>())
         bars.count(widget);
     for (QWidget *widget : panel.window.findChildren<ChannelControl *>())
         strips.count(widget);

@@ -6,6 +6,7 @@
 #include "widgets/draweq.h"
 #include "widgets/drawlevelmeter.h"
 
+#include <QScreen>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -156,7 +157,14 @@ void TestDisplays::transferCurve()
         QVERIFY(output(0, ratio, 0) < output(0, ratio - 1, 0));
 }
 
-/// The bar ends at the bottom row of its meter. An unchanged reading causes no repaint.
+/// Returns what the screen shows of a window.
+static QImage screen(const QWidget &window)
+{
+    return window.screen()->grabWindow(window.winId()).toImage();
+}
+
+/// The bar ends at the bottom row of its meter. A change repaints all that it must, and an
+/// unchanged reading repaints nothing.
 void TestDisplays::levelMeter()
 {
     struct Counter : QObject
@@ -177,25 +185,32 @@ void TestDisplays::levelMeter()
     ClipMark clip(&window);
     bar.setGeometry(37, 260, 6, 1);
     hold.setGeometry(37, 154, 6, 1);
-    DrawLevelMeter meter({&bar, &hold, &peak, &clip});
+    DrawLevelMeter meter({&bar, &hold, &peak, &clip}, &window);
     QVERIFY(bar.isHidden() && hold.isHidden() && peak.isHidden() && !clip.isLit());
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
-    for (const int gap : {0, 50, 104}) {
-        meter.show({gap, gap / 2, gap == 0, gap == 0});
-        QCOMPARE(hold.geometry(), QRect(37, 154 + gap / 2, 6, 1));
+    for (const auto &[gap, line] : {std::pair(0, 0), {104, 90}, {2, 2}, {50, 30}, {50, 20}}) {
+        meter.setReading({gap, line, gap == 0, gap == 0});
+        QCOMPARE(hold.geometry(), QRect(37, 154 + line, 6, 1));
         QCOMPARE(clip.isLit(), gap == 0);
         QCOMPARE(bar.geometry(), QRect(QPoint(37, 154 + gap), QPoint(42, 260)));
         QCOMPARE(peak.isVisible(), gap == 0);
+        QCoreApplication::processEvents();
+        const QImage onScreen = screen(window);
+        QCOMPARE(onScreen, window.grab().toImage().convertToFormat(onScreen.format()));
+        QCOMPARE(onScreen.pixelColor(39, 154 + line), colours::text);
+        QCOMPARE(onScreen.pixelColor(39, 154 + gap - 1) == colours::well, gap > 0);
+        QVERIFY(onScreen.pixelColor(39, 154 + gap + 1) != colours::well);
     }
     QCoreApplication::processEvents();
     Counter counter;
     bar.installEventFilter(&counter);
+    meter.installEventFilter(&counter);
     for (int i = 0; i < 20; ++i)
-        meter.show({104, 52, false, false});
+        meter.setReading({50, 20, false, false});
     QCoreApplication::processEvents();
     QCOMPARE(counter.changes, 0);
-    meter.show({106, 106, false, false});
+    meter.setReading({106, 106, false, false});
     QVERIFY(bar.isHidden() && hold.isHidden());
 }
 
