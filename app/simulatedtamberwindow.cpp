@@ -1,5 +1,7 @@
 #include "app/simulatedtamberwindow.h"
 
+#include "widgets/colours.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
@@ -33,6 +35,7 @@ int heightOf(std::uint16_t level)
 
 LevelBars::LevelBars(QWidget *parent) : QWidget(parent)
 {
+    setAttribute(Qt::WA_OpaquePaintEvent); // changes repaint nothing else
     setFixedSize(simulator::inputCount * barPitch, barHeight + numberHeight);
     setAccessibleName(QStringLiteral("Levels of the inputs"));
 }
@@ -56,16 +59,18 @@ void LevelBars::setLevels(const std::array<std::uint16_t, simulator::inputCount>
 void LevelBars::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    painter.setPen(m_text);
+    painter.setPen(colours::quiet);
+    const bool all = event->rect().bottom() >= barHeight;
+    if (all) painter.fillRect(rect(), colours::page);
     for (int input = 0; input < simulator::inputCount; ++input) {
         const QRect bar = barOf(input);
         const int height = m_heights[static_cast<std::size_t>(input)];
-        painter.fillRect(bar, m_well);
+        painter.fillRect(bar, colours::well);
         painter.fillRect(
-            bar.adjusted(0, barHeight - height, 0, 0), height >= hotHeight ? m_hot : m_level);
+            bar.adjusted(0, barHeight - height, 0, 0),
+            height >= hotHeight ? colours::red : colours::selection);
         const QRect number(input * barPitch, barHeight, barPitch, numberHeight);
-        if (event->rect().intersects(number))
-            painter.drawText(number, Qt::AlignCenter, QString::number(input + 1));
+        if (all) painter.drawText(number, Qt::AlignCenter, QString::number(input + 1));
     }
 }
 
@@ -129,10 +134,12 @@ void SimulatedTamberWindow::buildSampleRate()
 void SimulatedTamberWindow::refresh()
 {
     const bool plugged = m_device.isPlugged();
+    const unsigned int rate = m_device.sampleRate();
     const QSignalBlocker quietCable(m_cable);
     const QSignalBlocker quietRate(m_sampleRate);
     m_cable->setChecked(plugged);
-    m_sampleRate->setCurrentIndex(m_sampleRate->findData(m_device.sampleRate()));
+    if (rate != m_sampleRate->currentData().toUInt())
+        m_sampleRate->setCurrentIndex(m_sampleRate->findData(rate));
     m_levels->setLevels(plugged ? m_device.levels().inputs : decltype(simulator::Levels::inputs){});
     const QString command = QString::fromStdString(m_device.lastCommand());
     m_command->setText(

@@ -2,7 +2,6 @@
 
 #include "simulator/simulatedtamber.h"
 
-#include <QColor>
 #include <QWidget>
 
 class QCheckBox;
@@ -14,12 +13,6 @@ class QLabel;
 class LevelBars : public QWidget
 {
     Q_OBJECT
-    /// The style sheet sets the colours: empty bar, level, level within 1 dB of full scale, and
-    /// numbers.
-    Q_PROPERTY(QColor well MEMBER m_well)
-    Q_PROPERTY(QColor level MEMBER m_level)
-    Q_PROPERTY(QColor hot MEMBER m_hot)
-    Q_PROPERTY(QColor text MEMBER m_text)
 
 public:
     using Heights = std::array<int, simulator::inputCount>; ///< in rows, 0 to barHeight
@@ -40,7 +33,6 @@ private:
     QRect barOf(int input) const;
 
     Heights m_heights{};
-    QColor m_well, m_level, m_hot, m_text;
 };
 
 /// The demo's second window, which shows the simulated device: its USB cable, its sample rate, its
