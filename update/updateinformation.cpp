@@ -4,7 +4,7 @@
 #include "storage/settings.h"
 #include "update/informationbox.h"
 #include "update/newstext.h"
-#include "update/redirects.h"
+#include "update/request.h"
 #include "update/version.h"
 
 #include <QApplication>
@@ -23,8 +23,7 @@ constexpr int stepInterval = 200;                       // between retries of a 
 } // namespace
 
 UpdateInformation::UpdateInformation(Settings &settings, const Source &source, QWidget *window)
-    : QObject(window), m_settings(settings), m_source(source), m_window(window),
-      m_software(m_network)
+    : QObject(window), m_settings(settings), m_source(source), m_window(window)
 {
     m_deadline.setSingleShot(true);
     m_deadline.setInterval(documentTime);
@@ -85,23 +84,16 @@ void UpdateInformation::check(bool onDemand)
 
 void UpdateInformation::fetch(const QUrl &address)
 {
-    QNetworkRequest request(address);
-    request.setAttribute(
-        QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
-    request.setMaximumRedirectsAllowed(update::maximumRedirects);
-    update::askForPlainBytes(request);
-    QNetworkReply *reply = m_network.get(request);
+    QNetworkReply *reply = update::get(address, this);
     reply->setReadBufferSize(largestDocument + 1);
     m_reply = reply;
     guard(reply);
     connect(reply, &QNetworkReply::finished, this, [this, reply] { replyFinishedInfo(reply); });
 }
 
-/// Aborts a reply that is too large, takes too long or is redirected to an address that is not
-/// allowed.
+/// Aborts a reply that is too large or takes too long.
 void UpdateInformation::guard(QNetworkReply *reply)
 {
-    update::followAllowedRedirects(reply);
     connect(reply, &QNetworkReply::readyRead, reply, [reply] {
         if (reply->bytesAvailable() > largestDocument) reply->abort();
     });

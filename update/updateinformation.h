@@ -5,7 +5,7 @@
 #include "update/updatesoftware.h"
 
 #include <QLocale>
-#include <QNetworkAccessManager>
+#include <QNetworkReply>
 #include <QObject>
 #include <QPointer>
 #include <QQueue>
@@ -107,7 +107,6 @@ private:
     Settings &m_settings;
     const Source m_source;
     QWidget *m_window;
-    QNetworkAccessManager m_network;
     UpdateSoftware m_software;
     QPointer<QNetworkReply> m_reply;
     QTimer m_deadline;  ///< limits the whole time of the request for the document

@@ -1,7 +1,7 @@
 #include "update/updatesoftware.h"
 
 #include "update/document.h"
-#include "update/redirects.h"
+#include "update/request.h"
 
 #include <QDir>
 #include <QFile>
@@ -74,8 +74,7 @@ UpdateSoftware::Kind UpdateSoftware::kindOf(const QUrl &address)
     return endsWith("dmg") ? Kind::DiskImage : Kind::Archive;
 }
 
-UpdateSoftware::UpdateSoftware(QNetworkAccessManager &network, QObject *parent)
-    : QObject(parent), m_network(network)
+UpdateSoftware::UpdateSoftware(QObject *parent) : QObject(parent)
 {
     m_watchdog.setSingleShot(true);
     m_watchdog.setInterval(stallTime);
@@ -104,15 +103,9 @@ void UpdateSoftware::download(const QUrl &address)
         emit errorDownloadFile();
         return;
     }
-    QNetworkRequest request(address);
-    request.setAttribute(
-        QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::UserVerifiedRedirectPolicy);
-    request.setMaximumRedirectsAllowed(update::maximumRedirects);
-    update::askForPlainBytes(request); // so that the announced length is that of the file
-    QNetworkReply *reply = m_network.get(request);
+    QNetworkReply *reply = update::get(address, this);
     reply->setReadBufferSize(pieceSize);
     m_reply = reply;
-    update::followAllowedRedirects(reply);
     connect(reply, &QNetworkReply::readyRead, this, &UpdateSoftware::keepBytes);
     connect(reply, &QNetworkReply::downloadProgress, this, &UpdateSoftware::replyDownloadProgress);
     connect(

@@ -8,8 +8,6 @@
 #include <QTimer>
 #include <QUrl>
 
-class QNetworkAccessManager;
-
 /// Downloads an update, unpacks it if it is an archive, and starts the installer. The bytes go to a
 /// file as they arrive. An incomplete download is deleted. GUI thread only; only the destructor
 /// blocks.
@@ -24,8 +22,7 @@ public:
     /// "dmg" or anything else. Ignores case.
     static Kind kindOf(const QUrl &address);
 
-    /// @param network must outlive the object
-    explicit UpdateSoftware(QNetworkAccessManager &network, QObject *parent = nullptr);
+    explicit UpdateSoftware(QObject *parent = nullptr);
     /// Stops unpacking and deletes its files. Waits for at most one second for the process to end.
     ~UpdateSoftware() override;
 
@@ -84,7 +81,6 @@ private:
     void fail();
     void discard();
 
-    QNetworkAccessManager &m_network;
     QTimer m_watchdog;
     QPointer<QNetworkReply> m_reply;
     QPointer<QProcess> m_unzip;
