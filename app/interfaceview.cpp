@@ -34,13 +34,13 @@ InterfaceView::InterfaceView(
         showBufferSize(step);
     });
     connect(&device, &QVXDevice::nameAnswered, this, [this] {
-        m_page.setName(orNoDevice(m_device.knownProductName()));
+        m_page.setName(orNoDevice(m_device.lastAnswers().productName));
     });
 }
 
 void InterfaceView::refresh()
 {
-    const mixer::Identity identity = mixer::askIdentity(m_device);
+    const mixer::Identity identity = mixer::lastIdentity(m_device);
     m_page.setFirmware(orNoDevice(identity.firmware));
     m_page.setName(orNoDevice(identity.name));
     const QString noRate = orNoDevice(QString());

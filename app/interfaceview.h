@@ -26,7 +26,7 @@ public:
     /// answering. It is assumed to answer until this is called.
     void setAnswering(bool answers) { m_answers = answers; }
 
-    /// Shows the device's last answers and requests new ones.
+    /// Shows the device's last answers.
     void refresh();
     /// Reads the driver's buffer size again, because another program may have changed it, and shows
     /// it.

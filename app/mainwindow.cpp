@@ -592,7 +592,10 @@ void MainWindow::status()
 void MainWindow::timerInterrupt_1000ms()
 {
     finish(); // a window that was opened as an icon has no picture yet
-    refreshFacts();
+    if (m_sender.isSendingMuch())
+        showFacts(); // the questions would delay the commands
+    else
+        refreshFacts();
     m_update->setEnabled(m_updates->canCheck());
     status();
 }
@@ -615,13 +618,17 @@ void MainWindow::timerInterrupt_10ms()
     m_repaintTimer->stop(); // an idle timer would wake the program a hundred times a second
 }
 
-/// Refreshes the texts about device and panel on the Interface page and in the dialog.
+/// Asks for the facts about the device and shows the last ones.
 void MainWindow::refreshFacts()
 {
-    if (m_interface)
-        m_interface->refresh();
-    else
-        mixer::askIdentity(m_device); // before the full send, so that the page has the answers soon
+    m_presence.askIdentity();
+    showFacts();
+}
+
+/// Shows the facts about device and panel on the Interface page and in the dialog.
+void MainWindow::showFacts()
+{
+    if (m_interface) m_interface->refresh();
     if (m_productInformation) m_productInformation->setFacts(m_interfacePage->facts());
 }
 
@@ -760,7 +767,7 @@ void MainWindow::startUpdateChecker()
         m_settings,
         {systemLanguage(), QLatin1String(constants::softwareVersion),
          QLatin1String(m_edition.updateAddress),
-         [this] { return mixer::askIdentity(m_device).firmware; }},
+         [this] { return mixer::lastIdentity(m_device).firmware; }},
         this);
     // Delayed so that the window appears first.
     if (!m_edition.isReplacement)

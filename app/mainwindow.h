@@ -161,6 +161,7 @@ private:
     void obeySettings();
     void showDisconnected();
     void refreshFacts();
+    void showFacts();
     void startTimers();
     void showAll();
     void makeOtherPages();

@@ -172,12 +172,6 @@ bool QVXDevice::get_sample_rate(std::uint32_t &rate)
     return true;
 }
 
-bool QVXDevice::isFirmwareKnown() const
-{
-    assertGuiThread();
-    return m_unit->versionKnown && m_unit->buildKnown;
-}
-
 bool QVXDevice::is_selected()
 {
     assertGuiThread();
@@ -206,10 +200,16 @@ bool QVXDevice::get_product_name(QString &name)
     return true;
 }
 
-const QString &QVXDevice::knownProductName() const
+QVXDevice::Answers QVXDevice::lastAnswers() const
 {
     assertGuiThread();
-    return m_caches.productName;
+    return {
+        m_selected,
+        m_unit->versionKnown && m_unit->buildKnown,
+        m_unit->version,
+        m_unit->build,
+        m_unit->sample_rate,
+        m_caches.productName};
 }
 
 bool QVXDevice::get_debugprint(QString &text)

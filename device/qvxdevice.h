@@ -50,8 +50,6 @@ public:
     bool get_build(std::uint16_t &build);
     bool get_sample_rate(std::uint32_t &rate); ///< hertz; 0 if the last request failed
     ///@}
-    /// Returns whether the last requests for version and build succeeded.
-    bool isFirmwareKnown() const;
 
     /// Returns whether a device is there according to the last answer, and asks again. Before the
     /// first answer it returns what the construction found.
@@ -66,8 +64,19 @@ public:
     bool get_product_name(QString &name); ///< empty if the last request failed
     bool get_debugprint(QString &text);   ///< all text received since the last reset()
     ///@}
-    /// Returns the product name known so far without asking for it.
-    const QString &knownProductName() const;
+
+    /// What the device said last about itself.
+    struct Answers
+    {
+        bool isSelected;      ///< whether it is there
+        bool isFirmwareKnown; ///< whether the last requests for version and build succeeded
+        std::uint16_t version;
+        std::uint16_t build;
+        std::uint32_t sampleRate; ///< hertz; 0 if the last request failed
+        QString productName;      ///< empty if the last request failed
+    };
+    /// Returns the last answers without asking again.
+    Answers lastAnswers() const;
 
     /// @name Setters
     /// Each function returns false for a channel that the parameter does not have, and true if

@@ -4,19 +4,37 @@
 
 namespace mixer {
 
-Identity askIdentity(QVXDevice &device)
+Identity lastIdentity(const QVXDevice &device)
 {
-    std::uint16_t version = 0;
-    std::uint16_t build = 0;
-    Identity identity;
-    device.get_version(version);
-    device.get_build(build);
-    device.get_sample_rate(identity.sampleRate);
-    device.get_product_name(identity.name);
-    identity.present = device.is_selected();
-    if (!identity.present) return {};
-    if (device.isFirmwareKnown() && version != 0) identity.firmware = firmwareText(version, build);
+    const QVXDevice::Answers answers = device.lastAnswers();
+    if (!answers.isSelected) return {};
+    Identity identity{true, {}, answers.productName, answers.sampleRate};
+    if (answers.isFirmwareKnown && answers.version != 0)
+        identity.firmware = firmwareText(answers.version, answers.build);
     return identity;
+}
+
+void IdentityQuestions::tick()
+{
+    if (m_left == 0) return;
+    --m_left;
+    std::uint16_t number = 0;
+    std::uint32_t rate = 0;
+    QString name;
+    switch (m_next) {
+    case 0:
+        m_device.get_product_name(name);
+        break;
+    case 1:
+        m_device.get_sample_rate(rate);
+        break;
+    case 2:
+        m_device.get_version(number);
+        break;
+    default:
+        m_device.get_build(number);
+    }
+    m_next = (m_next + 1) % count;
 }
 
 QString firmwareText(std::uint16_t version, std::uint16_t build)

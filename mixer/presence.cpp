@@ -18,7 +18,8 @@ constexpr int ticksDuringSend = 7; // during a full send or a scene, only every 
 Presence::Presence(const storage::Store &store, QVXDevice &device, Sender &sender, WallClock &clock)
     : m_store(store), m_device(device), m_sender(sender), m_clock(clock), m_meters(device),
       m_gainReduction(device),
-      m_retries(device, [this](QVXDevice::Kind option) { m_sender.resendBusOption(option); })
+      m_retries(device, [this](QVXDevice::Kind option) { m_sender.resendBusOption(option); }),
+      m_questions(device)
 {
 }
 
@@ -27,6 +28,7 @@ void Presence::tick()
     const qint64 now = m_clock.now();
     const bool wasAway = m_lastTick && now - *m_lastTick > tickInterval + lateTick;
     m_lastTick = now;
+    m_questions.tick();
     const bool hanging = m_device.transferAge() > hangingTransfer;
     m_lost = m_lost || hanging;
     // Polling less often leaves the worker free for a full send or a scene.

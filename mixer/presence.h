@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mixer/gainreduction.h"
+#include "mixer/identity.h"
 #include "mixer/meters.h"
 #include "mixer/retries.h"
 #include "mixer/sender.h"
@@ -25,6 +26,8 @@ public:
     /// Checks the device, polls its meters and resends failed commands. Call it every 100 ms. While
     /// the whole state or a scene is being sent, only every seventh call does so.
     void tick();
+    /// Asks the device for its identity during the next ticks.
+    void askIdentity() { m_questions.begin(); }
 
     const Meters &meters() const { return m_meters; }
     void clearClips() { m_meters.clearClips(); }
@@ -58,6 +61,7 @@ private:
     Meters m_meters;
     GainReduction m_gainReduction;
     Retries m_retries;
+    IdentityQuestions m_questions;
     int m_ticks = 0;
     std::optional<qint64> m_lastTick;
     bool m_disconnected = false;

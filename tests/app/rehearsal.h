@@ -39,6 +39,8 @@ class Rehearsal
 public:
     /// Milliseconds. A longer step would count as a suspended system.
     static constexpr int stepTime = 300;
+    /// Milliseconds, in which the device is asked for its whole identity.
+    static constexpr int askTime = 400;
 
     virtual ~Rehearsal() = default;
     /// Plays the scenario.
@@ -93,8 +95,9 @@ public:
     }
     void step() override
     {
-        m_console->pass(stepTime);
-        m_identity = mixer::askIdentity(m_console->device);
+        m_console->presence.askIdentity();
+        m_console->pass(askTime);
+        m_identity = mixer::lastIdentity(m_console->device);
         m_console->settle();
         m_console->takeCommands();
     }
@@ -146,12 +149,12 @@ public:
     void step() override
     {
         m_panel.wallClock.leap += stepTime;
-        m_panel.window.timerInterrupt_100ms();
-        settle();
         m_panel.window.timerInterrupt_1000ms();
-        settle();
+        for (int time = 0; time < askTime; time += 100) {
+            m_panel.window.timerInterrupt_100ms();
+            settle();
+        }
         m_panel.window.timerInterrupt_1000ms(); // shows what has been answered
-        settle();
         m_panel.cable->takeSent();
     }
     simulator::SimulatedTamber &tamber() override { return m_panel.tamber; }

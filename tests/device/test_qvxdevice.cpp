@@ -384,21 +384,21 @@ void TestQVXDevice::identityThatFails()
     };
     std::uint16_t number = 0;
     for (const auto ask : {&QVXDevice::get_version, &QVXDevice::get_build}) {
-        QVERIFY(panel.device.isFirmwareKnown());
+        QVERIFY(panel.device.lastAnswers().isFirmwareKnown);
         QTRY_COMPARE(name(), "Tamber"_s);
         panel.tamber.setFault(simulator::Fault::Refused);
         (panel.device.*ask)(number);
-        QTRY_VERIFY(!panel.device.isFirmwareKnown());
+        QTRY_VERIFY(!panel.device.lastAnswers().isFirmwareKnown);
         QTRY_COMPARE(name(), QString());
         panel.tamber.setFault(simulator::Fault::None);
         (panel.device.*ask)(number);
-        QTRY_VERIFY(panel.device.isFirmwareKnown());
+        QTRY_VERIFY(panel.device.lastAnswers().isFirmwareKnown);
     }
     QTRY_COMPARE(name(), "Tamber"_s);
 
     panel.tamber.setFault(simulator::Fault::Refused);
     panel.device.get_version(number);
-    QTRY_VERIFY(!panel.device.isFirmwareKnown());
+    QTRY_VERIFY(!panel.device.lastAnswers().isFirmwareKnown);
     panel.device.get_version(number); // the last one that was read
     QCOMPARE(int(number), 102);
 }

@@ -28,6 +28,7 @@ private slots:
     void metersThatFailInARow();
     void powerCycleThatNobodySees();
     void fewQueriesDuringAFullSend();
+    void oneQuestionATick();
     void hangingTransfer();
 };
 
@@ -243,6 +244,27 @@ void TestPresence::fewQueriesDuringAFullSend()
         console.device.recv_get_meter(true, QByteArray(144, '\0'), 18);
     }
     QCOMPARE(asked.count(), 2);
+}
+
+/// A command never waits behind all questions about the identity.
+void TestPresence::oneQuestionATick()
+{
+    Console console;
+    // The console itself asks for the name.
+    const QSignalSpy rate(&console.device, &QVXDevice::sig_get_sample_rate);
+    const QSignalSpy version(&console.device, &QVXDevice::sig_get_version);
+    const QSignalSpy build(&console.device, &QVXDevice::sig_get_build);
+    const auto questions = [&] { return rate.count() + version.count() + build.count(); };
+    console.pass(100);
+    QCOMPARE(questions(), 0);
+    for (const int asked : {0, 1, 2, 3}) { // the name is the first
+        console.presence.askIdentity();    // again before all has been asked
+        console.pass(100);
+        QCOMPARE(questions(), asked);
+    }
+    QVERIFY(rate.count() == 1 && version.count() == 1 && build.count() == 1);
+    console.pass(1000);
+    QCOMPARE(questions(), 5); // name, rate and version of the last call
 }
 
 /// The presence reports a transfer that hangs, and resends the whole state afterwards.
