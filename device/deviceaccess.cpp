@@ -30,7 +30,9 @@ template <typename Command>
 bool DeviceAccess::run(Command command)
 {
     if (!is_selected()) return false;
-    return command(vxctl::Link{m_transport, *m_selected, m_clock}) == 0;
+    if (command(vxctl::Link{m_transport, *m_selected, m_clock}) == 0) return true;
+    if (!m_clock.stopping() && !select_default()) ++m_losses;
+    return false;
 }
 
 bool DeviceAccess::set_parameter(

@@ -4,12 +4,14 @@
 
 #include <QByteArray>
 
+#include <atomic>
+
 class QString;
 
 /// Remembers the selected device and runs the commands of vxctl on it. If no device is selected, a
 /// command first selects the default device. If there is none, the command fails without further
-/// I/O. All operations return true for success. Device worker's thread only, except for the
-/// construction.
+/// I/O. After a command that failed it looks whether the device is still there. All operations
+/// return true for success. Device worker's thread only, except for the construction and losses().
 class DeviceAccess
 {
 public:
@@ -26,6 +28,10 @@ public:
     /// Selects the default device if none is selected. Returns whether a device is selected
     /// afterwards.
     bool is_selected();
+
+    /// Returns how often a device was gone after a failed command. It may be back since, without
+    /// its settings. Any thread.
+    int losses() const { return m_losses; }
 
     /// @name Commands
     /// The arguments are those of the vxctl function with the same name.
@@ -59,4 +65,5 @@ private:
     Clock &m_clock;
     TransportContext m_context;
     TransportContext *m_selected;
+    std::atomic<int> m_losses{0};
 };

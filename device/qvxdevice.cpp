@@ -52,7 +52,7 @@ QVXDevice::Caches::Caches() : meters{}
 
 QVXDevice::QVXDevice(Transport &transport, Clock &clock, QObject *parent)
     : QObject(parent), m_unit(std::make_unique<QVXDeviceUnit>(transport, clock)),
-      m_thread(new QThread), m_selected(m_unit->foundAtStart())
+      m_thread(new QThread), m_selected(m_unit->foundAtStart()), m_losses(m_unit->losses())
 {
     m_caches.productName = m_unit->productNameAtStart();
     m_thread->setObjectName(QStringLiteral("device"));
@@ -175,6 +175,10 @@ bool QVXDevice::get_sample_rate(std::uint32_t &rate)
 bool QVXDevice::is_selected()
 {
     assertGuiThread();
+    // A device that was gone between two calls is reported, too.
+    const int losses = m_unit->losses();
+    if (losses != m_losses) m_selected = false;
+    m_losses = losses;
     if (!m_caches.selectionAsked) {
         m_caches.selectionAsked = true;
         emit sig_is_selected();
@@ -204,7 +208,7 @@ QVXDevice::Answers QVXDevice::lastAnswers() const
 {
     assertGuiThread();
     return {
-        m_selected,
+        m_selected && m_losses == m_unit->losses(),
         m_unit->versionKnown && m_unit->buildKnown,
         m_unit->version,
         m_unit->build,

@@ -52,7 +52,8 @@ public:
     ///@}
 
     /// Returns whether a device is there according to the last answer, and asks again. Before the
-    /// first answer it returns what the construction found.
+    /// first answer it returns what the construction found. Returns false at least once after a
+    /// failed command that found no device any more.
     bool is_selected();
     /// Makes the worker forget the device, so that the next request looks for it again. Always
     /// returns false, because the answer is not known yet.
@@ -317,6 +318,7 @@ private:
     Tables m_tables;
     Caches m_caches;
     bool m_selected;
+    int m_losses; ///< of the device, reported so far
     bool m_meterRet = true;
     int m_meterFailures = 0;
 };

@@ -69,6 +69,9 @@ public:
     std::atomic<BusResult> trueBypassResult{BusResult::None};
     ///@}
 
+    /// See DeviceAccess::losses().
+    int losses() const { return m_device.losses(); }
+
     /// Returns how long the current transfer has lasted, in milliseconds, or 0 if there is none.
     /// Any thread.
     qint64 transferAge() const { return m_transport.age(); }

@@ -33,7 +33,8 @@ void Presence::tick()
     m_lost = m_lost || hanging;
     // Polling less often leaves the worker free for a full send or a scene.
     m_ticks = m_sender.isSendingMuch() ? m_ticks + 1 : 0;
-    if (m_ticks % ticksDuringSend != 0 && !wasAway && !hanging) return;
+    const bool gone = !m_device.lastAnswers().isSelected;
+    if (m_ticks % ticksDuringSend != 0 && !wasAway && !hanging && !gone) return;
 
     const bool present = checkPresence(wasAway);
     const bool metered = present && !hanging && pollMeters();

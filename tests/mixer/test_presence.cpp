@@ -27,12 +27,63 @@ private slots:
     void singleMeterFailure();
     void metersThatFailInARow();
     void powerCycleThatNobodySees();
+    void looseCableDuringAFullSend();
     void fewQueriesDuringAFullSend();
     void oneQuestionATick();
     void hangingTransfer();
 };
 
 namespace {
+
+/// A cable that loses its contact: for some requests the device has no power.
+class LooseCable final : public Transport
+{
+public:
+    explicit LooseCable(std::unique_ptr<Transport> behind) : m_behind(std::move(behind)) {}
+
+    /// Loses the contact after this many messages, until this many requests have failed. Only while
+    /// no request is under way.
+    void loosen(simulator::SimulatedTamber &tamber, int messages, int requests)
+    {
+        m_tamber = &tamber;
+        m_requests = requests;
+        m_messages = messages;
+    }
+
+    int find(TransportContext &context, int index) override
+    {
+        return counted(m_behind->find(context, index));
+    }
+    int transferOut(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, const std::uint8_t *data) override
+    {
+        if (m_messages > 0 && --m_messages == 0) m_tamber->setPlugged(false);
+        return counted(m_behind->transferOut(device, request, value, index, length, data));
+    }
+    int transferIn(
+        TransportContext &device, std::uint8_t request, std::uint16_t value, std::uint16_t index,
+        std::uint16_t length, std::uint8_t *data) override
+    {
+        return counted(m_behind->transferIn(device, request, value, index, length, data));
+    }
+    int sampleRate(TransportContext &device, std::uint32_t &rate) override
+    {
+        return counted(m_behind->sampleRate(device, rate));
+    }
+
+private:
+    int counted(int result)
+    {
+        if (result != 0 && m_requests > 0 && --m_requests == 0) m_tamber->setPlugged(true);
+        return result;
+    }
+
+    const std::unique_ptr<Transport> m_behind;
+    simulator::SimulatedTamber *m_tamber = nullptr;
+    int m_messages = 0;
+    int m_requests = 0;
+};
 
 constexpr int minute = 60 * 1000;
 const int wholeState = static_cast<int>(allCommands().size());
@@ -228,6 +279,29 @@ void TestPresence::powerCycleThatNobodySees()
     console.clock.milliseconds += 1300;
     console.pass(100);
     QCOMPARE(console.differences(), QStringList());
+}
+
+/// The contact is back before anything asks whether the device is there. What it had received is
+/// lost.
+void TestPresence::looseCableDuringAFullSend()
+{
+    for (const int requests : {12, 50}) { // a message is tried ten times
+        LooseCable *cable = nullptr;
+        const auto wrap = [&](std::unique_ptr<Transport> behind, simulator::DeviceClock &) {
+            auto made = std::make_unique<LooseCable>(std::move(behind));
+            cable = made.get();
+            return made;
+        };
+        Console console(QByteArray(), wrap);
+        storeVariety(console.store);
+        console.pass(300);
+        cable->loosen(console.tamber, wholeState / 2, requests);
+        console.presence.sendEverything();
+        console.settle();
+        QVERIFY(console.tamber.isPlugged());
+        console.pass(2000);
+        QCOMPARE(console.differences(), QStringList());
+    }
 }
 
 /// Commands of a full send take precedence over meter queries.
