@@ -376,6 +376,12 @@ bool QVXDevice::isWaiting(const Target &target)
     return withTable(target.kind, [&](auto &table, auto) { return table.isWaiting(target.index); });
 }
 
+bool QVXDevice::isPending(const Target &target)
+{
+    assertGuiThread();
+    return withTable(target.kind, [&](auto &table, auto) { return table.isPending(target.index); });
+}
+
 bool QVXDevice::resend(const Target &target)
 {
     assertGuiThread();

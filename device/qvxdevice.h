@@ -136,6 +136,9 @@ public:
     /// Returns whether the last values of a target are pending or await an answer. Always returns
     /// false for the bus options.
     bool isWaiting(const Target &target);
+    /// Returns whether the last values of a target have yet to be sent to the worker. Always
+    /// returns false for the bus options.
+    bool isPending(const Target &target);
 
     /// Sends the last values of a target again, if their request failed and no newer values are
     /// pending. Returns false if there is nothing to send, and always for the bus options, whose

@@ -48,6 +48,9 @@ public:
         return entry(index).pending || std::any_of(m_underWay.begin(), m_underWay.end(), matches);
     }
 
+    /// Returns whether the last values of an entry have yet to be sent to the worker.
+    bool isPending(int index) const { return entry(index).pending; }
+
     /// Returns whether the last request of an entry failed and no newer values are pending.
     bool isFailed(int index) const { return entry(index).failed && !entry(index).pending; }
 

@@ -151,11 +151,30 @@ void Sender::pump()
     m_pumping = false;
 }
 
+/// Returns whether the facade holds something of the target's channel that has to be sent before:
+/// the values of a channel before it is unmuted, and its mute before its values.
+bool Sender::mustWait(const Target &target) const
+{
+    const int channel = channelIndex(target);
+    if (channel < 0 || isMuteOn(target)) return false;
+    const auto isPending = [this](Kind kind, int index) {
+        return m_device.isPending({kind, index});
+    };
+    if (target.kind != Kind::Mute)
+        return isPending(Kind::Mute, channel) && isMuteOn({Kind::Mute, channel});
+    if (isPending(Kind::Fader, channel)) return true;
+    if (isMaster(channel)) return false;
+    for (int band = 0; band < tamber::eqBandCount; ++band)
+        if (isPending(Kind::Eq, channel * tamber::eqBandCount + band)) return true;
+    return isPending(Kind::Pan, channel) || isPending(Kind::Phase, channel) ||
+           isPending(Kind::Comp, channel);
+}
+
 /// Hands the next command of a batch to the facade if none is under way. One keeps the worker busy,
 /// because its answer comes before its pause of 10 ms; more would delay a click.
-/// @return whether older batches may go on: all of the batch is handed over, and the last is no
-/// mute
-///         that would wait behind theirs, since the facade sends the lowest channel of a kind first
+/// @return whether older batches may go on: all of the batch is handed over, and its last command
+///         is no mute. An older mute could overtake that one, because the facade sends the lowest
+///         channel of a kind first.
 bool Sender::advance(Batch &batch)
 {
     if (batch.handed && !m_device.isWaiting(*batch.handed)) batch.handed.reset();
@@ -164,6 +183,7 @@ bool Sender::advance(Batch &batch)
             batch.waiting.begin(), batch.waiting.end(),
             [this](const Target &a, const Target &b) { return stageOf(a) < stageOf(b); });
         const Target target = *next;
+        if (mustWait(target)) return false; // for the next answer
         batch.waiting.erase(next);
         handOver(target);
         if (m_device.isWaiting(target)) batch.handed = target;

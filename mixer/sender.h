@@ -72,6 +72,7 @@ private:
 
     void enqueue(Batch batch);
     void pump();
+    bool mustWait(const Target &target) const;
     bool advance(Batch &batch);
     bool isToBeUnmuted(const Batch &batch, const Target &target) const;
     Stage stageOf(const Target &target) const;

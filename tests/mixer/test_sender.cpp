@@ -21,6 +21,7 @@ private slots:
     void clicksOvertakeAFullSend();
     void unmutingSendsTheChannelFirst();
     void unmutingWaitsForTheValues();
+    void unmutingWaitsForValuesInTheFacade();
     void recallSendsDifferencesOnly();
     void newestValueOnly();
     void busOptionsAreSentBeforeTheyAreStored();
@@ -171,6 +172,33 @@ void TestSender::unmutingWaitsForTheValues()
     const QStringList commands = console.takeCommands();
     QCOMPARE(commands.last(), "Mute of input 10 off"_s);
     QCOMPARE(commands.filter("of input 10"_s).size(), 2);
+}
+
+/// The values can be in the facade already, behind those of other channels.
+void TestSender::unmutingWaitsForValuesInTheFacade()
+{
+    Console console("[Track16]\nMute=true\n");
+    console.takeCommands();
+    {
+        const auto lock = console.cable.hold();
+        for (int input = 1; input <= 16; ++input)
+            console.mixer.shift(faderOf(track(input)), -20);
+        console.mixer.setMute(track(16), false);
+        console.mixer.setMute(track(2), true);
+        console.mixer.setMute(track(1), true);
+        console.mixer.shift(faderOf(track(1)), 20);
+    }
+    console.settle();
+    const QStringList commands = console.takeCommands();
+    const auto last = [&](const char *command) {
+        const QStringList all = commands.filter(QLatin1String(command));
+        return all.isEmpty() ? -1 : commands.lastIndexOf(all.last());
+    };
+    QVERIFY(last("Fader of input 16 ") >= 0);
+    QVERIFY(last("Mute of input 16 off") > last("Fader of input 16 "));
+    QVERIFY(last("Mute of input 1 on") >= 0);
+    QVERIFY(last("Fader of input 1 to 0 dB") > last("Mute of input 1 on"));
+    QCOMPARE(console.differences(), QStringList());
 }
 
 /// A recall sends each changed value once, and no other value.
