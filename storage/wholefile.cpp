@@ -131,6 +131,7 @@ bool replaceFile(Disk &disk, const QString &path, const QByteArray &content)
     const QString target = followLinks(path);
     QDir().mkpath(QFileInfo(target).path());
     const QString temporary = temporaryName(target);
+    disk.remove(temporary); // it could be a second name of the file
     if (writeWhole(disk, temporary, content)) {
         if (disk.size(target) >= 0) disk.copyPermissions(target, temporary);
         if (disk.rename(temporary, target)) return true;
@@ -161,11 +162,13 @@ bool keepCopy(Disk &disk, const QString &path, KeptAs reason)
     const QString original = followLinks(path);
     const QString copy = original + QStringLiteral(".kept-") + nameOf(reason);
     const QString temporary = temporaryName(original);
+    disk.remove(temporary); // it could be a second name of the file
     bool kept = copyFile(disk, original, temporary) && disk.rename(temporary, copy);
     if (!kept) {
         // Without read permission or disk space, a second name for the file still works.
         disk.remove(temporary);
         kept = disk.link(original, temporary) && disk.rename(temporary, copy);
+        disk.remove(temporary); // stays if the copy was a second name of the file already
     }
     if (kept)
         qCWarning(log) << "a copy of the settings file is kept as" << copy;

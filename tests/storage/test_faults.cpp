@@ -99,6 +99,7 @@ private slots:
     void unreadableAtTheStart();
     void unreadableForever();
     void unreadableFileIsKept();
+    void secondNameOfTheFile();
     void fullDisk();
     void copiesArePruned();
     void linksAndPermissions();
@@ -248,6 +249,24 @@ void TestFaults::unreadableFileIsKept()
     live.flush();
     QCOMPARE(folder.bytes(files[0] + ".kept-unreadable"_s), before);
     QCOMPARE(folder.entries(), QStringList{"Track1/Mute=true"_s});
+}
+
+
+/// A second name of the file, left behind under the temporary file's name, must not become the new
+/// file: writing to it would change the file in place.
+void TestFaults::secondNameOfTheFile()
+{
+    const FullFolder folder;
+    const QByteArray before = folder.bytes();
+    FailingDisk disk;
+    Settings live(folder.organisation.constData(), "Tamber_Setting", disk);
+    const QString second = folder.file() + ".%1.new"_s.arg(QCoreApplication::applicationPid());
+    QVERIFY(storage::realDisk().link(folder.file(), second));
+    live.write(mute, true);
+    disk.failAt(2);
+    live.flush();
+    QVERIFY(live.isWriteFailing());
+    QCOMPARE(folder.bytes(), before);
 }
 
 /// The child process of fullDisk(): files cannot grow.
