@@ -113,6 +113,7 @@ MainWindow::MainWindow(
     connectEditor();
     connectHistory();
     connectPresence();
+    m_settings.startRetries();
     connectSettings();
     connectRemote();
     startTimers();

@@ -1,5 +1,6 @@
 #include "storage/settings.h"
 
+#include <QCoreApplication>
 #include <QLoggingCategory>
 
 #include <algorithm>
@@ -46,7 +47,13 @@ void Settings::open()
     qCWarning(log) << "the settings file cannot be read, trying again:" << m_fileName;
     m_reading = Reading::Retrying;
     m_sinceOpen.start();
-    m_readTimer.start();
+    startRetries();
+}
+
+void Settings::startRetries()
+{
+    // Without an application object a timer would never time out, but count as active.
+    if (m_reading == Reading::Retrying && QCoreApplication::instance()) m_readTimer.start();
 }
 
 /// Reads the file. Returns false if it exists but is unreadable. Values that were set before the

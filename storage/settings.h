@@ -7,7 +7,7 @@
 #include <QTimer>
 
 /// A settings file: the state of the panel in one INI file per user. GUI thread only. The object
-/// may be constructed before the application object.
+/// may be constructed before the application object; then startRetries() must follow.
 ///
 /// The file is read once. From then on the store holds the state, even if another program changes
 /// the file. A change is written when the event loop is reached, or 50 ms after the previous write
@@ -36,6 +36,10 @@ public:
         storage::Disk &disk = storage::realDisk(), Content content = Content::Panel);
     /// Writes what has changed.
     ~Settings() override;
+
+    /// Starts the retries of a read that has failed. They need the event loop of an application
+    /// object; the constructor starts them if there is one.
+    void startRetries();
 
     /// The state. Only transactions change it.
     storage::Store &store() { return m_store; }

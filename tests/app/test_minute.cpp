@@ -10,6 +10,7 @@ class TestMinute : public QObject
 private slots:
     void initTestCase() { applyLook(); }
     void deviceAndFileAgree();
+    void readsAFileThatBecomesReadable();
 };
 
 void TestMinute::deviceAndFileAgree()
@@ -71,6 +72,21 @@ void TestMinute::deviceAndFileAgree()
     QCOMPARE(held.inputs[2].fader, -16);
     QVERIFY(held.inputs[3].comp.link && held.inputs[3].comp.on && held.inputs[3].eq.lowCut);
     QVERIFY(held.inputs[10].solo && held.inputs[0].mute && held.inputs[1].phase);
+}
+
+/// Another program may have the file open when the panel starts.
+void TestMinute::readsAFileThatBecomesReadable()
+{
+    const auto write = [](const PrivateHome &home, const QByteArray &content) {
+        const QString file = home.settingsFile();
+        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
+        QFile out(file);
+        QVERIFY(out.open(QIODevice::WriteOnly) && out.write(content) == content.size());
+    };
+    DrivenDemo demo([&](const PrivateHome &home) { write(home, "not yet"); });
+    QTRY_VERIFY_WITH_TIMEOUT(demo.find(QLatin1String(constants::windowTitle)), demo.patience);
+    write(demo.home, "[Track3]\nMute=true\n");
+    QTRY_VERIFY_WITH_TIMEOUT(demo.deviceState().inputs[2].mute, demo.patience);
 }
 
 QTEST_MAIN(TestMinute)
