@@ -48,10 +48,10 @@ void FileWriter::takeResult()
 FileWriter::Result FileWriter::write(const Job &job)
 {
     Result result;
-    if (job.isUnread)
-        keepCopy(m_disk, m_path, KeptAs::Unreadable);
-    else
-        result.isForeignReplaced = keepForeignFile();
+    result.isUnread =
+        job.isUnread && m_disk.size(m_path) >= 0 && !keepCopy(m_disk, m_path, KeptAs::Unreadable);
+    if (result.isUnread) return result;
+    if (!job.isUnread) result.isForeignReplaced = keepForeignFile();
     const QByteArray bytes = job.bytes.isNull() ? toIni(job.values.entries()) : job.bytes;
     result.isWritten = bytes.isEmpty() ? m_disk.remove(m_path) : replaceFile(m_disk, m_path, bytes);
     m_stamp = stampOfFile();

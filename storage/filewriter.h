@@ -31,6 +31,7 @@ public:
     {
         bool isWritten = false;
         bool isForeignReplaced = false; ///< another program had changed the file
+        bool isUnread = false;          ///< the unreadable file is still there, without a copy
     };
 
     FileWriter(Disk &disk, const QString &path);

@@ -86,14 +86,15 @@ void Settings::retryReading()
     if (tryReading()) {
         m_readTimer.stop();
         qCInfo(log) << "the settings file could be read after a retry:" << m_fileName;
-        if (m_changed) startTimer();
+        startTimer();
         emit replaced();
         emit troubleChanged();
     } else if (m_sinceOpen.hasExpired(readTimeout)) {
         qCWarning(log) << "the settings file cannot be read; the defaults apply:" << m_fileName;
-        m_unread = true;
-        setReading(Reading::Failed);
-        if (m_changed) startTimer();
+        if (m_holds == Content::Panel)
+            setReading(Reading::Failed);
+        else
+            acceptValues();
     }
 }
 
@@ -110,7 +111,7 @@ void Settings::acceptValues()
     if (m_reading == Reading::Done) return;
     m_unread = true;
     setReading(Reading::Done);
-    if (m_changed) startTimer();
+    startTimer();
     emit replaced();
 }
 
@@ -130,12 +131,13 @@ void Settings::noteChanges(const ChangeSet &changes)
     if (!inFile) return;
     m_content = QByteArray();
     m_changed = true;
-    if (m_reading != Reading::Retrying) startTimer();
+    startTimer();
 }
 
 void Settings::startTimer()
 {
-    if (m_timer.isActive() || m_writer.isBusy()) return; // or later, when its result is known
+    if (!isWriteDue() || m_timer.isActive()) return;
+    if (m_writer.isBusy()) return; // or later, when its result is known
     const qint64 since = m_sinceFlush.isValid() ? m_sinceFlush.elapsed() : flushInterval;
     m_timer.start(static_cast<int>(qMax<qint64>(flushInterval - since, 0)));
 }
@@ -163,11 +165,12 @@ void Settings::noteResult(const FileWriter::Result &result)
 {
     const bool changed = m_failing == result.isWritten;
     m_failing = !result.isWritten;
+    m_unread = m_unread || result.isUnread;
     if (m_failing) {
         m_changed = true;
         m_timer.start(retryInterval);
-    } else if (m_changed) {
-        startTimer();
+    } else {
+        startTimer(); // for what has changed since
     }
     if (result.isForeignReplaced) emit foreignChangeReplaced();
     if (!changed) return;

@@ -18,7 +18,9 @@
 /// Every readable value of a damaged file is used, and a copy of the file is kept beside it. If a
 /// file exists but is unreadable, reading is retried for 5 s. Nothing is written during this time,
 /// and values that are set meanwhile override those of the file. If the file is still unreadable
-/// after 5 s, the defaults apply, and a copy of the file is kept before the first write.
+/// after 5 s, the defaults apply, but nothing is written before acceptValues(): a file of defaults
+/// would open muted channels at the next start. A copy of the unreadable file is kept before the
+/// first write; without a copy it is not replaced. Names of scenes are accepted without asking.
 class Settings : public QObject
 {
     Q_OBJECT
@@ -74,7 +76,7 @@ public:
     enum class Reading {
         Done,
         Retrying, ///< the file exists but is unreadable; reading is retried
-        Failed,   ///< the file was unreadable for 5 s; the defaults apply
+        Failed,   ///< the file was unreadable for 5 s; the defaults apply, but are not written
     };
     Reading reading() const { return m_reading; }
     /// Declares the current values valid. Ends Retrying or Failed.
@@ -109,7 +111,7 @@ private:
     void setReading(Reading reading);
     bool isUsable(const storage::Values &values) const;
     void noteChanges(const storage::ChangeSet &changes);
-    bool isWriteDue() const { return m_changed && m_reading != Reading::Retrying; }
+    bool isWriteDue() const { return m_changed && m_reading == Reading::Done; }
     void startWriting();
     storage::FileWriter::Job takeJob();
     void noteResult(const storage::FileWriter::Result &result);

@@ -26,6 +26,8 @@ public:
     /// The number of operations since the last failAt().
     int count() const { return m_count; }
     bool readable = true; ///< whether reads succeed
+    /// While set, all operations that write fail.
+    std::atomic<bool> isFull{false};
     /// While set, operations that write do not return.
     std::atomic<bool> isStuck{false};
     int reads() const { return m_reads; }
@@ -84,7 +86,7 @@ private:
     {
         while (isStuck)
             QThread::msleep(1);
-        return ++m_count == m_failing;
+        return ++m_count == m_failing || isFull;
     }
 
     storage::Disk &m_real = storage::realDisk();

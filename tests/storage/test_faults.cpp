@@ -99,6 +99,7 @@ private slots:
     void unreadableAtTheStart();
     void unreadableForever();
     void unreadableFileIsKept();
+    void unreadableNames();
     void secondNameOfTheFile();
     void fullDisk();
     void copiesArePruned();
@@ -227,12 +228,14 @@ void TestFaults::unreadableForever()
         if (content != "pipe") QCOMPARE(bytesOf(file), content);
         live.write(mute, true);
         live.flush();
-        QCOMPARE(entriesOf(readIni(file)), QStringList{"Track1/Mute=true"_s});
-        if (content != "pipe") QCOMPARE(bytesOf(file + ".kept-unreadable"_s), content);
         QCOMPARE(live.reading(), Settings::Reading::Failed);
+        if (content != "pipe") QCOMPARE(bytesOf(file), content); // until the user agrees
         live.acceptValues();
         QCOMPARE(live.reading(), Settings::Reading::Done);
         QCOMPARE(replaced.count(), 1);
+        live.flush();
+        QCOMPARE(entriesOf(readIni(file)), QStringList{"Track1/Mute=true"_s});
+        if (content != "pipe") QCOMPARE(bytesOf(file + ".kept-unreadable"_s), content);
     }
 }
 
@@ -246,11 +249,28 @@ void TestFaults::unreadableFileIsKept()
     Settings live(folder.organisation.constData(), "Tamber_Setting", disk);
     live.acceptValues();
     live.write(mute, true);
+    disk.isFull = true;
+    live.flush();
+    QVERIFY(live.isWriteFailing());
+    QCOMPARE(folder.bytes(), before);
+    disk.isFull = false;
     live.flush();
     QCOMPARE(folder.bytes(files[0] + ".kept-unreadable"_s), before);
     QCOMPARE(folder.entries(), QStringList{"Track1/Mute=true"_s});
 }
 
+/// Names open no muted channel, so they need no consent.
+void TestFaults::unreadableNames()
+{
+    const FullFolder folder;
+    folder.write("Tamber_SceneMemory.ini"_s, "garbage");
+    const auto settings = folder.open();
+    SceneMemories scenes(*settings, folder.organisation.constData());
+    scenes.rename(3, "Verse"_s);
+    const auto stored = [&] { return readIni(folder.file("Tamber_SceneMemory.ini"_s)).values(); };
+    QTRY_VERIFY_WITH_TIMEOUT(stored().contains("Verse"_s), 10000 * slowness);
+    QCOMPARE(folder.bytes("Tamber_SceneMemory.ini.kept-unreadable"_s), QByteArray("garbage"));
+}
 
 /// A second name of the file, left behind under the temporary file's name, must not become the new
 /// file: writing to it would change the file in place.
