@@ -1,6 +1,7 @@
 #include "storage/exchange.h"
 
 #include <map>
+#include <set>
 
 namespace storage {
 
@@ -133,9 +134,16 @@ Exchange fromExchange(const QByteArray &text)
 
     Exchange exchange;
     std::map<int, ExchangeScene> scenes;
-    for (auto entry = entries.begin(); entry != entries.end(); ++entry)
-        if (!take(scenes, entry.key(), entry.value()))
-            exchange.leftOut += QString::fromUtf8(entry.key());
+    std::set<int> unknown;
+    for (auto entry = entries.begin(); entry != entries.end(); ++entry) {
+        if (take(scenes, entry.key(), entry.value())) continue;
+        exchange.leftOut += QString::fromUtf8(entry.key());
+        const int end = entry.key().indexOf(entry.key().contains('.') ? '.' : '/');
+        if (const auto slot = slotOf(entry.key().left(end))) unknown.insert(*slot);
+    }
+    // A scene of which nothing is known would reset the mixer.
+    for (const int slot : unknown)
+        if (scenes.count(slot) && scenes[slot].values.isEmpty()) scenes.erase(slot);
     for (const auto &[slot, scene] : scenes)
         exchange.scenes.push_back(scene);
     if (scenes.empty()) return refused(QStringLiteral("The file holds no scene."));

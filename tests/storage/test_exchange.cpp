@@ -116,6 +116,8 @@ void TestExchange::refused_data()
     row("control characters", head + "[Scene]\nName=\x01\n", "damaged");
     row("no scene", head, "holds no scene");
     row("nothing known", head + "[Scene.Trak1]\nMute=true\n", "holds no scene");
+    row("nothing known but the name", head + "[Scene]\nName=x\n[Scene.Trak1]\nMute=true\n",
+        "holds no scene");
     row("mixture", head + "[Scene]\nName=x\n[Scene3]\nName=y\n", "neither a single scene");
     row("too large", head + "[Scene]\nName=" + QByteArray(largestExchange, 'x') + '\n',
         "larger than 1 MiB");
