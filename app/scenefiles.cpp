@@ -53,20 +53,30 @@ QFileDialog *SceneFiles::make(const QString &title, const Take &take)
 void SceneFiles::save(
     const QString &title, const QString &name, const std::vector<storage::ExchangeScene> &scenes)
 {
-    QFileDialog *dialog = make(title, [this, scenes](const QString &chosen) {
-        const bool hasEnding = chosen.endsWith(ending(), Qt::CaseInsensitive);
-        const QString path = hasEnding ? chosen : chosen + ending();
-        const QByteArray text =
-            storage::toExchange(scenes, QLatin1String(constants::softwareVersion));
-        storage::removeLeftovers(storage::realDisk(), path);
-        if (storage::replaceFile(storage::realDisk(), path, text)) return;
-        boxes::inform(m_window, QStringLiteral("The file could not be written."));
+    const QByteArray text = storage::toExchange(scenes, QLatin1String(constants::softwareVersion));
+    QFileDialog *dialog = make(title, [this, text](const QString &chosen) {
+        if (chosen.endsWith(ending(), Qt::CaseInsensitive)) return write(chosen, text);
+        // The dialog adds the ending to a name without a dot only, and asks about that file.
+        const QString path = chosen + ending();
+        if (!QFileInfo::exists(path)) return write(path, text);
+        boxes::askFirst(
+            m_window, QStringLiteral("This replaces the file %1.").arg(QFileInfo(path).fileName()),
+            [this, path, text] { write(path, text); });
     });
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(ending().mid(1));
     dialog->selectFile(fileNameFor(name));
     dialog->open();
+}
+
+void SceneFiles::write(const QString &path, const QByteArray &text)
+{
+    storage::removeLeftovers(storage::realDisk(), path);
+    if (storage::replaceFile(storage::realDisk(), path, text)) return;
+    boxes::inform(
+        m_window,
+        QStringLiteral("The file %1 could not be written.").arg(QFileInfo(path).fileName()));
 }
 
 void SceneFiles::exportScene(int slot)

@@ -39,6 +39,7 @@ private:
     void save(
         const QString &title, const QString &name,
         const std::vector<storage::ExchangeScene> &scenes);
+    void write(const QString &path, const QByteArray &text);
     std::optional<storage::Exchange> read(const QString &path);
     std::optional<storage::Exchange> readScene(const QString &path);
     void importInto(int slot, const storage::Exchange &exchange);

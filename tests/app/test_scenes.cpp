@@ -311,6 +311,19 @@ void TestScenes::files()
     for (const int slot : {1, 3, 8})
         QCOMPARE(stateOf(panel, slot), "Scene %1, saved"_s.arg(slot));
 
+    // A dialog adds the ending to a name without a dot only, and asks about that file.
+    const QString dotted = folder.filePath("my.scene"_s);
+    QFile other(dotted + ".tamber"_s);
+    QVERIFY(other.open(QIODevice::WriteOnly) && other.write("other") && other.flush());
+    panel.trigger("actionExport1"_s);
+    choose(panel, dotted);
+    answerBox(panel, QMessageBox::Cancel);
+    QCOMPARE(bytesOf(other.fileName()), QByteArray("other"));
+    panel.trigger("actionExport1"_s);
+    choose(panel, dotted);
+    answerBox(panel, QMessageBox::Ok);
+    QCOMPARE(bytesOf(other.fileName()), bytesOf(file));
+
     QFile damaged(file);
     QVERIFY(damaged.open(QIODevice::Append) && damaged.write("[Scene") && damaged.flush());
     drop(panel.find("pB_Scene9"_s), file);
