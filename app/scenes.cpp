@@ -228,19 +228,23 @@ void Scenes::takeLive(const storage::ExchangeScene &scene)
 /// Recalls values and moves the mark to a slot, in one step. Returns whether there is such a step.
 bool Scenes::recall(const storage::Values &values, const QString &title, int slot)
 {
+    // The values in place of an unreadable file are defaults. No strip is safe with them.
+    const bool isSafe = m_settings.reading() == Settings::Reading::Done;
     m_settings.acceptValues(); // before the step, because it may clear the history
     QUndoStack &stack = m_history.stack();
-    const int stepsBefore = stack.index();
+    // At the limit of the steps their number does not change.
+    const auto lastStep = [&stack] { return stack.command(stack.index() - 1); };
+    const QUndoCommand *before = lastStep();
     const int left = m_current;
     if (slot != left) stack.beginMacro(m_mixer.titled(title));
-    m_mixer.recall(values, title, m_safe);
+    m_mixer.recall(values, title, isSafe ? m_safe : mixer::SafeStrips());
     setCurrent(slot);
     if (slot != left) {
         m_history.push(
             title, [=] { setCurrent(left); }, [=] { setCurrent(slot); });
         stack.endMacro();
     }
-    return stepsBefore != stack.index();
+    return before != lastStep();
 }
 
 void Scenes::readSafe()
@@ -275,7 +279,11 @@ bool Scenes::tryLoad(int slot)
     m_slots[index(slot)] = values;
     const bool canUndo = recall(values, QStringLiteral("Recall scene %1").arg(slot), slot);
     m_settings.adoptContent(*scene);
-    emit done(title(slot) + QStringLiteral(" recalled"), canUndo);
+    const bool isDamaged = scene->health == storage::FileHealth::Damaged;
+    emit done(
+        title(slot) + (isDamaged ? QStringLiteral(" recalled from a damaged file")
+                                 : QStringLiteral(" recalled")),
+        canUndo);
     return true;
 }
 

@@ -243,7 +243,11 @@ void TestScenes::marks()
     QTRY_COMPARE(stateOf(panel, 2), "Scene 2, on, changed since"_s);
     QVERIFY(panel.find("label_Notice"_s)->isHidden() || !panel.find("label_Notice"_s)->isVisible());
 
+    QFile damaged(QFileInfo(panel.path).dir().filePath("Tamber_sm1.ini"_s));
+    QVERIFY(damaged.open(QIODevice::Append) && damaged.write("[Trac") && damaged.flush());
     panel.trigger("actionLoad1"_s);
+    QCOMPARE(
+        panel.find<QLabel>("label_Notice"_s)->text(), "Scene 1 recalled from a damaged file"_s);
     QCOMPARE(stateOf(panel, 1), "Scene 1, on"_s);
     QCOMPARE(panel.find<QAction>("actionUndo"_s)->text(), "&Undo Recall scene 1"_s);
     panel.trigger("actionUndo"_s);
@@ -331,7 +335,6 @@ void TestScenes::files()
     QCOMPARE(stateOf(panel, 9), "Scene 9, empty"_s);
 }
 
-/// A safe strip shows its padlock, stays in a recall, and is still safe after a restart.
 /// An export whose process was killed leaves a temporary file, which the next export removes.
 void TestScenes::killedExport()
 {
@@ -348,6 +351,7 @@ void TestScenes::killedExport()
     QVERIFY(!left.exists());
 }
 
+/// A safe strip shows its padlock, stays in a recall, and is still safe after a restart.
 void TestScenes::safeStrips()
 {
     const auto isSafe = [](const Panel &panel) {
@@ -369,8 +373,17 @@ void TestScenes::safeStrips()
         QVERIFY(!panel.find<QPushButton>("pB_Mute1"_s)->isChecked());
         QVERIFY(panel.find<QPushButton>("pB_Mute10"_s)->isChecked());
     }
-    const Panel panel("safe");
-    QVERIFY(isSafe(panel));
+    {
+        const Panel panel("safe");
+        QVERIFY(isSafe(panel));
+    }
+    // Defaults, which nobody has chosen, are not kept.
+    QFile file(settingsPath("safe"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("garbage") && file.flush());
+    Panel panel("safe");
+    panel.trigger("actionLoad2"_s);
+    QVERIFY(panel.find<QPushButton>("pB_Mute1"_s)->isChecked());
+    QCOMPARE(panel.find<QLabel>("label_Fader1"_s)->text(), "-16 dB"_s);
 }
 
 void TestScenes::initializeMemory()
