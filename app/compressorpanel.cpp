@@ -124,12 +124,14 @@ void CompressorPanel::showAll()
     const storage::Values &values = m_context.store.values();
     m_strip = mixer::editedStrip(values);
     const int makeUp = m_strip ? mixer::compOf(values, *m_strip).gain : 0;
-    m_graph->setCurve(curves::compressorOf(values, m_strip), makeUp);
+    const CompressorCurve curve = curves::compressorOf(values, m_strip);
+    m_graph->setCurve(curve, makeUp);
     for (const Knob &knob : m_knobs) {
         const mixer::Parameter &parameter = mixer::parameter(knob.id);
         const QString title = QLatin1String(parameter.title);
         const int position = editorknob::valueOf(values, m_strip, knob.id).position;
         knob.dial->setArc(0, m_strip ? double(position) / topPosition(parameter) : 0);
+        knob.dial->setLit(curve.state == CompressorCurve::State::On);
         knob.text->setValueText(editorknob::textOf(values, m_strip, knob.id));
         editorknob::speak(knob.dial, values, m_strip, knob.id, title);
         editorknob::speak(knob.text, values, m_strip, knob.id, title + QLatin1String(" value"));

@@ -94,12 +94,12 @@ void CompressorEditor::arrange()
     const QFontMetricsF metrics(axisFont());
     const double left = std::ceil(metrics.horizontalAdvance(QStringLiteral("-60")) + 8);
     const double bottom = std::ceil(metrics.height() + 3) + 1;
-    const double radius = font().pixelSize() * 0.75 + 1;
-    m_threshold->setRadius(radius);
-    m_ratio->setRadius(radius);
-    // The ratio's handle lies half outside the area.
-    const double right = std::ceil(radius) + 4;
-    m_graph = CompressorGraph(QRectF(left, 1, width() - left - right, height() - bottom - 1));
+    m_threshold->setRadius(handleRadius());
+    m_ratio->setRadius(handleRadius());
+    // The ratio's handle lies half outside the area, at a ratio of 1 in its upper corner.
+    const double outside = handleMargin();
+    m_graph = CompressorGraph(
+        QRectF(left, outside, width() - left - outside, height() - bottom - outside));
     m_background = QPixmap();
     placeHandles();
     update();

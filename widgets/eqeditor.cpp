@@ -103,10 +103,11 @@ void EqEditor::arrange()
     const double left = metrics.horizontalAdvance(QStringLiteral("+12")) + 8;
     const double bottom = metrics.height() + 3;
     // The area lies on whole pixels, so that its edges are sharp.
+    const double top = handleMargin();
     m_graph = EqGraph(QRectF(
-        std::ceil(left), 1, width() - std::ceil(left) - 1, height() - std::ceil(bottom) - 1));
+        std::ceil(left), top, width() - std::ceil(left) - 1, height() - std::ceil(bottom) - top));
     for (CurveHandle *handle : m_handles)
-        handle->setRadius(font().pixelSize() * 0.75 + 1);
+        handle->setRadius(handleRadius());
     m_background = QPixmap();
     computeLines();
     placeHandles();

@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 GraphWidget::GraphWidget(QWidget *parent) : QWidget(parent)
 {
@@ -18,6 +19,12 @@ QFont GraphWidget::axisFont() const
     QFont axis = font();
     axis.setPixelSize(std::max(10, axis.pixelSize() - 1));
     return axis;
+}
+
+double GraphWidget::handleMargin() const
+{
+    constexpr double focusRing = 4;
+    return std::ceil(handleRadius()) + focusRing;
 }
 
 void GraphWidget::drawWell(QPainter &painter, const QRectF &area) const

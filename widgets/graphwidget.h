@@ -17,6 +17,10 @@ protected:
     virtual void arrange() = 0;
     /// Returns the font of the scales: a little smaller than the widget's, at least 10 pixels.
     QFont axisFont() const;
+    /// The radius of a handle, and the space for one that lies half outside the area. All graphs
+    /// leave it above, so that graphs beside each other begin at the same row.
+    double handleRadius() const { return font().pixelSize() * 0.75 + 1; }
+    double handleMargin() const;
     /// Draws the page and on it an empty well with a border.
     void drawWell(QPainter &painter, const QRectF &area) const;
 

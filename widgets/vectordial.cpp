@@ -27,6 +27,13 @@ void VectorDial::setArc(double from, double to)
     update();
 }
 
+void VectorDial::setLit(bool lit)
+{
+    if (lit == m_lit) return;
+    m_lit = lit;
+    update();
+}
+
 QSize VectorDial::sizeHint() const
 {
     const int side = qRound(font().pixelSize() * sidePerText);
@@ -55,7 +62,8 @@ void VectorDial::paintEvent(QPaintEvent *)
         painter.drawArc(circle, qRound(16 * angle(from)), qRound(16 * (angle(to) - angle(from))));
     };
     arc(0, 1, isEnabled() ? colours::edge : colours::line);
-    if (isEnabled() && m_from != m_to) arc(m_from, m_to, colours::accent);
+    if (isEnabled() && m_from != m_to)
+        arc(m_from, m_to, m_lit ? colours::accent : colours::switchedOff);
 
     const double cap = ring - stroke - 1;
     QLinearGradient shade(0, middle.y() - cap, 0, middle.y() + cap);

@@ -14,6 +14,8 @@ public:
     /// Shows where the value lies, 0 (lowest) to 1 (highest).
     /// @param from where the arc begins
     void setArc(double from, double to);
+    /// Draws the arc in grey while what the knob sets is switched off.
+    void setLit(bool lit);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
@@ -25,4 +27,5 @@ protected:
 private:
     double m_from = 0;
     double m_to = 0;
+    bool m_lit = true;
 };

@@ -260,6 +260,8 @@ void TestChannelEditor::compressorHandles()
     const auto *graph = find<CompressorEditor>("compressorEditor"_s);
     const auto *threshold = find<CurveHandle>("editor_thresholdHandle"_s);
     const auto *ratio = find<CurveHandle>("editor_ratioHandle"_s);
+    // In the corner at 1.0:1 it is whole.
+    QVERIFY(graph->graph().ratioHandle(graph->curve()).y() > graph->font().pixelSize());
     const double wanted = graph->graph().thresholdHandle(graph->curve()).x() - 80;
     drag(threshold, QPoint(-80, 7));
     QTRY_COMPARE(graph->curve().threshold, graph->graph().thresholdAt(wanted));
