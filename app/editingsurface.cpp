@@ -140,6 +140,7 @@ void shelf(QPainter &painter)
 
 void surface(QPainter &painter)
 {
+    painter.fillRect(QRect(QPoint(), areaSize), colours::page); // shows in the corners
     painter.setPen(Qt::NoPen);
     painter.setBrush(colours::surface);
     painter.drawRoundedRect(QRectF(QPointF(), areaSize), blockRadius, blockRadius);
@@ -184,6 +185,7 @@ void draw(QPainter &painter)
 
 EditingSurface::EditingSurface(QWidget *parent) : QWidget(parent)
 {
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setFixedSize(areaSize);
 }
 

@@ -1,5 +1,7 @@
 #include "widgets/channelcontrol.h"
 
+#include "widgets/colours.h"
+
 #include <QPainter>
 
 static constexpr qreal dimmedOpacity = 0.5;
@@ -7,6 +9,7 @@ static constexpr qreal dimmedOpacity = 0.5;
 ChannelControl::ChannelControl(stripsurface::Look look, QWidget *parent)
     : QWidget(parent), m_look(look)
 {
+    setAttribute(Qt::WA_OpaquePaintEvent); // a control that moves repaints nothing below the strip
     setFixedSize(stripsurface::sizeOf(look));
 }
 
@@ -31,6 +34,9 @@ void ChannelControl::paintEvent(QPaintEvent *)
     if (m_image.isNull() || m_image.devicePixelRatio() != ratio)
         m_image = stripsurface::image(m_look, m_selected, ratio);
     QPainter painter(this);
-    if (m_dimmed) painter.setOpacity(dimmedOpacity); // over the page
+    if (m_dimmed) {
+        painter.fillRect(rect(), colours::page);
+        painter.setOpacity(dimmedOpacity);
+    }
     painter.drawPixmap(0, 0, m_image);
 }
