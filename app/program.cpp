@@ -43,6 +43,15 @@ static QPalette palette()
     return palette;
 }
 
+ScopedVariable chooseRendering()
+{
+    // No widget draws with OpenGL. Loading the graphics driver would take a third of the start.
+    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
+    // The X server can read pictures from shared memory, but then Qt waits for an answer of the
+    // server before each change. The panel's changes are many and small, so a copy takes less.
+    return {"QT_XCB_NO_MITSHM", "1"};
+}
+
 void applyLook()
 {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
@@ -104,6 +113,7 @@ QString organisationOf(const Program &program)
 std::unique_ptr<QtSingleApplication>
 makeApplication(const QString &organisation, int &argc, char **argv)
 {
+    const ScopedVariable rendering = chooseRendering();
     const zoom::Stored stored = zoom::stored(organisation);
     // A window without an extent always fits: this only makes the value one of the list.
     int percent = zoom::largestFitting(stored.percent, {}, {0, 0});
@@ -181,8 +191,6 @@ int run(const Program &program, int argc, char **argv)
     if (QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows)
         QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
             Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    // No widget draws with OpenGL. Loading the graphics driver would take a third of the start.
-    QCoreApplication::setAttribute(Qt::AA_ForceRasterWidgets);
     const std::optional<replacement::Handover> handover = replacement::received();
     const auto made = makeApplication(organisationOf(program), argc, argv);
     QtSingleApplication &application = *made;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/edition.h"
+#include "app/scopedvariable.h"
 #include "device/transport.h"
 
 #include <functional>
@@ -23,6 +24,10 @@ struct Program
 /// the running window to the front instead. In this case it returns 0, or 1 if the running program
 /// does not answer.
 int run(const Program &program, int argc, char **argv);
+
+/// Chooses how Qt brings pictures to the screen. Keep the result until the application object is
+/// made.
+[[nodiscard]] ScopedVariable chooseRendering();
 
 /// Sets style, font, palette, style sheet and icon. Call it after the application object is made.
 /// GUI thread only.

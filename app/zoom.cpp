@@ -89,22 +89,13 @@ void storeExtent(const QString &organisation, const QMainWindow &window)
 }
 
 DuringConstruction::DuringConstruction(int percent)
-    : m_wasSet(qEnvironmentVariableIsSet(scaleVariable)), m_before(qgetenv(scaleVariable))
 {
     currentPercent = percent;
     if (percent == percents[0]) return;
     bool isNumber = false;
-    const double before = m_before.toDouble(&isNumber);
+    const double before = qgetenv(scaleVariable).toDouble(&isNumber);
     const double users = isNumber && before > 0 ? before : 1;
-    qputenv(scaleVariable, QByteArray::number(users * percent / 100));
-}
-
-DuringConstruction::~DuringConstruction()
-{
-    if (m_wasSet)
-        qputenv(scaleVariable, m_before);
-    else
-        qunsetenv(scaleVariable);
+    m_scale.emplace(scaleVariable, QByteArray::number(users * percent / 100));
 }
 
 int fittingAnyScreen(const Extent &extent)

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "app/scopedvariable.h"
+
 #include <QSize>
 #include <QString>
+
+#include <optional>
 
 class QMainWindow;
 
@@ -47,19 +51,14 @@ void storeExtent(const QString &organisation, const QMainWindow &window);
 Extent extentOf(const QMainWindow &window);
 
 /// Sets the current zoom while an application object is made. Multiplies the scale that the user's
-/// environment asks for. The destructor restores the environment, so that no other process inherits
-/// the scale of this one.
+/// environment asks for.
 class DuringConstruction
 {
 public:
     explicit DuringConstruction(int percent);
-    ~DuringConstruction();
-    DuringConstruction(const DuringConstruction &) = delete;
-    DuringConstruction &operator=(const DuringConstruction &) = delete;
 
 private:
-    const bool m_wasSet;
-    const QByteArray m_before;
+    std::optional<ScopedVariable> m_scale; ///< nothing at 100 %
 };
 
 /// Returns the largest zoom up to the current one that fits any of the screens. Call it after the

@@ -32,20 +32,28 @@ constexpr Benchmark benchmarks[] = {
 
 constexpr Benchmark longBenchmarks[] = {{"kill", benchKill}, {"soak", benchSoak}};
 
+/// Makes the application object as the panel does. Programs that are started later choose for
+/// themselves.
+std::unique_ptr<TimedApplication> makeApplication(int &argc, char **argv)
+{
+    const ScopedVariable rendering = chooseRendering();
+    auto application = std::make_unique<TimedApplication>(argc, argv);
+    applyLook();
+    return application;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     if (argc > 2 && qstrcmp(argv[1], killedUserArgument) == 0) {
-        const TimedApplication application(argc, argv);
-        applyLook();
+        const auto application = makeApplication(argc, argv);
         return runKilledUser(QByteArray(argv[2]).toUInt());
     }
     const QTemporaryDir home;
     for (const char *variable : {"XDG_CONFIG_HOME", "XDG_RUNTIME_DIR"})
         qputenv(variable, home.path().toLocal8Bit());
-    const TimedApplication application(argc, argv);
-    applyLook();
+    const auto application = makeApplication(argc, argv);
 
     const QStringList asked = QApplication::arguments().mid(1);
     for (const Benchmark &benchmark : benchmarks)
