@@ -525,9 +525,11 @@ void MainWindow::connectSettings()
         showAll();
         obeySettings();
         loadBufferSize();
+        if (m_settings.isDamaged()) m_notice->flash(Notice::Message::SettingsDamaged);
     });
     connect(m_notice, &Notice::defaultsAccepted, &m_settings, &Settings::acceptValues);
     showTrouble();
+    if (m_settings.isDamaged()) m_notice->flash(Notice::Message::SettingsDamaged);
 }
 
 void MainWindow::connectRemote()
@@ -692,8 +694,22 @@ void MainWindow::dropEvent(QDropEvent *event)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    if (m_settings.isWriteFailing() && !m_mayLoseChanges) {
+        event->ignore();
+        return askToLoseChanges();
+    }
     if (m_updates) m_updates->stop();
     QMainWindow::closeEvent(event);
+}
+
+void MainWindow::askToLoseChanges()
+{
+    const QString text = QStringLiteral(
+        "The settings cannot be written to disk. If you quit now, your last changes are lost.");
+    boxes::askFirst(this, text, [this] {
+        m_mayLoseChanges = true;
+        close();
+    });
 }
 
 void MainWindow::paintEvent(QPaintEvent *event)

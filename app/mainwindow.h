@@ -160,6 +160,7 @@ private:
     void showTrouble();
     void obeySettings();
     void showDisconnected();
+    void askToLoseChanges();
     void refreshFacts();
     void showFacts();
     void startTimers();
@@ -211,4 +212,5 @@ private:
     ChannelEditor *m_editor = nullptr;      ///< made when it is opened for the first time
     UpdateInformation *m_updates = nullptr; ///< null until finish()
     bool m_isFinished = false;
+    bool m_mayLoseChanges = false; ///< the user has agreed to quit without them
 };

@@ -34,6 +34,8 @@ QString Notice::textOf(Message message) const
     case Notice::Message::SettingsChangedElsewhere:
         return QStringLiteral(
             "Another program has changed the settings file. A copy of it is kept.");
+    case Notice::Message::SettingsDamaged:
+        return QStringLiteral("The settings file is damaged. Defaults replace what is missing.");
     case Notice::Message::PasteRefused:
         return QStringLiteral("The clipboard holds nothing that fits this strip.");
     case Notice::Message::Done:
@@ -70,6 +72,7 @@ Notice::Notice(QWidget *parent) : QWidget(parent), m_text(new QLabel), m_button(
     m_flash.setInterval(flashTime);
     connect(&m_flash, &QTimer::timeout, this, [this] {
         set(Message::SettingsChangedElsewhere, false);
+        set(Message::SettingsDamaged, false);
         set(Message::PasteRefused, false);
     });
     m_telling.setSingleShot(true);

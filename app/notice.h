@@ -25,6 +25,7 @@ public:
         SettingsUnwritten,  ///< the settings file cannot be written
         DeviceRefuses,      ///< the device refuses a setting
         SettingsChangedElsewhere, ///< another program has changed the settings file
+        SettingsDamaged,          ///< a part of the settings file could not be read
         PasteRefused,             ///< the clipboard holds nothing that fits the strip
         Done,                     ///< the user has saved or recalled a scene
         RemotePortInUse,          ///< remote control waits for its port
@@ -38,7 +39,7 @@ public:
 
     /// Shows or removes a message.
     void set(Message message, bool applies);
-    /// Shows SettingsChangedElsewhere or PasteRefused for 15 seconds.
+    /// Shows SettingsChangedElsewhere, SettingsDamaged or PasteRefused for 15 seconds.
     void flash(Message message);
     /// Says for 8 seconds what the user has done.
     /// @param canUndo whether a button to undo it is shown

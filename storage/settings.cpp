@@ -70,6 +70,7 @@ bool Settings::tryReading()
         qCWarning(log) << "the settings file is damaged; defaults replace what is missing:"
                        << m_fileName;
         keepCopy(m_disk, m_fileName, KeptAs::Damaged);
+        m_isDamaged = true;
     }
     const Entries early = values().entries();
     Entries all = file.entries;

@@ -79,6 +79,8 @@ public:
         Failed,   ///< the file was unreadable for 5 s; the defaults apply, but are not written
     };
     Reading reading() const { return m_reading; }
+    /// Returns whether a part of the file could not be read. Defaults replace what is missing.
+    bool isDamaged() const { return m_isDamaged; }
     /// Declares the current values valid. Ends Retrying or Failed.
     void acceptValues();
 
@@ -128,6 +130,7 @@ private:
     QElapsedTimer m_sinceOpen;
     QElapsedTimer m_sinceFlush;
     Reading m_reading = Reading::Done;
+    bool m_isDamaged = false;
     bool m_unread = false;  ///< the file is unreadable and must be copied before the first write
     bool m_changed = false; ///< a change is neither on disk nor being written
     bool m_failing = false;

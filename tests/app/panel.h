@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QStackedWidget>
 
@@ -107,6 +108,13 @@ struct Panel : StartingPanel
         window.finish();
     }
 };
+
+/// Clicks a button of the open message box, and waits until the box is deleted.
+inline void answerBox(const Panel &panel, QMessageBox::StandardButton button)
+{
+    panel.window.findChild<QMessageBox *>()->button(button)->click();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
 
 /// The values that differ between the device and the panel's settings.
 inline QStringList differences(const Panel &panel)

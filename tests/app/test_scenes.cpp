@@ -60,13 +60,6 @@ void changeEverything(const Panel &panel)
         if (edit->isEnabled()) QTest::keyClicks(edit, "x"_s);
 }
 
-/// Clicks a button of the open message box, and waits until the box is deleted.
-void answerBox(const Panel &panel, QMessageBox::StandardButton button)
-{
-    panel.window.findChild<QMessageBox *>()->button(button)->click();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
 /// Chooses a file in the open file dialog.
 void choose(const Panel &panel, const QString &path)
 {

@@ -19,6 +19,8 @@ private slots:
     void refusedSetting();
     void boxEndsADrag();
     void unreadableSettings();
+    void damagedSettings();
+    void closingWithUnwrittenSettings();
     void metersShowTheDevice();
     void closingWhileATransferHangs();
 };
@@ -174,6 +176,34 @@ void TestTrouble::unreadableSettings()
     button->click();
     QTRY_VERIFY_WITH_TIMEOUT(panel.tamber.state().inputs[2].mute, patience);
     QCOMPARE(notice(panel), QString());
+}
+
+void TestTrouble::damagedSettings()
+{
+    Panel panel("damaged", "[Track3]\nMute=true\n[Trac");
+    panel.window.show();
+    QVERIFY(panel.find<QPushButton>("pB_Mute3"_s)->isChecked());
+    QCOMPARE(notice(panel), "The settings file is damaged. Defaults replace what is missing."_s);
+}
+
+/// The user decides whether changes that are not on disk get lost.
+void TestTrouble::closingWithUnwrittenSettings()
+{
+    Panel panel("unwritten", "");
+    panel.window.show();
+    // The folder of the link's target cannot be made.
+    QVERIFY(QFile::remove(panel.path) && QFile::link("/dev/null/settings.ini"_s, panel.path));
+    panel.find<QPushButton>("pB_Mute3"_s)->click();
+    QTRY_COMPARE_WITH_TIMEOUT(
+        notice(panel), "The settings cannot be written to disk. Trying again."_s, patience);
+    for (const auto answer : {QMessageBox::Cancel, QMessageBox::Ok}) {
+        QVERIFY(panel.window.isVisible());
+        panel.window.close();
+        QVERIFY(panel.window.isVisible());
+        answerBox(panel, answer);
+    }
+    QVERIFY(!panel.window.isVisible());
+    QVERIFY(QFile::remove(panel.path));
 }
 
 void TestTrouble::metersShowTheDevice()
