@@ -140,8 +140,8 @@ public:
     /// returns false for the bus options.
     bool isPending(const Target &target);
 
-    /// Sends the last values of a target again, if their request failed and no newer values are
-    /// pending. Returns false if there is nothing to send, and always for the bus options, whose
+    /// Sends the last values of a target again, if their request failed and no newer one has been
+    /// made. Returns false if there is nothing to send, and always for the bus options, whose
     /// values the facade does not keep.
     bool resend(const Target &target);
 

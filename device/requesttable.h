@@ -51,7 +51,7 @@ public:
     /// Returns whether the last values of an entry have yet to be sent to the worker.
     bool isPending(int index) const { return entry(index).pending; }
 
-    /// Returns whether the last request of an entry failed and no newer values are pending.
+    /// Returns whether the last request of an entry failed and no newer one has been made.
     bool isFailed(int index) const { return entry(index).failed && !entry(index).pending; }
 
     /// Stores new values of an entry. Calls send(values) at once, or makes the entry pending if the
@@ -133,6 +133,7 @@ private:
     template <typename Send>
     void emitEntry(int index, Send send)
     {
+        entry(index).failed = false;
         m_underWay.push_back({index, false});
         send(*entry(index).values);
     }
