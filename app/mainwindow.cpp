@@ -518,6 +518,7 @@ void MainWindow::connectPresence()
 void MainWindow::connectSettings()
 {
     connect(&m_settings, &Settings::troubleChanged, this, &MainWindow::showTrouble);
+    connect(&m_scenes, &Scenes::troubleChanged, this, &MainWindow::showTrouble);
     connect(&m_settings, &Settings::foreignChangeReplaced, this, [this] {
         m_notice->flash(Notice::Message::SettingsChangedElsewhere);
     });
@@ -564,7 +565,7 @@ void MainWindow::showTrouble()
     using Message = Notice::Message;
     m_notice->set(Message::SettingsRetried, m_settings.reading() == Settings::Reading::Retrying);
     m_notice->set(Message::SettingsUnreadable, m_settings.reading() == Settings::Reading::Failed);
-    m_notice->set(Message::SettingsUnwritten, m_settings.isWriteFailing());
+    m_notice->set(Message::SettingsUnwritten, isWriteFailing());
 }
 
 /// Sends the whole state, or stops sending while the settings file cannot be read. Otherwise the
@@ -694,7 +695,7 @@ void MainWindow::dropEvent(QDropEvent *event)
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (m_settings.isWriteFailing() && !m_mayLoseChanges) {
+    if (isWriteFailing() && !m_mayLoseChanges) {
         event->ignore();
         return askToLoseChanges();
     }

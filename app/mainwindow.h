@@ -159,6 +159,7 @@ private:
     void openRemote();
     void showTrouble();
     void obeySettings();
+    bool isWriteFailing() const { return m_settings.isWriteFailing() || m_scenes.isWriteFailing(); }
     void showDisconnected();
     void askToLoseChanges();
     void refreshFacts();

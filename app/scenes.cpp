@@ -41,6 +41,8 @@ Scenes::Scenes(
     };
     connect(&settings.store(), &storage::Store::committed, this, compareSoon);
     connect(&settings, &Settings::replaced, this, compareSoon);
+    connect(&m_memories.nameFile(), &Settings::replaced, this, &Scenes::announceAll);
+    connect(&m_memories.nameFile(), &Settings::troubleChanged, this, &Scenes::troubleChanged);
 }
 
 bool Scenes::isNamed(int slot) const
@@ -60,6 +62,12 @@ void Scenes::read(int slot)
     const std::optional<storage::FileContent> file = m_memories.read(slot);
     m_slots[index(slot)].reset();
     if (file) m_slots[index(slot)] = storage::Values(file->entries);
+}
+
+void Scenes::announceAll()
+{
+    for (int slot = 1; slot <= SceneMemories::slotCount; ++slot)
+        emit slotChanged(slot);
 }
 
 Scenes::State Scenes::stateOf(const std::vector<int> &slotsInStep) const
@@ -85,8 +93,7 @@ bool Scenes::put(const State &state, const State &replaced)
     }
     m_memories.setNames(state.names);
     setCurrent(state.current);
-    for (int slot = 1; slot <= SceneMemories::slotCount; ++slot)
-        emit slotChanged(slot);
+    announceAll();
     return isDone;
 }
 
@@ -324,8 +331,7 @@ void Scenes::initialize()
             for (const int slot : all)
                 read(slot);
             setCurrent(0);
-            for (const int slot : all)
-                emit slotChanged(slot);
+            announceAll();
             const bool canUndo = pushStep(QStringLiteral("Initialize scene memories"), before);
             emit done(QStringLiteral("Scene memories initialized"), canUndo);
         });

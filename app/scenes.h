@@ -44,6 +44,9 @@ public:
     /// of a strip does not count.
     bool isChanged() const { return m_isChanged; }
 
+    /// Returns whether the last write of the names failed.
+    bool isWriteFailing() const { return m_memories.nameFile().isWriteFailing(); }
+
     void save(int slot); ///< or tells the user that it could not be saved
     void load(int slot); ///< or tells the user that the slot holds no scene
     /// The same without a box. They return false if nothing was done.
@@ -86,6 +89,7 @@ public:
 signals:
     void slotChanged(int slot); ///< its name or its marks
     void safeChanged();
+    void troubleChanged(); ///< isWriteFailing() has changed
     /// The user has saved, recalled, imported, restored or initialized scenes.
     /// @param canUndo whether that is a step of the history
     void done(const QString &what, bool canUndo);
@@ -115,6 +119,7 @@ private:
     static std::size_t index(int slot) { return static_cast<std::size_t>(slot - 1); }
     QString title(int slot) const;
     void read(int slot);
+    void announceAll();
     State stateOf(const std::vector<int> &slotsInStep) const;
     bool put(const State &state, const State &replaced);
     bool pushStep(const QString &title, const State &before);

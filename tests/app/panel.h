@@ -116,6 +116,16 @@ inline void answerBox(const Panel &panel, QMessageBox::StandardButton button)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+inline void renameScene(const Panel &panel, int slot, const QString &name)
+{
+    panel.trigger("actionRename%1"_s.arg(slot));
+    auto *dialog = panel.window.findChild<QDialog *>();
+    if (!dialog) qFatal("no dialog");
+    dialog->findChild<QLineEdit *>()->setText(name);
+    dialog->accept();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
 /// The values that differ between the device and the panel's settings.
 inline QStringList differences(const Panel &panel)
 {

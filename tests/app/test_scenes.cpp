@@ -20,6 +20,7 @@ private slots:
     void loadRestoresEverything();
     void failedSaveIsReported();
     void names();
+    void namesThatBecomeReadable();
     void renameAndInitializeAreSteps();
     void marks();
     void files();
@@ -81,16 +82,6 @@ void drop(QWidget *target, const QString &path)
     QCoreApplication::sendEvent(target, &event);
 }
 
-void rename(const Panel &panel, int slot, const QString &name)
-{
-    panel.trigger("actionRename%1"_s.arg(slot));
-    auto *dialog = panel.window.findChild<QDialog *>();
-    if (!dialog) qFatal("no dialog");
-    dialog->findChild<QLineEdit *>()->setText(name);
-    dialog->accept();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
 QString stateOf(const Panel &panel, int slot)
 {
     return panel.find<QPushButton>("pB_Scene%1"_s.arg(slot))->accessibleName();
@@ -130,7 +121,7 @@ void TestScenes::names()
     const QString odd = QString(300, QLatin1Char('W')) + " / \"Tom & Jerry\""_s;
     {
         Panel panel("names", session);
-        rename(panel, 2, odd);
+        renameScene(panel, 2, odd);
     }
     Panel panel("names", session);
     QMenu *menu = nullptr;
@@ -156,6 +147,27 @@ void TestScenes::names()
     QCOMPARE(panel.file(), before);
 }
 
+/// Another program may have the file with the names open when the panel starts.
+void TestScenes::namesThatBecomeReadable()
+{
+    {
+        const Panel panel("late-names", session);
+        renameScene(panel, 5, "Bridge"_s);
+    }
+    QFile file(QFileInfo(settingsPath("late-names")).dir().filePath("Tamber_SceneMemory.ini"_s));
+    const QByteArray names = bytesOf(file.fileName());
+    const auto write = [&file](const QByteArray &bytes) {
+        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
+               (file.close(), true);
+    };
+    QVERIFY(write("not yet"));
+    const Panel panel("late-names", session);
+    const auto *button = panel.find<QPushButton>("pB_Scene5"_s);
+    QVERIFY(!button->toolTip().contains("Bridge"_s));
+    QVERIFY(write(names));
+    QTRY_VERIFY_WITH_TIMEOUT(button->toolTip().contains("Bridge"_s), patience);
+}
+
 /// Files, names and marks return exactly. What another program has written meanwhile is not lost.
 void TestScenes::renameAndInitializeAreSteps()
 {
@@ -171,10 +183,10 @@ void TestScenes::renameAndInitializeAreSteps()
     panel.trigger("actionSave1"_s);
     panel.trigger("actionSave2"_s);
     const IniContent unnamed = readIni(names);
-    rename(panel, 2, "Verse"_s);
+    renameScene(panel, 2, "Verse"_s);
     QCOMPARE(stateOf(panel, 2), "Scene 2 Verse, on"_s);
     QCOMPARE(undoText(), "&Undo Rename scene 2"_s);
-    rename(panel, 2, "Verse"_s); // changes nothing
+    renameScene(panel, 2, "Verse"_s); // changes nothing
     write("[Track7]\nMute=true\n");
     panel.trigger("actionUndo"_s);
     QCOMPARE(stateOf(panel, 2), "Scene 2, on"_s);

@@ -20,6 +20,7 @@ private slots:
     void boxEndsADrag();
     void unreadableSettings();
     void damagedSettings();
+    void closingWithUnwrittenSettings_data();
     void closingWithUnwrittenSettings();
     void metersShowTheDevice();
     void closingWhileATransferHangs();
@@ -186,14 +187,29 @@ void TestTrouble::damagedSettings()
     QCOMPARE(notice(panel), "The settings file is damaged. Defaults replace what is missing."_s);
 }
 
+void TestTrouble::closingWithUnwrittenSettings_data()
+{
+    QTest::addColumn<bool>("isNames");
+    QTest::newRow("settings") << false;
+    QTest::newRow("names of scenes") << true;
+}
+
 /// The user decides whether changes that are not on disk get lost.
 void TestTrouble::closingWithUnwrittenSettings()
 {
+    QFETCH(bool, isNames);
     Panel panel("unwritten", "");
     panel.window.show();
+    renameScene(panel, 1, "Verse"_s);
+    const QDir folder = QFileInfo(panel.path).dir();
+    const QString file = isNames ? folder.filePath("Tamber_SceneMemory.ini"_s) : panel.path;
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(file), patience);
     // The folder of the link's target cannot be made.
-    QVERIFY(QFile::remove(panel.path) && QFile::link("/dev/null/settings.ini"_s, panel.path));
-    panel.find<QPushButton>("pB_Mute3"_s)->click();
+    QVERIFY(QFile::remove(file) && QFile::link("/dev/null/settings.ini"_s, file));
+    if (isNames)
+        renameScene(panel, 1, "Bridge"_s);
+    else
+        panel.find<QPushButton>("pB_Mute3"_s)->click();
     QTRY_COMPARE_WITH_TIMEOUT(
         notice(panel), "The settings cannot be written to disk. Trying again."_s, patience);
     for (const auto answer : {QMessageBox::Cancel, QMessageBox::Ok}) {
@@ -203,7 +219,7 @@ void TestTrouble::closingWithUnwrittenSettings()
         answerBox(panel, answer);
     }
     QVERIFY(!panel.window.isVisible());
-    QVERIFY(QFile::remove(panel.path));
+    QVERIFY(QFile::remove(file)); // so that the last write succeeds
 }
 
 void TestTrouble::metersShowTheDevice()
