@@ -693,6 +693,30 @@ void MainWindow::dropEvent(QDropEvent *event)
     event->accept();
 }
 
+void MainWindow::sendRemaining()
+{
+    // Without an answer of its own, a bus option has been sent when the next checks follow.
+    constexpr int checksWhenIdle = 2;
+    constexpr int checkInterval = 50; // milliseconds
+    constexpr int longest = 3000;     // milliseconds
+    m_settings.flush();
+    m_remote.suspend();
+    QElapsedTimer time;
+    time.start();
+    int idle = 0;
+    QEventLoop loop;
+    QTimer checks;
+    connect(&checks, &QTimer::timeout, &loop, [&] {
+        idle = m_sender.isIdle() ? idle + 1 : 0;
+        if (isVisible() || idle == checksWhenIdle || !m_presence.isAnswering() ||
+            time.hasExpired(longest))
+            loop.quit();
+    });
+    checks.start(checkInterval);
+    loop.exec();
+    if (isVisible()) m_remote.resume();
+}
+
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     if (isWriteFailing() && !m_mayLoseChanges) {

@@ -66,6 +66,11 @@ public:
     /// does so by itself, directly after its first picture. Later calls do nothing.
     void finish();
 
+    /// Sends what the device has not got yet, and returns when that is done. Call it after the
+    /// window is closed. Returns early if no device answers, after three seconds, or if the window
+    /// is shown again, which the user may do meanwhile.
+    void sendRemaining();
+
     RemoteControl &remoteControl() { return m_remote; }
 
 signals:

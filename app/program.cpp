@@ -127,16 +127,18 @@ makeApplication(const QString &organisation, int &argc, char **argv)
 }
 
 /// Starts the program again with another zoom, and ends this process. If that is not possible, says
-/// why and leaves everything as it was.
-void changeZoom(
+/// why, leaves everything as it was, and returns false.
+bool changeZoom(
     int percent, const Program &program, MainWindow &window, const QtSingleApplication &application)
 {
     Settings &settings = program.settings;
     settings.flush();
-    if (settings.reading() != Settings::Reading::Done || settings.isWriteFailing())
-        return boxes::inform(
+    if (settings.reading() != Settings::Reading::Done || settings.isWriteFailing()) {
+        boxes::inform(
             &window, QStringLiteral("The zoom can be changed when the settings file can be read "
                                     "and written again."));
+        return false;
+    }
     const QString organisation = organisationOf(program);
     const int before = zoom::stored(organisation).percent;
     zoom::storeChoice(organisation, percent);
@@ -144,7 +146,8 @@ void changeZoom(
     window.remoteControl().suspend();
     if (replacement::start(application, replacement::toHandOver(window, settings))) {
         window.close();
-        return QCoreApplication::quit();
+        QCoreApplication::quit();
+        return true;
     }
     window.remoteControl().resume();
     zoom::storeChoice(organisation, before);
@@ -152,6 +155,7 @@ void changeZoom(
         &window, QStringLiteral("The panel could not be started again with another zoom.\nThis "
                                 "one goes on with %1 %.")
                      .arg(zoom::current()));
+    return false;
 }
 
 } // namespace
@@ -166,8 +170,9 @@ static int runWindow(
     MainWindow window(program.settings, transport, edition);
     application.setActivationWindow(&window, true);
     QtSingleApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    bool isReplaced = false;
     QObject::connect(&window, &MainWindow::zoomChosen, &window, [&](int percent) {
-        changeZoom(percent, program, window, application);
+        isReplaced = changeZoom(percent, program, window, application);
     });
     if (handover)
         replacement::moveTo(
@@ -179,7 +184,14 @@ static int runWindow(
             companion = program.makeCompanion();
             showBeside(*companion, window);
         });
-    return QtSingleApplication::exec();
+    for (;;) {
+        const int code = QtSingleApplication::exec();
+        if (isReplaced) return code; // the new process sends everything
+        if (companion) companion->hide();
+        window.sendRemaining();
+        if (!window.isVisible()) return code;
+        if (companion) companion->show(); // the user has started the program again
+    }
 }
 
 int run(const Program &program, int argc, char **argv)

@@ -382,6 +382,14 @@ bool QVXDevice::isPending(const Target &target)
     return withTable(target.kind, [&](auto &table, auto) { return table.isPending(target.index); });
 }
 
+bool QVXDevice::isIdle() const
+{
+    assertGuiThread();
+    return m_tables.route.isIdle() && m_tables.eq.isIdle() && m_tables.comp.isIdle() &&
+           m_tables.fader.isIdle() && m_tables.mute.isIdle() && m_tables.pan.isIdle() &&
+           m_tables.solo.isIdle() && m_tables.phase.isIdle();
+}
+
 bool QVXDevice::resend(const Target &target)
 {
     assertGuiThread();

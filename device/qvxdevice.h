@@ -140,6 +140,9 @@ public:
     /// returns false for the bus options.
     bool isPending(const Target &target);
 
+    /// Returns whether no set command is pending or awaits an answer. The bus options do not count.
+    bool isIdle() const;
+
     /// Sends the last values of a target again, if their request failed and no newer one has been
     /// made. Returns false if there is nothing to send, and always for the bus options, whose
     /// values the facade does not keep.

@@ -48,6 +48,13 @@ public:
         return entry(index).pending || std::any_of(m_underWay.begin(), m_underWay.end(), matches);
     }
 
+    /// Returns whether no values are pending and no request awaits an answer.
+    bool isIdle() const
+    {
+        const auto isPending = [](const Entry &entry) { return entry.pending; };
+        return m_underWay.empty() && std::none_of(m_entries.begin(), m_entries.end(), isPending);
+    }
+
     /// Returns whether the last values of an entry have yet to be sent to the worker.
     bool isPending(int index) const { return entry(index).pending; }
 

@@ -18,6 +18,7 @@ class TestScenes : public QObject
 private slots:
     void initTestCase() { applyLook(); }
     void loadRestoresEverything();
+    void closingDuringARecall();
     void failedSaveIsReported();
     void names();
     void namesThatBecomeReadable();
@@ -103,6 +104,25 @@ void TestScenes::loadRestoresEverything()
     QTRY_COMPARE_WITH_TIMEOUT(shown(panel), window, patience);
     QCOMPARE(panel.file(), saved);
     QTRY_COMPARE_WITH_TIMEOUT(differences(panel), QStringList(), patience);
+}
+
+/// The device has the whole scene although the window is closed at once.
+void TestScenes::closingDuringARecall()
+{
+    Panel panel("closing", session);
+    panel.window.show();
+    panel.trigger("actionSave3"_s);
+    changeEverything(panel);
+    QTRY_COMPARE_WITH_TIMEOUT(differences(panel), QStringList(), patience);
+    panel.trigger("actionLoad3"_s);
+    panel.window.close();
+    QVERIFY(!differences(panel).isEmpty());
+    panel.window.sendRemaining();
+    QCOMPARE(differences(panel), QStringList());
+    panel.trigger("actionLoad3"_s);
+    panel.tamber.setPlugged(false);
+    panel.trigger("actionReset_Strip"_s);
+    panel.window.sendRemaining(); // ends although nothing can be sent
 }
 
 void TestScenes::failedSaveIsReported()

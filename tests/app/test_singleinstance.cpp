@@ -17,6 +17,7 @@ private slots:
     void secondStartShowsTheFirst();
     void minimisedWindowComesBack();
     void boxComesWithItsWindow();
+    void startWhileTheFirstEnds();
     void unreadableLock();
     void noRuntimeFolder();
     void hungFirst();
@@ -104,6 +105,21 @@ void TestSingleInstance::boxComesWithItsWindow()
     QTRY_VERIFY(m_display.isAbove(idOf(box), idOf(window)));
     QTRY_VERIFY(m_display.isAbove(idOf(window), cover.id()));
     QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget *>(&box));
+}
+
+/// A closed panel that still sends its state comes back. If it has ended meanwhile, the new one is
+/// shown.
+void TestSingleInstance::startWhileTheFirstEnds()
+{
+    const PrivateHome home;
+    const Demo first(home);
+    QVERIFY(shows(first));
+    m_display.close(first.window(m_display));
+    QTRY_VERIFY_WITH_TIMEOUT(!first.window(m_display), patience);
+    const Demo second(home);
+    QTRY_VERIFY_WITH_TIMEOUT(first.isUp() != second.isUp(), patience);
+    QVERIFY(shows(first.isUp() ? first : second));
+    QVERIFY(secondStartEnds(home));
 }
 
 /// The demo starts although a process that was killed left an unreadable lock file.
