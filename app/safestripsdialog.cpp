@@ -1,5 +1,7 @@
 #include "app/safestripsdialog.h"
 
+#include "mixer/state.h"
+
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QGridLayout>
@@ -7,8 +9,33 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace {
+
+/// Returns the channels of a pair with the names that the user sees: "Channels 1 and 2: Kick,
+/// Snare".
+QString titleOf(const storage::Values &values, int left, const QFontMetrics &metrics)
+{
+    constexpr int longest = 160; // pixels
+    QStringList names;
+    if (mixer::isLinked(values, mixer::pair(left)))
+        names += mixer::stripName(values, mixer::pair(left));
+    else
+        for (const int input : {left, left + 1})
+            names += mixer::stripName(values, mixer::track(input));
+    names.removeAll(QString());
+    QString title = QStringLiteral("Channels %1 and %2").arg(left).arg(left + 1);
+    if (names.isEmpty()) return title;
+    const QString all =
+        metrics.elidedText(names.join(QStringLiteral(", ")), Qt::ElideRight, longest);
+    return title + QStringLiteral(": ") +
+           QString(all).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+} // namespace
+
 SafeStripsDialog::SafeStripsDialog(
-    const QString &title, const mixer::SafeStrips &safe, QWidget *parent)
+    const QString &title, const mixer::SafeStrips &safe, const storage::Values &values,
+    QWidget *parent)
     : QDialog(parent)
 {
     setObjectName(QStringLiteral("safeStripsDialog"));
@@ -19,9 +46,7 @@ SafeStripsDialog::SafeStripsDialog(
     constexpr int rows = mixer::pairCount / 2;
     for (int pair = 0; pair < mixer::pairCount; ++pair) {
         const auto place = static_cast<std::size_t>(pair);
-        m_pairs[place] = addBox(
-            QStringLiteral("Channels %1 and %2").arg(2 * pair + 1).arg(2 * pair + 2),
-            safe.pairs[place]);
+        m_pairs[place] = addBox(titleOf(values, 2 * pair + 1, fontMetrics()), safe.pairs[place]);
         grid->addWidget(m_pairs[place], pair % rows, pair / rows);
     }
     m_master = addBox(QStringLiteral("Master"), safe.master);

@@ -14,7 +14,10 @@ class SafeStripsDialog : public QDialog
     Q_OBJECT
 
 public:
-    SafeStripsDialog(const QString &title, const mixer::SafeStrips &safe, QWidget *parent);
+    /// @param values with the names of the strips
+    SafeStripsDialog(
+        const QString &title, const mixer::SafeStrips &safe, const storage::Values &values,
+        QWidget *parent);
 
     /// Returns what the user has chosen.
     mixer::SafeStrips safe() const;

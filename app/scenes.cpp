@@ -297,8 +297,9 @@ bool Scenes::tryLoad(int slot)
 void Scenes::loadExcept(int slot)
 {
     if (!holds(slot)) return load(slot);
-    auto *dialog =
-        new SafeStripsDialog(QStringLiteral("Recall Scene %1 Except").arg(slot), m_safe, m_window);
+    auto *dialog = new SafeStripsDialog(
+        QStringLiteral("Recall Scene %1 Except").arg(slot), m_safe, m_settings.store().values(),
+        m_window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QDialog::accepted, this, [this, dialog, slot] {
         setSafe(dialog->safe());

@@ -3,6 +3,7 @@
 #include "tests/app/panel.h"
 #include "tests/patience.h"
 
+#include <QCheckBox>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QMenu>
@@ -27,6 +28,7 @@ private slots:
     void files();
     void killedExport();
     void safeStrips();
+    void recallExcept();
     void initializeMemory();
 };
 
@@ -409,6 +411,28 @@ void TestScenes::safeStrips()
     panel.trigger("actionLoad2"_s);
     QVERIFY(panel.find<QPushButton>("pB_Mute1"_s)->isChecked());
     QCOMPARE(panel.find<QLabel>("label_Fader1"_s)->text(), "-16 dB"_s);
+}
+
+/// The dialog names the strips as the user does, and a recall keeps those that are ticked.
+void TestScenes::recallExcept()
+{
+    Panel panel("except", session + QByteArray("[Track2]\nName=Tom & Jerry\n"));
+    panel.trigger("actionSave2"_s);
+    const auto *kept = panel.find<QPushButton>("pB_Mute2"_s);
+    const auto *recalled = panel.find<QPushButton>("pB_Mute10"_s);
+    for (const int input : {2, 10})
+        panel.find<QPushButton>("pB_Mute%1"_s.arg(input))->click();
+    panel.trigger("actionLoadExcept2"_s);
+    auto *dialog = panel.find<QDialog>("safeStripsDialog"_s);
+    const QList<QCheckBox *> boxes = dialog->findChildren<QCheckBox *>();
+    QCOMPARE(boxes.size(), 9);
+    QCOMPARE(boxes[0]->text(), "Channels 1 and 2: Kick, Tom && Jerry"_s);
+    QCOMPARE(boxes[1]->text(), "Channels 3 and 4"_s);
+    boxes[0]->setChecked(true);
+    dialog->accept();
+    QVERIFY(kept->isChecked() && recalled->isChecked());
+    panel.trigger("actionUndo"_s);
+    QVERIFY(kept->isChecked() && !recalled->isChecked());
 }
 
 void TestScenes::initializeMemory()
