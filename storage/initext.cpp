@@ -259,7 +259,6 @@ QByteArray toIni(const Entries &entries)
 
 bool IniReader::read(const char *bytes, qint64 count)
 {
-    if (count > 0) m_empty = false;
     while (count > 0 && m_textLeft > 0) {
         const auto *end =
             static_cast<const char *>(std::memchr(bytes, '\n', static_cast<std::size_t>(count)));

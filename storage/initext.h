@@ -50,7 +50,6 @@ public:
     /// setting, a control character, a byte that is not UTF-8 (its line is read as Latin-1), an
     /// open quote, a line or a file that is too long, a last line without a line end.
     bool isDamaged() const { return m_damaged; }
-    bool isEmpty() const { return m_empty; } ///< whether the file has no bytes
 
 private:
     void takeLine();
@@ -63,7 +62,6 @@ private:
     int m_textLeft = mostText;
     bool m_tooLong = false; ///< the line being read is too long
     bool m_damaged = false;
-    bool m_empty = true;
     bool m_first = true; ///< the line being read is the first
 };
 

@@ -93,7 +93,7 @@ public:
     }
     /// Writes a raw value. A null value removes the key.
     void set(Group group, Key key, const QByteArray &value);
-    /// Writes a raw foreign value. A null value removes the entry.
+    /// Writes a raw foreign value, at most once for each entry. A null value removes the entry.
     void setForeign(const QByteArray &entry, const QByteArray &value);
 
     void setTitle(const QString &title) { m_changes.title = title; }

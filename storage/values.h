@@ -81,5 +81,6 @@ private:
 QByteArray encode(int value);
 QByteArray encode(bool value);
 QByteArray encode(const QString &value);
+QByteArray encode(const char *) = delete; // a pointer would count as a switch
 
 } // namespace storage
