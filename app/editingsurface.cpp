@@ -140,7 +140,6 @@ void shelf(QPainter &painter)
 
 void surface(QPainter &painter)
 {
-    painter.fillRect(QRect(QPoint(), areaSize), colours::page); // shows in the corners
     painter.setPen(Qt::NoPen);
     painter.setBrush(colours::surface);
     painter.drawRoundedRect(QRectF(QPointF(), areaSize), blockRadius, blockRadius);
@@ -194,5 +193,7 @@ void EditingSurface::paintEvent(QPaintEvent *)
     const qreal ratio = devicePixelRatioF();
     if (m_image.isNull() || m_image.devicePixelRatio() != ratio)
         m_image = drawing::pixmap(QStringLiteral("editing"), areaSize, ratio, draw);
-    QPainter(this).drawPixmap(0, 0, m_image);
+    QPainter painter(this);
+    painter.fillRect(rect(), colours::page); // in the corners
+    painter.drawPixmap(0, 0, m_image);
 }

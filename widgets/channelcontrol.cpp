@@ -34,9 +34,7 @@ void ChannelControl::paintEvent(QPaintEvent *)
     if (m_image.isNull() || m_image.devicePixelRatio() != ratio)
         m_image = stripsurface::image(m_look, m_selected, ratio);
     QPainter painter(this);
-    if (m_dimmed) {
-        painter.fillRect(rect(), colours::page);
-        painter.setOpacity(dimmedOpacity);
-    }
+    painter.fillRect(rect(), colours::page); // in the corners
+    if (m_dimmed) painter.setOpacity(dimmedOpacity);
     painter.drawPixmap(0, 0, m_image);
 }

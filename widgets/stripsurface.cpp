@@ -50,7 +50,6 @@ void surface(QPainter &painter, Look look, bool selected)
     QPainterPath block;
     block.addRoundedRect(blockOf(look), blockRadius, blockRadius);
     const QRectF area(QPointF(), sizeOf(look));
-    painter.fillRect(area, colours::page); // shows in the corners
     painter.setClipRect(area);
     painter.fillPath(block, selected ? colours::surfaceLit : colours::surface);
     if (selected) {

@@ -15,7 +15,7 @@ enum class Look {
 
 QSize sizeOf(Look look); ///< in pixels at 100 %
 
-/// Returns the background of a strip, without transparent pixels.
+/// Returns the background of a strip.
 /// @param selected whether the editing area shows the strip
 /// @param ratio    device pixels of the screen for one pixel
 QPixmap image(Look look, bool selected, qreal ratio);
