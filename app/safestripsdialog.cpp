@@ -1,6 +1,7 @@
 #include "app/safestripsdialog.h"
 
 #include "mixer/state.h"
+#include "widgets/plaintext.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -27,8 +28,7 @@ QString titleOf(const storage::Values &values, int left, const QFontMetrics &met
     if (names.isEmpty()) return title;
     const QString all =
         metrics.elidedText(names.join(QStringLiteral(", ")), Qt::ElideRight, longest);
-    return title + QStringLiteral(": ") +
-           QString(all).replace(QLatin1Char('&'), QLatin1String("&&"));
+    return title + QStringLiteral(": ") + plaintext::forMenu(all);
 }
 
 } // namespace

@@ -102,7 +102,7 @@ public:
         m_underWay.pop_front();
         if (request.forgotten) return -1;
         m_ret = ret;
-        entry(request.index).failed = !ret;
+        entry(request.index).failed = !ret && !isWaiting(request.index);
         m_busy = false;
         for (int first = 0; first < Size; first += group)
             if (sendFirst(first, first + group, send)) m_busy = true;

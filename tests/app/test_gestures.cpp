@@ -309,8 +309,7 @@ void TestGestures::editorRefusesNonsense()
     QVERIFY(cap->hasFocus());
 }
 
-/// Several positions of a cap have the same value. Enter in the editor moves the cap from none of
-/// them.
+/// Several positions of a cap have the same value. Enter in the editor leaves the cap where it is.
 void TestGestures::editorKeepsTheShownValue()
 {
     auto *cap = m_panel->find<StepControl>("faderKnob4"_s);
