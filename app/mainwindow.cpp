@@ -526,11 +526,15 @@ void MainWindow::connectSettings()
         showAll();
         obeySettings();
         loadBufferSize();
-        if (m_settings.isDamaged()) m_notice->flash(Notice::Message::SettingsDamaged);
+        m_notice->set(Notice::Message::SettingsDamaged, m_settings.isDamaged());
     });
     connect(m_notice, &Notice::defaultsAccepted, &m_settings, &Settings::acceptValues);
+    // With the first change the user has seen the strips.
+    connect(&m_history.stack(), &QUndoStack::indexChanged, m_notice, [this] {
+        m_notice->set(Notice::Message::SettingsDamaged, false);
+    });
+    m_notice->set(Notice::Message::SettingsDamaged, m_settings.isDamaged());
     showTrouble();
-    if (m_settings.isDamaged()) m_notice->flash(Notice::Message::SettingsDamaged);
 }
 
 void MainWindow::connectRemote()

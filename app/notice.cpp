@@ -72,7 +72,6 @@ Notice::Notice(QWidget *parent) : QWidget(parent), m_text(new QLabel), m_button(
     m_flash.setInterval(flashTime);
     connect(&m_flash, &QTimer::timeout, this, [this] {
         set(Message::SettingsChangedElsewhere, false);
-        set(Message::SettingsDamaged, false);
         set(Message::PasteRefused, false);
     });
     m_telling.setSingleShot(true);

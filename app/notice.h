@@ -22,10 +22,10 @@ public:
         SettingsUnreadable, ///< the settings file cannot be read; the user must accept the defaults
         SettingsRetried,    ///< the settings file cannot be read; reading is retried
         NoDevice,           ///< no device answers
+        SettingsDamaged,    ///< a part of the settings file could not be read
         SettingsUnwritten,  ///< the settings file cannot be written
         DeviceRefuses,      ///< the device refuses a setting
         SettingsChangedElsewhere, ///< another program has changed the settings file
-        SettingsDamaged,          ///< a part of the settings file could not be read
         PasteRefused,             ///< the clipboard holds nothing that fits the strip
         Done,                     ///< the user has saved or recalled a scene
         RemotePortInUse,          ///< remote control waits for its port
@@ -39,7 +39,7 @@ public:
 
     /// Shows or removes a message.
     void set(Message message, bool applies);
-    /// Shows SettingsChangedElsewhere, SettingsDamaged or PasteRefused for 15 seconds.
+    /// Shows SettingsChangedElsewhere or PasteRefused for 15 seconds.
     void flash(Message message);
     /// Says for 8 seconds what the user has done.
     /// @param canUndo whether a button to undo it is shown

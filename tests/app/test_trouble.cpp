@@ -185,6 +185,8 @@ void TestTrouble::damagedSettings()
     panel.window.show();
     QVERIFY(panel.find<QPushButton>("pB_Mute3"_s)->isChecked());
     QCOMPARE(notice(panel), "The settings file is damaged. Defaults replace what is missing."_s);
+    panel.find<QPushButton>("pB_Mute4"_s)->click();
+    QCOMPARE(notice(panel), QString());
 }
 
 void TestTrouble::closingWithUnwrittenSettings_data()
