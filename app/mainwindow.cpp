@@ -39,6 +39,8 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QElapsedTimer>
+#include <QEventLoop>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
@@ -51,6 +53,8 @@
 #include <QTimer>
 #include <QUrl>
 #include <QWindow>
+
+#include <utility>
 
 namespace {
 
@@ -697,35 +701,54 @@ void MainWindow::dropEvent(QDropEvent *event)
     event->accept();
 }
 
+bool MainWindow::isWriteFailing() const
+{
+    return m_settings.isWriteFailing() || m_scenes.isWriteFailing();
+}
+
 void MainWindow::sendRemaining()
 {
-    // Without an answer of its own, a bus option has been sent when the next checks follow.
-    constexpr int checksWhenIdle = 2;
+    // A bus option may still wait in the worker when the first check finds everything sent.
+    constexpr int checksWhenSettled = 2;
     constexpr int checkInterval = 50; // milliseconds
     constexpr int longest = 3000;     // milliseconds
-    m_settings.flush();
+    storeWindowGeometry();            // the system may end the process meanwhile
     m_remote.suspend();
+    for (QWidget *each : findChildren<QWidget *>())
+        if (each->isWindow() && each->isVisible()) each->close();
     QElapsedTimer time;
     time.start();
-    int idle = 0;
+    int settled = 0;
     QEventLoop loop;
     QTimer checks;
     connect(&checks, &QTimer::timeout, &loop, [&] {
-        idle = m_sender.isIdle() ? idle + 1 : 0;
-        if (isVisible() || idle == checksWhenIdle || !m_presence.isAnswering() ||
+        settled = m_presence.isSettled() ? settled + 1 : 0;
+        if (isVisible() || settled == checksWhenSettled || !m_presence.isAnswering() ||
             time.hasExpired(longest))
             loop.quit();
     });
     checks.start(checkInterval);
     loop.exec();
-    if (isVisible()) m_remote.resume();
+    if (!isVisible()) return;
+    m_remote.resume();
+    if (m_updates) m_updates->resume();
+}
+
+void MainWindow::closeAtOnce()
+{
+    m_mayLoseChanges = true;
+    close();
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (isWriteFailing() && !m_mayLoseChanges) {
-        event->ignore();
-        return askToLoseChanges();
+    if (!std::exchange(m_mayLoseChanges, false)) {
+        m_settings.flush();
+        m_scenes.flush();
+        if (isWriteFailing()) {
+            event->ignore();
+            return askToLoseChanges();
+        }
     }
     if (m_updates) m_updates->stop();
     QMainWindow::closeEvent(event);
@@ -735,10 +758,7 @@ void MainWindow::askToLoseChanges()
 {
     const QString text = QStringLiteral(
         "The settings cannot be written to disk. If you quit now, your last changes are lost.");
-    boxes::askFirst(this, text, [this] {
-        m_mayLoseChanges = true;
-        close();
-    });
+    boxes::askFirst(this, text, [this] { closeAtOnce(); });
 }
 
 void MainWindow::paintEvent(QPaintEvent *event)

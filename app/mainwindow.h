@@ -66,9 +66,13 @@ public:
     /// does so by itself, directly after its first picture. Later calls do nothing.
     void finish();
 
-    /// Sends what the device has not got yet, and returns when that is done. Call it after the
-    /// window is closed. Returns early if no device answers, after three seconds, or if the window
-    /// is shown again, which the user may do meanwhile.
+    /// Returns whether the last write of the settings or of the scenes' names failed.
+    bool isWriteFailing() const;
+    /// Closes the window without asking, even if changes that are not written get lost.
+    void closeAtOnce();
+    /// Closes the window's other windows, sends what the device has not got yet, and returns when
+    /// that is done. Call it after the window is closed. Returns early if no device answers, after
+    /// three seconds, or if the window is shown again, which the user may do meanwhile.
     void sendRemaining();
 
     RemoteControl &remoteControl() { return m_remote; }
@@ -164,7 +168,6 @@ private:
     void openRemote();
     void showTrouble();
     void obeySettings();
-    bool isWriteFailing() const { return m_settings.isWriteFailing() || m_scenes.isWriteFailing(); }
     void showDisconnected();
     void askToLoseChanges();
     void refreshFacts();
@@ -218,5 +221,5 @@ private:
     ChannelEditor *m_editor = nullptr;      ///< made when it is opened for the first time
     UpdateInformation *m_updates = nullptr; ///< null until finish()
     bool m_isFinished = false;
-    bool m_mayLoseChanges = false; ///< the user has agreed to quit without them
+    bool m_mayLoseChanges = false; ///< the next close does not ask
 };

@@ -133,7 +133,7 @@ bool changeZoom(
 {
     Settings &settings = program.settings;
     settings.flush();
-    if (settings.reading() != Settings::Reading::Done || settings.isWriteFailing()) {
+    if (settings.reading() != Settings::Reading::Done || window.isWriteFailing()) {
         boxes::inform(
             &window, QStringLiteral("The zoom can be changed when the settings file can be read "
                                     "and written again."));
@@ -145,7 +145,7 @@ bool changeZoom(
     // The new process has read the settings, so it would not know what is changed from now on.
     window.remoteControl().suspend();
     if (replacement::start(application, replacement::toHandOver(window, settings))) {
-        window.close();
+        window.closeAtOnce();
         QCoreApplication::quit();
         return true;
     }
@@ -179,18 +179,24 @@ static int runWindow(
             window, zoom::atCurrent(zoom::stored(organisationOf(program)).extent.frame), *handover);
     window.show();
     std::unique_ptr<QWidget> companion;
-    if (program.makeCompanion)
-        QTimer::singleShot(companionDelay, &window, [&] {
-            companion = program.makeCompanion();
-            showBeside(*companion, window);
-        });
+    const auto showCompanion = [&] {
+        if (!program.makeCompanion || !window.isVisible()) return;
+        if (!companion) companion = program.makeCompanion();
+        showBeside(*companion, window);
+    };
+    QTimer::singleShot(companionDelay, &window, showCompanion);
+    bool isClosed = false;
+    QObject::connect(
+        &application, &QtSingleApplication::lastWindowClosed, &window, [&] { isClosed = true; });
     for (;;) {
+        isClosed = false;
         const int code = QtSingleApplication::exec();
-        if (isReplaced) return code; // the new process sends everything
+        // A new process sends everything itself. Without a close, the system ends the program.
+        if (isReplaced || !isClosed) return code;
         if (companion) companion->hide();
         window.sendRemaining();
         if (!window.isVisible()) return code;
-        if (companion) companion->show(); // the user has started the program again
+        showCompanion(); // the user has started the program again
     }
 }
 
@@ -210,7 +216,8 @@ int run(const Program &program, int argc, char **argv)
     if (application.isRunning()) {
         const bool delivered = application.sendMessage(
             QLatin1String(constants::alreadyRunning), constants::alreadyRunningTimeout);
-        return delivered ? 0 : 1;
+        if (delivered) return 0;
+        if (application.isRunning()) return 1; // otherwise it was about to end
     }
     installTranslations();
     accessiblecontrols::install();

@@ -44,6 +44,8 @@ public:
     /// of a strip does not count.
     bool isChanged() const { return m_isChanged; }
 
+    /// Writes the names now, if they have changed.
+    void flush() { m_memories.flushNames(); }
     /// Returns whether the last write of the names failed.
     bool isWriteFailing() const { return m_memories.nameFile().isWriteFailing(); }
 

@@ -82,6 +82,11 @@ bool Presence::pollMeters()
     return true;
 }
 
+bool Presence::isSettled() const
+{
+    return m_sender.isIdle() && !m_retries.isRetrying() && m_device.transferAge() == 0;
+}
+
 void Presence::sendEverything()
 {
     m_lost = false;

@@ -37,6 +37,9 @@ public:
     bool isAnswering() const { return m_answering; }
     /// Returns whether the device has refused a command every time that it was sent.
     bool isRefusing() const { return m_refusing; }
+    /// Returns whether everything has been sent and no failed command is to be sent again. A bus
+    /// option may still wait until the worker's pause of 10 ms is over.
+    bool isSettled() const;
 
     /// Resets the facade and sends the whole state, because the device may hold any state.
     void sendEverything();

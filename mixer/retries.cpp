@@ -74,6 +74,13 @@ void Retries::clear()
     m_retries.clear();
 }
 
+bool Retries::isRetrying() const
+{
+    return std::any_of(m_retries.begin(), m_retries.end(), [](const Retry &retry) {
+        return retry.attempts < attempts;
+    });
+}
+
 bool Retries::isRefused() const
 {
     return std::any_of(m_retries.begin(), m_retries.end(), [](const Retry &retry) {

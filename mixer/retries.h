@@ -28,6 +28,8 @@ public:
     /// Forgets all failed commands. Call it before a full send.
     void clear();
 
+    /// Returns whether a failed command is to be sent again or awaits its answer.
+    bool isRetrying() const;
     /// Returns whether the device has refused a command in all attempts.
     bool isRefused() const;
 

@@ -46,7 +46,8 @@ public:
     /// Returns whether commands of a large change set or of sendAll() are still pending.
     bool isSendingMuch() const;
 
-    /// Returns whether everything has been sent and answered. The bus options have no answer.
+    /// Returns whether everything has been sent and answered. Answers to the bus options do not
+    /// count.
     bool isIdle() const { return m_batches.empty() && m_device.isIdle(); }
 
     /// Stops or allows sending. While `held` is true nothing is sent and changes are not kept. Call

@@ -58,6 +58,8 @@ public:
     /// Renames a slot. An empty name restores the default name.
     void rename(int slot, const QString &name);
 
+    /// Writes the names now, if they have changed.
+    void flushNames() { m_names.flush(); }
     /// The file with the names, for its errors and their signals.
     const Settings &nameFile() const { return m_names; }
     /// Returns all entries of the file with the names, those that the panel does not know included.

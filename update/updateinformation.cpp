@@ -66,6 +66,11 @@ void UpdateInformation::stop()
     delete m_box;
 }
 
+void UpdateInformation::resume()
+{
+    m_stopped = false;
+}
+
 void UpdateInformation::check(bool onDemand)
 {
     if (m_stopped || !canCheck()) return;

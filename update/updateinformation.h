@@ -58,6 +58,8 @@ public:
 
     /// Cancels everything and shows no more boxes. Called when the window closes.
     void stop();
+    /// Allows checks again. Called when the window comes back.
+    void resume();
 
     // contract: the names and the argument types of the signals and slots.
 signals:
