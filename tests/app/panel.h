@@ -138,7 +138,8 @@ inline QStringList shown(const QWidget &window)
     QStringList lines;
     // These depend on when the device answered and what the user did last.
     const QStringList changing = {
-        "label_Latency"_s, "label_Device"_s, "label_DeviceState"_s, "label_Notice"_s};
+        "label_Latency"_s, "label_SampleRate"_s, "label_Device"_s, "label_DeviceState"_s,
+        "label_Notice"_s};
     for (const auto *label : window.findChildren<QLabel *>())
         if (!label->objectName().isEmpty() && !changing.contains(label->objectName()))
             lines += label->objectName() + label->text();
