@@ -41,8 +41,8 @@ class LooseCable final : public Transport
 public:
     explicit LooseCable(std::unique_ptr<Transport> behind) : m_behind(std::move(behind)) {}
 
-    /// Loses the contact after this many messages, until this many requests have failed. Only while
-    /// no request is under way.
+    /// Loses the contact after this many messages, until this many requests have failed. Call it
+    /// only while hold() of the transport in front is in effect.
     void loosen(simulator::SimulatedTamber &tamber, int messages, int requests)
     {
         m_tamber = &tamber;
@@ -295,7 +295,10 @@ void TestPresence::looseCableDuringAFullSend()
         Console console(QByteArray(), wrap);
         storeVariety(console.store);
         console.pass(300);
-        cable->loosen(console.tamber, wholeState / 2, requests);
+        {
+            const auto lock = console.cable.hold();
+            cable->loosen(console.tamber, wholeState / 2, requests);
+        }
         console.presence.sendEverything();
         console.settle();
         QVERIFY(console.tamber.isPlugged());
