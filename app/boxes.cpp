@@ -31,6 +31,14 @@ public:
 
 constexpr int leastWidth = 380; // pixels, enough for the title
 
+void showText(QMessageBox::Icon icon, QWidget *parent, const QString &text)
+{
+    QMessageBox *box = boxes::make(icon, parent, QLatin1String(constants::windowTitle));
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    box->open();
+}
+
 } // namespace
 
 QMessageBox *boxes::make(QMessageBox::Icon icon, QWidget *parent, const QString &title)
@@ -61,11 +69,12 @@ void boxes::askFirst(QWidget *parent, const QString &text, const std::function<v
 
 void boxes::inform(QWidget *parent, const QString &text)
 {
-    QMessageBox *box =
-        make(QMessageBox::Information, parent, QLatin1String(constants::windowTitle));
-    box->setTextFormat(Qt::PlainText);
-    box->setText(text);
-    box->open();
+    showText(QMessageBox::Information, parent, text);
+}
+
+void boxes::warn(QWidget *parent, const QString &text)
+{
+    showText(QMessageBox::Warning, parent, text);
 }
 
 void boxes::showStartInformation(QWidget *parent, const std::function<void()> &neverAgain)

@@ -17,6 +17,8 @@ void askFirst(QWidget *parent, const QString &text, const std::function<void()> 
 
 /// Shows a text with an OK button.
 void inform(QWidget *parent, const QString &text);
+/// The same for something that has failed.
+void warn(QWidget *parent, const QString &text);
 
 /// Shows the start information: how to avoid noise, and where to find help.
 /// @param neverAgain called if the user ticks "Do not show again"

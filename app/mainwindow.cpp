@@ -810,7 +810,7 @@ void MainWindow::openGuide()
 void MainWindow::openWebPage(const QUrl &page)
 {
     if (QDesktopServices::openUrl(page)) return;
-    boxes::inform(
+    boxes::warn(
         this,
         QStringLiteral("No web browser could be started.\nThe page is %1.").arg(page.toString()));
 }

@@ -108,7 +108,7 @@ void PresetMenu::write(const QString &name, const mixer::KnobPositions &knobs)
     if (m_presets.save(name, knobs))
         emit done(QStringLiteral("Preset %1 saved").arg(quoted(name)));
     else
-        boxes::inform(
+        boxes::warn(
             parentWidget(), QStringLiteral("The preset could not be saved. Its file cannot be "
                                            "written, or there are too many presets."));
 }
@@ -121,7 +121,7 @@ void PresetMenu::rename(const mixer::UserPreset &preset)
             emit done(
                 QStringLiteral("Preset %1 renamed to %2").arg(quoted(preset.name), quoted(name)));
         else
-            boxes::inform(
+            boxes::warn(
                 parentWidget(),
                 QStringLiteral("The preset could not be renamed. Another preset has "
                                "the name, or its file cannot be written."));
@@ -137,6 +137,6 @@ void PresetMenu::remove(const mixer::UserPreset &preset)
             if (m_presets.remove(preset.slot))
                 emit done(QStringLiteral("Preset %1 deleted").arg(quoted(preset.name)));
             else
-                boxes::inform(parentWidget(), QStringLiteral("The preset could not be deleted."));
+                boxes::warn(parentWidget(), QStringLiteral("The preset could not be deleted."));
         });
 }

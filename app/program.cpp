@@ -151,7 +151,7 @@ bool changeZoom(
     }
     window.remoteControl().resume();
     zoom::storeChoice(organisation, before);
-    boxes::inform(
+    boxes::warn(
         &window, QStringLiteral("The panel could not be started again with another zoom.\nThis "
                                 "one goes on with %1 %.")
                      .arg(zoom::current()));

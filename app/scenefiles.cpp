@@ -74,7 +74,7 @@ void SceneFiles::write(const QString &path, const QByteArray &text)
 {
     storage::removeLeftovers(storage::realDisk(), path);
     if (storage::replaceFile(storage::realDisk(), path, text)) return;
-    boxes::inform(
+    boxes::warn(
         m_window,
         QStringLiteral("The file %1 could not be written.").arg(QFileInfo(path).fileName()));
 }
@@ -136,7 +136,7 @@ std::optional<storage::Exchange> SceneFiles::read(const QString &path)
 {
     const storage::Exchange exchange = storage::readExchange(storage::realDisk(), path);
     if (exchange.problem.isEmpty()) return exchange;
-    boxes::inform(m_window, exchange.problem);
+    boxes::warn(m_window, exchange.problem);
     return std::nullopt;
 }
 

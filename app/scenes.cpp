@@ -107,7 +107,7 @@ bool Scenes::pushStep(const QString &title, const State &before)
     if (before == after) return false;
     const auto putBack = [this](const State &state, const State &replaced) {
         if (!put(state, replaced))
-            boxes::inform(m_window, QStringLiteral("A scene could not be written to disk."));
+            boxes::warn(m_window, QStringLiteral("A scene could not be written to disk."));
     };
     m_history.push(
         title, [=] { putBack(before, after); }, [=] { putBack(after, before); });
@@ -141,7 +141,7 @@ void Scenes::compare()
 void Scenes::save(int slot)
 {
     if (!trySave(slot))
-        boxes::inform(
+        boxes::warn(
             m_window, QStringLiteral("The scene could not be saved. The previous one is kept."));
 }
 
@@ -165,7 +165,7 @@ void Scenes::restoreVersion(int slot, int version)
 {
     const State before = stateOf({slot});
     if (!m_memories.restoreVersion(slot, version)) {
-        boxes::inform(m_window, QStringLiteral("The earlier version could not be put back."));
+        boxes::warn(m_window, QStringLiteral("The earlier version could not be put back."));
         return;
     }
     const bool canUndo = pushStep(QStringLiteral("Restore scene %1").arg(slot), before);
@@ -209,7 +209,7 @@ void Scenes::take(const std::vector<storage::ExchangeScene> &scenes, const QStri
             slotsInStep.resize(i);
             before.files.resize(i);
             const bool isBack = put(before, stateOf(slotsInStep)); // all or none
-            boxes::inform(
+            boxes::warn(
                 m_window,
                 isBack
                     ? QStringLiteral("The scenes could not be saved. The previous ones are kept.")

@@ -136,6 +136,7 @@ void TestScenes::failedSaveIsReported()
     panel.trigger("actionSave7"_s);
     const auto *box = panel.window.findChild<QMessageBox *>();
     QVERIFY(box && box->text().contains("could not be saved"_s));
+    QCOMPARE(box->icon(), QMessageBox::Warning);
     QVERIFY(folder.rmdir("Tamber_sm7.ini"_s));
 }
 
