@@ -80,14 +80,15 @@ private:
         return true;
     }
 
-    bool showsNotice() const
+    bool showsNoDevice() const
     {
-        return m_window->findChild<QLabel *>("label_Notice"_s)->isVisible();
+        const auto *notice = m_window->findChild<QLabel *>("label_Notice"_s);
+        return notice->isVisible() && notice->text().startsWith("No device answers."_s);
     }
     int boxes() const { return m_window->findChildren<QMessageBox *>().size(); }
     /// Whether the window shows that the device is gone, or that it is there again.
-    bool knowsGone() const { return showsNotice() && boxes() == 1; }
-    bool knowsBack() const { return !showsNotice() && boxes() == 0; }
+    bool knowsGone() const { return showsNoDevice() && boxes() == 1; }
+    bool knowsBack() const { return !showsNoDevice() && boxes() == 0; }
 
     /// Returns the state in the file on disk.
     static simulator::MixerState stored()
@@ -134,7 +135,7 @@ void reportTimes(std::vector<double> times)
 
 void benchReplug()
 {
-    const int count = report::amount("TAMBER_BENCH_ROUNDS", 20);
+    const int count = report::amount("TAMBER_BENCH_ROUNDS", 40);
     // Qt's caches grow at first, so growth is measured from the middle on. With few rounds they are
     // not full even then.
     const int warm = count / 2;
