@@ -17,7 +17,7 @@ void askFirst(QWidget *parent, const QString &text, const std::function<void()> 
 
 /// Shows a text with an OK button.
 void inform(QWidget *parent, const QString &text);
-/// The same for something that has failed.
+/// Shows the text of a failure with an OK button.
 void warn(QWidget *parent, const QString &text);
 
 /// Shows the start information: how to avoid noise, and where to find help.

@@ -701,9 +701,11 @@ void MainWindow::dropEvent(QDropEvent *event)
     event->accept();
 }
 
-bool MainWindow::isWriteFailing() const
+bool MainWindow::writeChanges()
 {
-    return m_settings.isWriteFailing() || m_scenes.isWriteFailing();
+    m_settings.flush();
+    m_scenes.flush();
+    return !isWriteFailing();
 }
 
 void MainWindow::sendRemaining()
@@ -742,13 +744,9 @@ void MainWindow::closeAtOnce()
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (!std::exchange(m_mayLoseChanges, false)) {
-        m_settings.flush();
-        m_scenes.flush();
-        if (isWriteFailing()) {
-            event->ignore();
-            return askToLoseChanges();
-        }
+    if (!std::exchange(m_mayLoseChanges, false) && !writeChanges()) {
+        event->ignore();
+        return askToLoseChanges();
     }
     if (m_updates) m_updates->stop();
     QMainWindow::closeEvent(event);

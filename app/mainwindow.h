@@ -66,8 +66,9 @@ public:
     /// does so by itself, directly after its first picture. Later calls do nothing.
     void finish();
 
-    /// Returns whether the last write of the settings or of the scenes' names failed.
-    bool isWriteFailing() const;
+    /// Writes the changes of the settings and of the scenes' names now. Returns false if one of the
+    /// files cannot be written.
+    bool writeChanges();
     /// Closes the window without asking, even if changes that are not written get lost.
     void closeAtOnce();
     /// Closes the window's other windows, sends what the device has not got yet, and returns when
@@ -166,6 +167,7 @@ private:
     void connectRemote();
     void showRemote();
     void openRemote();
+    bool isWriteFailing() const { return m_settings.isWriteFailing() || m_scenes.isWriteFailing(); }
     void showTrouble();
     void obeySettings();
     void showDisconnected();

@@ -132,9 +132,8 @@ bool changeZoom(
     int percent, const Program &program, MainWindow &window, const QtSingleApplication &application)
 {
     Settings &settings = program.settings;
-    settings.flush();
-    if (settings.reading() != Settings::Reading::Done || window.isWriteFailing()) {
-        boxes::inform(
+    if (!window.writeChanges() || settings.reading() != Settings::Reading::Done) {
+        boxes::warn(
             &window, QStringLiteral("The zoom can be changed when the settings file can be read "
                                     "and written again."));
         return false;
