@@ -505,7 +505,7 @@ void TestGestures::undoKeys()
     QTRY_COMPARE(name->text(), "6"_s);
     QCOMPARE(label->text(), "0 dB"_s);
     m_display.type({Key::Escape});
-    QTRY_COMPARE_WITH_TIMEOUT(differences(*m_panel).join(QLatin1Char(10)), QString(), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(differences(*m_panel).join(QLatin1Char('\n')), QString(), 20000);
 }
 
 QTEST_MAIN(TestGestures)

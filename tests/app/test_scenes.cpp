@@ -126,6 +126,11 @@ void TestScenes::closingDuringARecall()
     QTimer::singleShot(0, &panel.window, &QWidget::show); // the user starts the panel again
     panel.window.sendRemaining();
     QVERIFY(panel.window.isVisible());
+    panel.window.close();
+    panel.tamber.setPlugged(false);
+    panel.trigger("actionRedo"_s);
+    panel.window.sendRemaining(); // ends although nothing can be sent
+    QVERIFY(!differences(panel).isEmpty());
 }
 
 void TestScenes::failedSaveIsReported()
