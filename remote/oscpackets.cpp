@@ -36,24 +36,27 @@ Argument readArgument(const osc::ReceivedMessageArgument &argument)
     }
 }
 
-/// Returns whether a message has an argument with the type tag of a blob.
-bool carriesBlob(const char *message, int size)
+/// Returns whether the library can read a message without leaving the packet. The library does not
+/// check where a blob ends, and no address takes one. It looks for the end of an address at every
+/// fourth byte only, so it would find other type tags behind an address that is not padded with
+/// zeros.
+bool isSafeToRead(const char *message, int size)
 {
     const char *const end = message + size;
-    const auto length = std::find(message, end, '\0') - message;
-    const auto tagsAt = (length / 4 + 1) * 4; // an address is padded with 1 to 4 zeros
-    if (tagsAt >= size) return false;
+    const char *const addressEnd = std::find(message, end, '\0');
+    const auto tagsAt = ((addressEnd - message) / 4 + 1) * 4;
+    if (tagsAt > size) return false;
     const char *const tags = message + tagsAt;
+    if (std::any_of(addressEnd, tags, [](char c) { return c != '\0'; })) return false;
     const char *const tagsEnd = std::find(tags, end, '\0');
-    return std::find(tags, tagsEnd, 'b') != tagsEnd;
+    return std::find(tags, tagsEnd, 'b') == tagsEnd;
 }
 
-/// Reads a message or an element of a bundle. Returns false if it has a blob: the library does not
-/// check where a blob ends and would read beyond the packet, and no address takes one.
+/// Reads a message or an element of a bundle. Returns false if it is not safe to read.
 template <typename Element>
 bool readMessage(const Element &element, std::vector<Message> &messages)
 {
-    if (carriesBlob(element.Contents(), element.Size())) return false;
+    if (!isSafeToRead(element.Contents(), element.Size())) return false;
     const osc::ReceivedMessage received(element);
     Message message;
     message.address = received.AddressPattern();

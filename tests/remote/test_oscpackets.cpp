@@ -101,6 +101,10 @@ void TestOscPackets::malformed_data()
     QTest::newRow("blob") << padded("/x") + padded(",b") + number(4) + "abcd";
     QTest::newRow("blobs that end beyond the packet")
         << padded("/x") + padded(",bbs") + number(0x40000000) + number(0x40000000);
+    const QByteArray badlyPadded("/x\0yxyz\0", 8); // ends at the 3rd byte or at the 8th
+    QTest::newRow("letter in the padding of the address") << badlyPadded + padded(",i") + number(1);
+    QTest::newRow("blobs behind a badly padded address")
+        << badlyPadded + padded(",bbs") + number(0x40000000) + number(0x40000000);
     QTest::newRow("head of a bundle") << padded("#bundle");
     QTest::newRow("another name of a bundle") << padded("#bundel") + number(0) + number(1);
     QTest::newRow("element beyond the end") << bundle(number(1 << 20) + good);
