@@ -142,18 +142,10 @@ void ControlGestures::adjust(const Adjustable &a, const Gesture &gesture)
     case Gesture::Kind::Default:
         return m_mixer.reset(a);
     case Gesture::Kind::Value:
-        return setValue(a, nearestPosition(a, gesture.number));
+        return m_mixer.setPosition(a, nearestPosition(a, gesture.number));
     case Gesture::Kind::Edit:
         break;
     }
-}
-
-/// Moves the control to the value of a position. A control that has the value already stays:
-/// several positions can have the same one.
-void ControlGestures::setValue(const Adjustable &a, int position)
-{
-    if (numberAt(a, position) == numberAt(a, storedPosition(m_store.values(), a))) return;
-    m_mixer.setPosition(a, position);
 }
 
 void ControlGestures::edit(StepControl *control, const QString &typed)
@@ -174,7 +166,7 @@ void ControlGestures::edit(StepControl *control, const QString &typed)
     request.take = [this, a](const QString &text) {
         const std::optional<int> position = typedPosition(a, text);
         if (!position) return false;
-        setValue(a, *position);
+        m_mixer.setPosition(a, *position);
         if (a.what == Adjustable::What::Pan) emit panStepped(a.strip.number);
         return true;
     };

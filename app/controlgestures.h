@@ -60,7 +60,6 @@ private:
     void addStrip(const StripWidgets &strip);
     void perform(StepControl *control, const gestures::Gesture &gesture);
     void adjust(const mixer::Adjustable &a, const gestures::Gesture &gesture);
-    void setValue(const mixer::Adjustable &a, int position);
     StepControl *faderOf(const mixer::StripId &strip) const;
     const StripWidgets *neighbour(const mixer::StripId &strip, int direction) const;
 

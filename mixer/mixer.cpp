@@ -172,6 +172,7 @@ void Mixer::reset(const Adjustable &a)
 
 void Mixer::setPosition(const Adjustable &a, int position)
 {
+    if (numberAt(a, position) == numberAt(a, storedPosition(values(), a))) return;
     adjust(a, position, QByteArray());
 }
 

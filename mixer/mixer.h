@@ -85,7 +85,8 @@ public:
     /// Faders and make-up gain stop at their default first, because the highest value is loud.
     void toHighest(const Adjustable &a);
     void reset(const Adjustable &a);
-    /// @param position within the control's range
+    /// Moves the control to the value of a position within its range. A control that has the value
+    /// already stays, because several positions can have the same value.
     void setPosition(const Adjustable &a, int position);
     ///@}
 

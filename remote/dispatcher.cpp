@@ -171,15 +171,15 @@ bool Dispatcher::disturbsHeld(const Address &address, int choice) const
     return (unselects || m_mixer.edited() != address.strip) && m_panel.isKnobHeld();
 }
 
-/// Returns whether the control has the value already. Writing it would store the default of a
-/// control that was never moved, and would make an undo step that changes nothing on screen.
+/// Returns whether the step or the choice leaves the control as it is. Writing the value again
+/// would store the default of a control that was never moved, and would make an undo step that
+/// changes nothing on screen. The mixer checks a position by itself.
 bool Dispatcher::isShown(const Address &address, double number) const
 {
     if (const auto a = address.adjustable()) {
         const int stored = storedPosition(values(), *a);
-        if (address.isStep)
-            return stepped(*a, stored, static_cast<int>(std::lround(number))) == stored;
-        return numberAt(*a, nearestPosition(*a, number)) == numberAt(*a, stored);
+        return address.isStep &&
+               stepped(*a, stored, static_cast<int>(std::lround(number))) == stored;
     }
     return address.row->type == Type::Choice && address.row->what != What::Recall &&
            address.hasValue() &&
