@@ -714,7 +714,8 @@ void MainWindow::sendRemaining()
     constexpr int checksWhenSettled = 2;
     constexpr int checkInterval = 50; // milliseconds
     constexpr int longest = 3000;     // milliseconds
-    storeWindowGeometry();            // the system may end the process meanwhile
+
+    storeWindowGeometry(); // the system may end the process meanwhile
     m_remote.suspend();
     for (QWidget *each : findChildren<QWidget *>())
         if (each->isWindow() && each->isVisible()) each->close();

@@ -14,21 +14,19 @@ namespace {
 
 /// Returns the channels of a pair with the names that the user sees: "Channels 1 and 2: Kick,
 /// Snare".
-QString titleOf(const storage::Values &values, int left, const QFontMetrics &metrics)
+QString titleOf(const storage::Values &values, const mixer::StripId &pair, const QFontMetrics &font)
 {
     constexpr int longest = 160; // pixels
     QStringList names;
-    if (mixer::isLinked(values, mixer::pair(left)))
-        names += mixer::stripName(values, mixer::pair(left));
+    if (mixer::isLinked(values, pair))
+        names += mixer::stripName(values, pair);
     else
-        for (const int input : {left, left + 1})
+        for (const int input : {pair.number, pair.number + 1})
             names += mixer::stripName(values, mixer::track(input));
     names.removeAll(QString());
-    QString title = QStringLiteral("Channels %1 and %2").arg(left).arg(left + 1);
-    if (names.isEmpty()) return title;
-    const QString all =
-        metrics.elidedText(names.join(QStringLiteral(", ")), Qt::ElideRight, longest);
-    return title + QStringLiteral(": ") + plaintext::forMenu(all);
+    if (names.isEmpty()) return mixer::title(pair);
+    const QString all = font.elidedText(names.join(QStringLiteral(", ")), Qt::ElideRight, longest);
+    return mixer::title(pair) + QStringLiteral(": ") + plaintext::forMenu(all);
 }
 
 } // namespace
@@ -46,7 +44,8 @@ SafeStripsDialog::SafeStripsDialog(
     constexpr int rows = mixer::pairCount / 2;
     for (int pair = 0; pair < mixer::pairCount; ++pair) {
         const auto place = static_cast<std::size_t>(pair);
-        m_pairs[place] = addBox(titleOf(values, 2 * pair + 1, fontMetrics()), safe.pairs[place]);
+        m_pairs[place] =
+            addBox(titleOf(values, mixer::pair(2 * pair + 1), fontMetrics()), safe.pairs[place]);
         grid->addWidget(m_pairs[place], pair % rows, pair / rows);
     }
     m_master = addBox(QStringLiteral("Master"), safe.master);

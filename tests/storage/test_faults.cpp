@@ -239,8 +239,8 @@ void TestFaults::unreadableForever()
     }
 }
 
-/// A file that cannot be copied gets a second name instead. It stays until it has one, whichever
-/// operation fails.
+/// An unreadable file that cannot be copied gets a second name. Whichever operation fails, the file
+/// is replaced only when it has that name, and a failure is reported.
 void TestFaults::unreadableFileIsKept()
 {
     FailingDisk disk;
@@ -255,6 +255,7 @@ void TestFaults::unreadableFileIsKept()
         disk.failAt(n);
         live.flush();
         operations = qMax(operations, disk.count());
+        QCOMPARE(live.isWriteFailing(), folder.bytes() == before);
         const QString copy = files[0] + ".kept-unreadable"_s;
         QVERIFY(folder.bytes() == before || folder.bytes(copy) == before);
         live.flush();
